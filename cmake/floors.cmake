@@ -1,0 +1,27 @@
+# Reads cmake/floors.txt: floor_sources(LIBRARY OUT) gives the .cpp files of one library for the
+# system that is built for.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+    ${CMAKE_SOURCE_DIR}/cmake/floors.txt)
+file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/floors.txt floor_lines REGEX "^[0-9]")
+
+function(floor_sources library out)
+    set(sources)
+    foreach(line IN LISTS floor_lines)
+        separate_arguments(words UNIX_COMMAND "${line}")
+        list(GET words 1 of)
+        list(GET words 2 system)
+        list(GET words 3 piece)
+        if(NOT of STREQUAL library)
+            continue()
+        endif()
+        if((WIN32 AND system STREQUAL linux) OR (NOT WIN32 AND system STREQUAL windows))
+            continue()
+        endif()
+        if(EXISTS ${CMAKE_SOURCE_DIR}/${piece}.cpp)
+            list(APPEND sources ${CMAKE_SOURCE_DIR}/${piece}.cpp)
+        elseif(NOT EXISTS ${CMAKE_SOURCE_DIR}/${piece}.h)
+            message(FATAL_ERROR "cmake/floors.txt names ${piece}, which is not there")
+        endif()
+    endforeach()
+    set(${out} ${sources} PARENT_SCOPE)
+endfunction()

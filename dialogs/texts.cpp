@@ -1,0 +1,14 @@
+#include "dialogs/texts.h"
+
+#include "shell/globals.h"
+
+#include <cstring>
+
+static char messageText[260];
+
+char *LoadMessageText(UINT id)
+{
+    if (LoadStringA(globals.instance, id, messageText, sizeof messageText) == 0)
+        strcpy(messageText, "String table error - this application may be damaged");
+    return messageText;
+}

@@ -1,0 +1,38 @@
+// The resource tree's items: four category items, under them one item for each catalogued entry.
+// An item's value (its lParam, as a 32-bit number) is the entry's index, -1 for a category item.
+#pragma once
+
+#include "platform/win32.h"
+
+#define CATEGORY_ITEM_VALUE (-1)
+#define TREE_IMAGE_WIDTH 16
+#define TREE_IMAGE_HEIGHT 14
+
+// Indices into the tree's image list.
+struct TreeImagePair {
+    int normal;   // shown while an item is not selected
+    int selected; // shown while it is
+};
+
+// The pair that every item shows.
+extern TreeImagePair treeImages;
+
+// Gives the tree a new list of the two folder pictures; the list it held before is destroyed.
+// Returns 0 on failure, and the tree then keeps what it has. No tree: nothing is done.
+int SetTreeImages(HWND tree, TreeImagePair *images);
+
+// Inserts an item in the tree's alphabetical order. level is 1 for a category item (parent
+// TVI_ROOT), 2 for a resource item. Returns the item, NULL on failure. With no tree nothing is
+// done and the answer is a mark that is not NULL.
+HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePair *images,
+                      HTREEITEM parent, LONG value);
+
+// Inserts the category item of a ResourceCategory. Answers as AddTreeItem does.
+HTREEITEM AddCategoryItem(HWND tree, DWORD category);
+
+// The label of a category's item ("BITMAP"), or NULL when the number is no ResourceCategory.
+const char *CategoryLabel(DWORD category);
+
+// Writes an entry's label: its name and "(N bytes)". label holds at least LABEL_SIZE bytes.
+#define LABEL_SIZE 300
+void FormatEntryLabel(char *label, const char *name, DWORD size);

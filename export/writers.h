@@ -1,0 +1,35 @@
+// The four writers of output files. Each is two functions: one fills an open binary stream, the
+// other creates the file by its name in the ANSI code page, calls the first and closes the file.
+// Deleting an unfinished file is the caller's business.
+#pragma once
+
+#include "exe/catalog.h"
+
+#include <cstdio>
+
+enum WriteOutcome {
+    WriteDone,            // the whole file was written
+    WriteNotCreated,      // the file cannot be created
+    WriteDataUnavailable, // the entry's data block cannot be locked
+    WriteShort,           // a write, or the closing, came back short
+};
+
+// A BMP file: a 14-byte file header, then the data as stored.
+WriteOutcome WriteBmpStream(FILE *stream, const ResourceEntry *entry);
+WriteOutcome WriteBmpFile(const char *name, const ResourceEntry *entry);
+
+// An ICO file of one picture: a 22-byte directory, then the data as stored. The stream must be
+// able to seek.
+WriteOutcome WriteIcoStream(FILE *stream, const ResourceEntry *entry);
+WriteOutcome WriteIcoFile(const char *name, const ResourceEntry *entry);
+
+// A text of one line for each string that is not empty: its number, a comma, a tab, the string in
+// double quotes, carriage return and line feed; in the ANSI code page. Numbers count on from the
+// entry's name. The file function makes the data accessible before it creates the file, and
+// reports a text whose lines could not all be written as done; the stream function tells.
+WriteOutcome WriteStringTableStream(FILE *stream, const ResourceEntry *entry);
+WriteOutcome WriteStringTableText(const char *name, const ResourceEntry *entry);
+
+// The data, byte for byte: WAV and BIN files.
+WriteOutcome WriteRawStream(FILE *stream, const ResourceEntry *entry);
+WriteOutcome WriteRawFile(const char *name, const ResourceEntry *entry);

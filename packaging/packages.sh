@@ -1,0 +1,58 @@
+# Sourced by ./run, ./test and ./package: installs what is missing, and says what.
+# Sets nothing else and asks nothing; works as root, and with sudo as a user.
+
+native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 libcli11-dev nlohmann-json3-dev"
+test_packages="libgtest-dev libgmock-dev"
+windows_packages="g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 googletest wine64 libwine xvfb"
+windows32_packages="g++-mingw-w64-i686"
+
+# need_packages NAME...: installs those that the machine lacks.
+need_packages() {
+    missing=
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+            missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    echo "Installing:$missing" >&2
+    as_root=
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "These packages are missing and there is no sudo to install them:$missing" >&2
+            return 1
+        }
+        as_root=sudo
+    fi
+    log=$(mktemp)
+    # shellcheck disable=SC2086 # the list is words
+    if { $as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -q install \
+            --no-install-recommends $missing ||
+        { $as_root apt-get -q update && $as_root env DEBIAN_FRONTEND=noninteractive \
+            apt-get -y -q install --no-install-recommends $missing; }; } >"$log" 2>&1 </dev/null
+    then
+        rm -f "$log"
+    else
+        cat "$log" >&2
+        rm -f "$log"
+        echo "The packages could not be installed:$missing" >&2
+        return 1
+    fi
+}
+
+# build_preset PRESET [TARGET...]: configures once, then builds with at most two jobs; quiet unless
+# something fails.
+build_preset() {
+    preset=$1
+    shift
+    log=$(mktemp)
+    if { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+        cmake --build --preset "$preset" ${1:+--target} "$@" >"$log" 2>&1
+    then
+        rm -f "$log"
+    else
+        cat "$log" >&2
+        rm -f "$log"
+        echo "The $preset build failed." >&2
+        return 1
+    fi
+}

@@ -1,0 +1,81 @@
+// Image lists, and the tree control's items and messages.
+#pragma once
+
+#include "platform/win32/types.h"
+
+// --- image lists ---
+
+typedef struct _IMAGELIST *HIMAGELIST;
+
+#define ILC_COLOR8 0x0008
+
+// Makes an empty list of pictures of width x height pixels. The caller destroys it.
+HIMAGELIST WINAPI ImageList_Create(int width, int height, UINT flags, int initial, int grow);
+BOOL WINAPI ImageList_Destroy(HIMAGELIST list);
+
+// Copies as many pictures as the bitmap is wide for; mask is always NULL. Returns the index of the
+// first, or -1. The bitmap stays the caller's.
+int WINAPI ImageList_Add(HIMAGELIST list, HBITMAP image, HBITMAP mask);
+
+// 0 for a dead handle.
+int WINAPI ImageList_GetImageCount(HIMAGELIST list);
+
+// --- tree control ---
+
+#define WC_TREEVIEWA "SysTreeView32"
+
+typedef struct _TREEITEM *HTREEITEM;
+
+#define TVI_ROOT ((HTREEITEM)(intptr_t)-0x10000)
+#define TVI_SORT ((HTREEITEM)(intptr_t)-0xFFFD)
+
+#define TVIF_TEXT 0x0001
+#define TVIF_IMAGE 0x0002
+#define TVIF_PARAM 0x0004
+#define TVIF_HANDLE 0x0010
+#define TVIF_SELECTEDIMAGE 0x0020
+
+typedef struct tagTVITEMA {
+    UINT mask;
+    HTREEITEM hItem;
+    UINT state;
+    UINT stateMask;
+    LPSTR pszText;
+    int cchTextMax;
+    int iImage;
+    int iSelectedImage;
+    int cChildren;
+    LPARAM lParam;
+} TVITEMA, *LPTVITEMA;
+
+typedef struct tagTVINSERTSTRUCTA {
+    HTREEITEM hParent;
+    HTREEITEM hInsertAfter;
+    TVITEMA item;
+} TVINSERTSTRUCTA, *LPTVINSERTSTRUCTA;
+
+#define TV_FIRST 0x1100
+
+// lParam: TVINSERTSTRUCTA. Answers the new item, or NULL. Only TVI_SORT is used: an item goes
+// after every sibling whose label is not greater; labels are compared as bytes with A to Z folded
+// to lower case (Windows compares by the user's language). n insertions cost n log n in total.
+#define TVM_INSERTITEM (TV_FIRST + 0)
+
+// lParam: the item, which goes with all below it, or TVI_ROOT for all items. Answers TRUE, or FALSE
+// for a dead item.
+#define TVM_DELETEITEM (TV_FIRST + 1)
+
+// wParam: TVSIL_NORMAL; lParam: the image list or NULL. Answers the list the tree held before. The
+// tree uses the list, its owner destroys it.
+#define TVM_SETIMAGELIST (TV_FIRST + 9)
+#define TVSIL_NORMAL 0
+
+// wParam: TVGN_ROOT, TVGN_NEXT or TVGN_CHILD; lParam: the item. Answers an item or NULL.
+#define TVM_GETNEXTITEM (TV_FIRST + 10)
+#define TVGN_ROOT 0x0000
+#define TVGN_NEXT 0x0001
+#define TVGN_CHILD 0x0004
+
+// lParam: TVITEMA whose mask names the members to fill. Text is cut to cchTextMax - 1 bytes and
+// terminated. Answers TRUE, or FALSE for a dead item.
+#define TVM_GETITEM (TV_FIRST + 12)

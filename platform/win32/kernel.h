@@ -1,0 +1,74 @@
+// Movable memory, code pages, modules and their resources. All of it works with no display.
+#pragma once
+
+#include "platform/win32/types.h"
+
+// --- movable memory ---
+
+#define GMEM_FIXED 0x0000
+#define GMEM_MOVEABLE 0x0002
+#define GMEM_ZEROINIT 0x0040
+
+// Makes a movable block of exactly `bytes` bytes, all zero with GMEM_ZEROINIT. The caller frees it
+// with GlobalFree. Returns NULL when there is no memory. A block of zero bytes cannot be locked.
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes);
+
+// Changes a block's size; what it held stays, new bytes are zero with GMEM_ZEROINIT. Returns the
+// handle to use from now on; NULL on failure, and then the old block is as it was. Growing a block
+// record by record costs, in total, time linear in its final size.
+HGLOBAL WINAPI GlobalReAlloc(HGLOBAL block, SIZE_T bytes, UINT flags);
+
+// Releases the block, locked or not. Returns NULL, or the handle itself when it is not a block's.
+HGLOBAL WINAPI GlobalFree(HGLOBAL block);
+
+// Gives the block's address, which holds until it is unlocked as often as it was locked. NULL for
+// a dead handle and for a block of zero bytes.
+LPVOID WINAPI GlobalLock(HGLOBAL block);
+
+// Takes one lock away. TRUE while the block is still locked.
+BOOL WINAPI GlobalUnlock(HGLOBAL block);
+
+// The block's size in bytes; 0 for a dead handle.
+SIZE_T WINAPI GlobalSize(HGLOBAL block);
+
+// --- code pages ---
+
+#define CP_ACP 0
+
+// Converts UTF-16 to the ANSI code page. Returns the number of bytes written; 0 when an argument
+// is wrong or the output is too small. units may be -1: up to and with the terminator. A size of 0
+// asks for the number of bytes needed. What the code page lacks becomes "?", with no best fit.
+int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
+                               int outSize, LPCSTR defaultChar, LPBOOL usedDefault);
+
+// Converts the ANSI code page to UTF-16; the counterpart of the above, sizes in code units.
+int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int bytes, LPWSTR out,
+                               int outSize);
+
+// --- modules and their resources ---
+
+#define RT_BITMAP MAKEINTRESOURCEA(2)
+#define RT_STRING MAKEINTRESOURCEA(6)
+
+// Only NULL is asked for: the program itself, whose resources are embedded in it.
+HMODULE WINAPI GetModuleHandleA(LPCSTR name);
+
+// Opens a PE file (PE32 or PE32+) as a module of resources; no code of it runs. NULL when the file
+// cannot be opened or is not one.
+HMODULE WINAPI LoadLibraryA(LPCSTR path);
+
+// Lets the module go. FALSE for a handle that is none.
+BOOL WINAPI FreeLibrary(HMODULE module);
+
+// Finds a resource by type and name (each an integer, or a text compared without case). NULL when
+// there is none. A module of NULL is the program itself.
+HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
+
+// The resource's size in bytes; 0 on failure.
+DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource);
+
+// LoadResource, then LockResource, give the resource's bytes, which belong to the module.
+// FreeResource does nothing and answers FALSE.
+HGLOBAL WINAPI LoadResource(HMODULE module, HRSRC resource);
+LPVOID WINAPI LockResource(HGLOBAL resource);
+BOOL WINAPI FreeResource(HGLOBAL resource);

@@ -1,0 +1,4 @@
+// Per-user folders, and starting other programs.
+#pragma once
+
+#include "platform/win32/types.h"

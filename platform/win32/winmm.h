@@ -1,0 +1,4 @@
+// Playing sounds.
+#pragma once
+
+#include "platform/win32/types.h"

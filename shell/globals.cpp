@@ -1,0 +1,3 @@
+#include "shell/globals.h"
+
+Globals globals;

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Runs a Windows program under Wine: wine.sh PROGRAM [ARGUMENT...]
+# The prefix is the build's own, made once, without add-on downloads; with no display a virtual one
+# is started for the program's time.
+root=$(dirname "$(dirname "$(readlink -f "$0")")")
+export WINEPREFIX=$root/build/wineprefix
+export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe='
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEARCH=win64
+wine=/usr/lib/wine/wine64
+mkdir -p "$root/build"
+
+start() {
+    if [ ! -f "$WINEPREFIX/ready" ]; then
+        mkdir -p "$WINEPREFIX"
+        (
+            flock 9
+            [ -f "$WINEPREFIX/ready" ] || { "$wine" wineboot --init && touch "$WINEPREFIX/ready"; }
+        ) 9>"$root/build/wineprefix.lock" >/dev/null 2>&1
+    fi
+    "$wine" "$@"
+}
+
+if [ -n "${DISPLAY:-}" ]; then
+    start "$@"
+    exit
+fi
+# Xvfb says which display it took; it ends with this script.
+exec 8< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null 9>&-)
+server=$!
+trap 'kill $server 2>/dev/null' EXIT
+read -r number <&8
+export DISPLAY=:$number
+start "$@"
+status=$?
+exit $status

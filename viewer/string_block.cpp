@@ -1,0 +1,41 @@
+#include "viewer/string_block.h"
+
+#include "exe/byte_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+int NextString(StringBlock *block, char *text)
+{
+    for (;;) {
+        ByteReader reader = OpenBytes(block->data, block->size);
+        const DWORD length = ReadU16(&reader, block->position);
+        const BYTE *units = BytesAt(&reader, (size_t)block->position + 2, (size_t)length * 2);
+        if (reader.failed)
+            return 0;
+        block->position += 2 + length * 2;
+        const int kept = (int)std::min<DWORD>(length, STRING_TEXT_LENGTH);
+        UnitsToText(units, kept, text);
+        if (text[0] != 0)
+            return 1;
+    }
+}
+
+void EscapeControlChars(char *text)
+{
+    char escaped[STRING_TEXT_LENGTH + 2];
+    int length = 0;
+    for (const char *from = text; *from != 0 && length < STRING_TEXT_LENGTH; from++) {
+        const unsigned char byte = (unsigned char)*from;
+        const char *letter = byte == '\r' ? "r" : byte == '\n' ? "n" : byte == '\t' ? "t" : nullptr;
+        if (letter != nullptr) {
+            escaped[length++] = '\\';
+            escaped[length++] = *letter;
+        } else {
+            escaped[length++] = byte < 32 ? (char)0xA4 : (char)byte;
+        }
+    }
+    length = std::min(length, STRING_TEXT_LENGTH);
+    memcpy(text, escaped, (size_t)length);
+    text[length] = 0;
+}
