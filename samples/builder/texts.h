@@ -1,0 +1,13 @@
+// Blocks of a string table, as they lie in a resource.
+#pragma once
+
+#include "samples/builder/bytes.h"
+
+#include <string>
+
+// A PE file's block: 16 strings, each a 16-bit count of UTF-16 code units and the units. Strings
+// that the list lacks are empty; more than 16 are taken too.
+Bytes MakeStringBlock(const std::vector<std::u16string> &strings);
+
+// An NE file's block: 16 strings, each an 8-bit count and as many 8-bit characters.
+Bytes MakeNeStringBlock(const std::vector<std::string> &strings);
