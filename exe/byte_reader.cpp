@@ -43,7 +43,8 @@ void UnitsToText(const BYTE *units, int count, char *text)
         wide[i] = (WCHAR)(units[2 * i] | units[2 * i + 1] << 8);
     int length = 0;
     if (count > 0)
-        length = WideCharToMultiByte(CP_ACP, 0, wide, count, narrow, sizeof narrow, nullptr, nullptr);
+        length =
+            WideCharToMultiByte(CP_ACP, 0, wide, count, narrow, sizeof narrow, nullptr, nullptr);
     length = std::clamp(length, 0, count);
     memcpy(text, narrow, (size_t)length);
     text[length] = 0;

@@ -21,12 +21,12 @@
 #include "platform/win32/types.h"
 
 // The groups stand on types.h alone.
-#include "platform/win32/kernel.h"
-#include "platform/win32/gdi.h"
-#include "platform/win32/user.h"
 #include "platform/win32/comctl.h"
 #include "platform/win32/comdlg.h"
+#include "platform/win32/gdi.h"
+#include "platform/win32/kernel.h"
 #include "platform/win32/shell.h"
+#include "platform/win32/user.h"
 #include "platform/win32/winmm.h"
 
 #endif

@@ -26,13 +26,13 @@ void EscapeControlChars(char *text)
     char escaped[STRING_TEXT_LENGTH + 2];
     int length = 0;
     for (const char *from = text; *from != 0 && length < STRING_TEXT_LENGTH; from++) {
-        const unsigned char byte = (unsigned char)*from;
-        const char *letter = byte == '\r' ? "r" : byte == '\n' ? "n" : byte == '\t' ? "t" : nullptr;
+        const unsigned char code = (unsigned char)*from;
+        const char *letter = code == '\r' ? "r" : code == '\n' ? "n" : code == '\t' ? "t" : nullptr;
         if (letter != nullptr) {
             escaped[length++] = '\\';
             escaped[length++] = *letter;
         } else {
-            escaped[length++] = byte < 32 ? (char)0xA4 : (char)byte;
+            escaped[length++] = code < 32 ? (char)0xA4 : (char)code;
         }
     }
     length = std::min(length, STRING_TEXT_LENGTH);
