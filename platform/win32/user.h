@@ -5,6 +5,15 @@
 
 // --- windows ---
 
+// A window's procedure: answers every message that the window gets.
+typedef LRESULT(CALLBACK *WNDPROC)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Sent while the window is made, before CreateWindowExA returns. An answer of -1 undoes the making.
+#define WM_CREATE 0x0001
+
+// Sent while the window goes, to it first and then to its children.
+#define WM_DESTROY 0x0002
+
 #define WS_CHILD 0x40000000L
 
 // Parent of windows that are never shown and only take messages.
@@ -20,6 +29,9 @@ BOOL WINAPI DestroyWindow(HWND window);
 
 // Runs the window's procedure on a message and gives its answer; 0 for a dead handle.
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// The answer to every message that a window's own procedure does not treat.
+LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // --- resources ---
 

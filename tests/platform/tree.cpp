@@ -1,0 +1,184 @@
+// The tree control's items, as a window below HWND_MESSAGE holds them with nothing on the screen.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/win32.h"
+
+namespace
+{
+
+struct TreeTest : testing::Test {
+    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                GetModuleHandleA(nullptr), nullptr);
+
+    ~TreeTest() override
+    {
+        DestroyWindow(tree);
+    }
+
+    HTREEITEM Insert(const std::string &label, HTREEITEM parent = TVI_ROOT, LPARAM value = 0,
+                     int image = 0, int selectedImage = 0)
+    {
+        std::string text = label;
+        TVINSERTSTRUCTA insertion = {};
+        insertion.hParent = parent;
+        insertion.hInsertAfter = TVI_SORT;
+        insertion.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+        insertion.item.pszText = text.data();
+        insertion.item.cchTextMax = static_cast<int>(text.size());
+        insertion.item.lParam = value;
+        insertion.item.iImage = image;
+        insertion.item.iSelectedImage = selectedImage;
+        return reinterpret_cast<HTREEITEM>(
+            SendMessageA(tree, TVM_INSERTITEM, 0, reinterpret_cast<LPARAM>(&insertion)));
+    }
+
+    HTREEITEM Next(WPARAM relation, HTREEITEM item = nullptr)
+    {
+        return reinterpret_cast<HTREEITEM>(
+            SendMessageA(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+    }
+
+    bool Delete(HTREEITEM item)
+    {
+        return SendMessageA(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item)) != 0;
+    }
+
+    bool Get(HTREEITEM item, TVITEMA *out)
+    {
+        out->hItem = item;
+        return SendMessageA(tree, TVM_GETITEM, 0, reinterpret_cast<LPARAM>(out)) != 0;
+    }
+
+    // Label and value of every item on one level, from the first on: "label=value ...".
+    std::string Level(HTREEITEM first)
+    {
+        std::string all;
+        for (HTREEITEM item = first; item; item = Next(TVGN_NEXT, item)) {
+            char text[300] = "";
+            TVITEMA got = {};
+            got.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_PARAM;
+            got.pszText = text;
+            got.cchTextMax = sizeof text;
+            if (!Get(item, &got))
+                return all + "(dead)";
+            all += std::string(all.empty() ? "" : ", ") + text + "=" + std::to_string(got.lParam);
+        }
+        return all;
+    }
+};
+
+TEST_F(TreeTest, KeepsSiblingsSortedWithoutCaseAndEqualsInTheOrderTheyCame)
+{
+    HTREEITEM top = Insert("Folder");
+    const char *labels[] = {"2 (7 bytes)", "beta",   "10 (40 bytes)", "Alpha1234", "1 (9 bytes)",
+                            "alpha1233",   "ALPHA",  "beta",          "Beta",      "alpha1234x",
+                            "alpha12345",  "gamma1", "Gamma"};
+    LPARAM value = 0;
+    for (const char *label : labels)
+        Insert(label, top, value++);
+    EXPECT_EQ(Level(Next(TVGN_CHILD, top)),
+              "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, ALPHA=6, alpha1233=5, Alpha1234=3, "
+              "alpha12345=10, alpha1234x=9, beta=1, beta=7, Beta=8, Gamma=12, gamma1=11");
+}
+
+TEST_F(TreeTest, StaysSortedWhenItemsComeAfterALook)
+{
+    Insert("b", TVI_ROOT, 1);
+    Insert("d", TVI_ROOT, 2);
+    EXPECT_EQ(Level(Next(TVGN_ROOT)), "b=1, d=2");
+    HTREEITEM c = Insert("c", TVI_ROOT, 3);
+    Insert("b", TVI_ROOT, 4);
+    EXPECT_EQ(Level(Next(TVGN_ROOT)), "b=1, b=4, c=3, d=2");
+    EXPECT_TRUE(Delete(c));
+    Insert("A", TVI_ROOT, 5);
+    EXPECT_EQ(Level(Next(TVGN_ROOT)), "A=5, b=1, b=4, d=2");
+}
+
+TEST_F(TreeTest, AnswersTheMembersThatTheMaskNames)
+{
+    HTREEITEM item = Insert("a longer label", TVI_ROOT, -1, 3, 4);
+    char text[16] = "???????????????";
+    TVITEMA got = {};
+    got.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_IMAGE;
+    got.pszText = text;
+    got.cchTextMax = sizeof text;
+    ASSERT_TRUE(Get(item, &got));
+    EXPECT_STREQ(text, "a longer label");
+    EXPECT_EQ(got.iImage, 3);
+
+    got.mask = TVIF_PARAM | TVIF_SELECTEDIMAGE;
+    got.pszText = nullptr;
+    ASSERT_TRUE(Get(item, &got));
+    EXPECT_EQ(static_cast<LONG>(got.lParam), -1);
+    EXPECT_EQ(got.iSelectedImage, 4);
+}
+
+TEST_F(TreeTest, DeletingAnItemTakesAllBelowItAndLeavesTheRest)
+{
+    HTREEITEM first = Insert("first"), second = Insert("second");
+    HTREEITEM below = Insert("below", first, 1);
+    HTREEITEM deeper = Insert("deeper", below, 2);
+    Insert("other", second, 3);
+    ASSERT_TRUE(Delete(first));
+    EXPECT_EQ(Next(TVGN_ROOT), second);
+    EXPECT_EQ(Level(Next(TVGN_CHILD, second)), "other=3");
+
+    TVITEMA got = {};
+    got.mask = TVIF_PARAM;
+    for (HTREEITEM dead : {first, below, deeper}) {
+        EXPECT_FALSE(Get(dead, &got));
+        EXPECT_FALSE(Delete(dead));
+        EXPECT_EQ(Insert("orphan", dead), nullptr);
+        EXPECT_EQ(Next(TVGN_CHILD, dead), nullptr);
+        EXPECT_EQ(Next(TVGN_NEXT, dead), nullptr);
+    }
+}
+
+TEST_F(TreeTest, DeletingTheRootEmptiesTheTreeForNewItems)
+{
+    HTREEITEM top = Insert("top");
+    HTREEITEM old = Insert("old", top, 1);
+    EXPECT_TRUE(Delete(TVI_ROOT));
+    EXPECT_EQ(Next(TVGN_ROOT), nullptr);
+    TVITEMA got = {};
+    got.mask = TVIF_PARAM;
+    EXPECT_FALSE(Get(old, &got));
+    EXPECT_TRUE(Delete(TVI_ROOT));
+    for (int i = 0; i < 3; ++i)
+        Insert("new", Insert("again"), 2);
+    EXPECT_EQ(Level(Next(TVGN_ROOT)), "again=0, again=0, again=0");
+}
+
+TEST_F(TreeTest, HandsBackTheImageListItHeldBefore)
+{
+    const auto set = [this](HIMAGELIST list) {
+        return reinterpret_cast<HIMAGELIST>(
+            SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(list)));
+    };
+    HIMAGELIST first = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
+    HIMAGELIST second = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(set(first), nullptr);
+    EXPECT_EQ(set(second), first);
+    EXPECT_EQ(set(nullptr), second);
+    ImageList_Destroy(first);
+    ImageList_Destroy(second);
+}
+
+TEST(Window, OfAnUnknownClassOrAfterItsEndIsNone)
+{
+    EXPECT_EQ(CreateWindowExA(0, "no such class", "", WS_CHILD, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                              nullptr, nullptr),
+              nullptr);
+    HWND tree = CreateWindowExA(0, "systreeVIEW32", "", WS_CHILD, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                nullptr, nullptr);
+    ASSERT_NE(tree, nullptr);
+    EXPECT_TRUE(DestroyWindow(tree));
+    EXPECT_FALSE(DestroyWindow(tree));
+    EXPECT_EQ(SendMessageA(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT)), 0);
+}
+
+} // namespace
