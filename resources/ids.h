@@ -1,4 +1,5 @@
-// Numbers of the program's own resources, shared by the resource script and the code.
+// Numbers of the program's own resources, commands and controls, shared by the resource script and
+// the code.
 #pragma once
 
 #define IDS_NOT_STANDARD 100
@@ -13,3 +14,27 @@
 
 #define IDB_FOLDER_CLOSED 6030
 #define IDB_FOLDER_SELECTED 6031
+
+#define IDC_SPLITTER_CURSOR 6000
+
+// Commands of MainMenu.
+#define IDM_OPEN 100
+#define IDM_CLOSE 101
+#define IDM_SAVE_AS 102
+#define IDM_PLAY 103
+#define IDM_EXIT 199
+#define IDM_HELP 998
+#define IDM_ABOUT 999
+
+// The main window's children.
+#define IDC_TREE 1000
+#define IDC_PANE 1001
+
+// Controls of AboutBox.
+#define IDC_ABOUT_TEXT 101
+#define IDC_ABOUT_PICTURE 102
+
+// In the host module: the control of its "MessageBox" that takes the text, and the picture of
+// AboutBox.
+#define IDC_MESSAGE_TEXT 101
+#define IDB_ABOUT_PICTURE 9004

@@ -1,9 +1,17 @@
 #include "viewer/dib.h"
 
 #include "exe/byte_reader.h"
+#include "viewer/run_length.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
 
 #define CORE_HEADER_SIZE 12
 #define INFO_HEADER_SIZE 40
+#define MOST_PIXELS 64000000ull
+
+typedef unsigned long long Bytes; // sizes from a file: sums and products pass 32 bits
 
 static DWORD FullColorCount(WORD bitCount)
 {
@@ -29,6 +37,7 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
     header->height = (LONG)ReadU32(&bytes, 8);
     header->bitCount = ReadU16(&bytes, 14);
     header->compression = ReadU32(&bytes, 16);
+    header->imageSize = ReadU32(&bytes, 20);
     header->colorCount = ReadU32(&bytes, 32);
     header->colorSize = 4;
     BytesAt(&bytes, 0, INFO_HEADER_SIZE);
@@ -37,7 +46,307 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
     return !bytes.failed;
 }
 
+// The header of a block that is known to hold it whole.
+static DibHeader HeaderOf(const void *dib)
+{
+    DibHeader header;
+    ReadDibHeader(dib, INFO_HEADER_SIZE, &header);
+    return header;
+}
+
 unsigned long long DibPixelStart(const DibHeader *header)
 {
-    return header->headerSize + (unsigned long long)header->colorCount * header->colorSize;
+    return header->headerSize + (Bytes)header->colorCount * header->colorSize;
+}
+
+DWORD DibMaskSize(const DibHeader *header)
+{
+    return header->headerSize == INFO_HEADER_SIZE && header->compression == BI_BITFIELDS ? 12 : 0;
+}
+
+unsigned long long DibStride(LONG width, WORD bitCount)
+{
+    return ((Bytes)(DWORD)width * bitCount + 31) / 32 * 4;
+}
+
+static Bytes AbsoluteHeight(const DibHeader *header)
+{
+    return (Bytes)(header->height < 0 ? -(long long)header->height : header->height);
+}
+
+static int IsDrawnBitCount(WORD bitCount)
+{
+    static const WORD drawn[] = {1, 4, 8, 16, 24, 32};
+    return std::find(std::begin(drawn), std::end(drawn), bitCount) != std::end(drawn);
+}
+
+// Whether the compressed pixels, room bytes at data, end inside the block.
+static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
+{
+    WORD bitCount = header->compression == BI_RLE8 ? 8 : 4;
+    // The system takes imageSize bytes of run-length data without looking at them.
+    return header->bitCount == bitCount && header->height > 0 && header->imageSize <= room &&
+           RunsEnd(data, room, bitCount);
+}
+
+static int PixelsFit(const DibHeader *header, const BYTE *data, Bytes room, int isIcon)
+{
+    Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
+    if (height == 0 || (Bytes)header->width > MOST_PIXELS / height)
+        return 0;
+    if (isIcon && (header->height < 0 || header->compression != BI_RGB))
+        return 0;
+    if (header->compression == BI_RLE8 || header->compression == BI_RLE4)
+        return RunsFit(header, data, (size_t)room);
+    int hasFields = header->bitCount == 16 || header->bitCount == 32;
+    if (header->compression != BI_RGB && !(header->compression == BI_BITFIELDS && hasFields))
+        return 0;
+    Bytes row = DibStride(header->width, header->bitCount);
+    if (isIcon && header->bitCount != 32)
+        row += DibStride(header->width, 1);
+    return height <= room / row;
+}
+
+int PictureFits(const void *data, DWORD size, int isIcon)
+{
+    DibHeader header;
+    if (!ReadDibHeader(data, size, &header) || header.width <= 0 ||
+        !IsDrawnBitCount(header.bitCount))
+        return 0;
+    if (header.headerSize != CORE_HEADER_SIZE && header.headerSize < INFO_HEADER_SIZE)
+        return 0;
+    Bytes start = DibPixelStart(&header) + DibMaskSize(&header);
+    return start <= size &&
+           PixelsFit(&header, (const BYTE *)data + (size_t)start, size - start, isIcon);
+}
+
+int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCount)
+{
+    DibHeader header = {};
+    const void *data = dib != nullptr ? GlobalLock(dib) : nullptr;
+    int whole = data != nullptr && ReadDibHeader(data, size, &header);
+    if (data != nullptr)
+        GlobalUnlock(dib);
+    if (!whole)
+        header = {};
+    if (width != nullptr)
+        *width = header.width;
+    if (height != nullptr)
+        *height = (LONG)std::min(AbsoluteHeight(&header), (Bytes)INT_MAX);
+    if (bitCount != nullptr)
+        *bitCount = header.bitCount;
+    return whole;
+}
+
+static LONG CenterLength(LONG from, LONG to, LONG length)
+{
+    long long space = (long long)to - from - length;
+    return from + (LONG)(space > 0 ? space / 2 : 0);
+}
+
+POINT CenterPicture(const RECT *rect, LONG width, LONG height)
+{
+    return {CenterLength(rect->left, rect->right, width),
+            CenterLength(rect->top, rect->bottom, height)};
+}
+
+// Where the rows of a picture lie, so that a loop over its pixels reads the header once.
+struct PixelRows {
+    size_t start;  // bytes from the header's start
+    size_t stride; // bytes
+    LONG width;
+    LONG height;
+    WORD bitCount;
+};
+
+static PixelRows RowsOf(const void *dib, int isIcon)
+{
+    DibHeader header = HeaderOf(dib);
+    return {(size_t)DibPixelStart(&header), (size_t)DibStride(header.width, header.bitCount),
+            header.width, isIcon ? header.height / 2 : header.height, header.bitCount};
+}
+
+static int HasPixel(const PixelRows *rows, LONG x, LONG y)
+{
+    return x >= 0 && x < rows->width && y >= 0 && y < rows->height;
+}
+
+static size_t RowOffset(const PixelRows *rows, LONG y)
+{
+    return rows->start + rows->stride * (size_t)(rows->height - 1 - y);
+}
+
+static DWORD ReadPixel(const BYTE *row, size_t x, WORD bitCount)
+{
+    const BYTE *p;
+    switch (bitCount) {
+    case 1: return (row[x / 8] & (0x80 >> x % 8)) != 0;
+    case 4: return x % 2 == 0 ? row[x / 2] >> 4u : row[x / 2] & 0xFu;
+    case 8: return row[x];
+    case 24: p = row + 3 * x; return p[2] | (DWORD)p[1] << 8 | (DWORD)p[0] << 16 | 0xFF000000u;
+    case 32:
+        p = row + 4 * x;
+        return p[2] | (DWORD)p[1] << 8 | (DWORD)p[0] << 16 | (DWORD)p[3] << 24;
+    default: return NO_PIXEL;
+    }
+}
+
+static BYTE WithBits(BYTE old, DWORD mask, DWORD bits)
+{
+    return (BYTE)((old & ~mask) | (bits & mask));
+}
+
+static void WritePixel(BYTE *row, size_t x, WORD bitCount, DWORD value)
+{
+    BYTE *p;
+    switch (bitCount) {
+    case 1: row[x / 8] = WithBits(row[x / 8], 0x80u >> x % 8, value != 0 ? 0xFF : 0); break;
+    case 4:
+        row[x / 2] =
+            x % 2 == 0 ? WithBits(row[x / 2], 0xF0, value << 4) : WithBits(row[x / 2], 0x0F, value);
+        break;
+    case 8: row[x] = (BYTE)value; break;
+    case 24:
+    case 32:
+        p = row + bitCount / 8 * x;
+        p[2] = (BYTE)value;
+        p[1] = (BYTE)(value >> 8);
+        p[0] = (BYTE)(value >> 16);
+        if (bitCount == 32)
+            p[3] = (BYTE)(value >> 24);
+        break;
+    default: break;
+    }
+}
+
+static DWORD GetPixelOf(const void *dib, LONG x, LONG y, int isIcon)
+{
+    PixelRows rows = RowsOf(dib, isIcon);
+    if (!HasPixel(&rows, x, y))
+        return NO_PIXEL;
+    return ReadPixel((const BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount);
+}
+
+DWORD GetDibPixel(const void *dib, LONG x, LONG y)
+{
+    return GetPixelOf(dib, x, y, 0);
+}
+
+DWORD GetIconPixel(const void *icon, LONG x, LONG y)
+{
+    return GetPixelOf(icon, x, y, 1);
+}
+
+void SetDibPixel(void *dib, LONG x, LONG y, DWORD value)
+{
+    PixelRows rows = RowsOf(dib, 0);
+    if (HasPixel(&rows, x, y))
+        WritePixel((BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount, value);
+}
+
+HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
+{
+    if (width <= 0 || height <= 0 || !IsDrawnBitCount(bitCount) ||
+        (Bytes)width > MOST_PIXELS / (Bytes)height)
+        return nullptr;
+    BITMAPINFOHEADER header = {};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = height;
+    header.biPlanes = 1;
+    header.biBitCount = bitCount;
+    header.biCompression = BI_RGB;
+    header.biSizeImage = (DWORD)(DibStride(width, bitCount) * (Bytes)height);
+    header.biClrUsed = header.biClrImportant = FullColorCount(bitCount);
+    SIZE_T size = sizeof header + 4 * header.biClrUsed + header.biSizeImage;
+    HGLOBAL dib = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+    BYTE *data = dib != nullptr ? (BYTE *)GlobalLock(dib) : nullptr;
+    if (data == nullptr) {
+        if (dib != nullptr)
+            GlobalFree(dib);
+        return nullptr;
+    }
+    memcpy(data, &header, sizeof header);
+    BYTE *colors = data + sizeof header;
+    for (DWORD i = 0; palette != nullptr && i < header.biClrUsed; i++) {
+        colors[4 * i] = palette[3 * i + 2];
+        colors[4 * i + 1] = palette[3 * i + 1];
+        colors[4 * i + 2] = palette[3 * i];
+    }
+    GlobalUnlock(dib);
+    return dib;
+}
+
+DWORD BlendOverWhite(DWORD value)
+{
+    DWORD alpha = value >> 24;
+    DWORD white = 255 - alpha;
+    DWORD red = (value & 0xFF) * alpha / 255 + white;
+    DWORD green = (value >> 8 & 0xFF) * alpha / 255 + white;
+    DWORD blue = (value >> 16 & 0xFF) * alpha / 255 + white;
+    return red | green << 8 | blue << 16;
+}
+
+HGLOBAL FlattenOverWhite(const void *source, int isIcon)
+{
+    PixelRows from = RowsOf(source, isIcon);
+    HGLOBAL dib = CreateDib(from.width, from.height, nullptr, 24);
+    if (dib == nullptr)
+        return nullptr;
+    void *data = GlobalLock(dib);
+    if (data == nullptr) {
+        GlobalFree(dib);
+        return nullptr;
+    }
+    PixelRows to = RowsOf(data, 0);
+    for (LONG y = 0; y < from.height; y++) {
+        const BYTE *fromRow = (const BYTE *)source + RowOffset(&from, y);
+        BYTE *toRow = (BYTE *)data + RowOffset(&to, y);
+        for (size_t x = 0; x < (size_t)from.width; x++)
+            WritePixel(toRow, x, 24, BlendOverWhite(ReadPixel(fromRow, x, from.bitCount)));
+    }
+    GlobalUnlock(dib);
+    return dib;
+}
+
+HGLOBAL CopyIconMask(const void *icon)
+{
+    static const BYTE blackAndWhite[] = {0, 0, 0, 255, 255, 255};
+    PixelRows from = RowsOf(icon, 1);
+    HGLOBAL dib = CreateDib(from.width, from.height, blackAndWhite, 1);
+    if (dib == nullptr)
+        return nullptr;
+    BYTE *data = (BYTE *)GlobalLock(dib);
+    if (data == nullptr) {
+        GlobalFree(dib);
+        return nullptr;
+    }
+    PixelRows to = RowsOf(data, 0);
+    size_t mask = from.start + from.stride * (size_t)from.height;
+    memcpy(data + to.start, (const BYTE *)icon + mask, to.stride * (size_t)to.height);
+    GlobalUnlock(dib);
+    return dib;
+}
+
+HGLOBAL CopyIconColors(const void *icon)
+{
+    PixelRows from = RowsOf(icon, 1);
+    size_t size = from.start + from.stride * (size_t)from.height;
+    HGLOBAL dib = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+    if (dib == nullptr)
+        return nullptr;
+    BYTE *data = (BYTE *)GlobalLock(dib);
+    if (data == nullptr) {
+        GlobalFree(dib);
+        return nullptr;
+    }
+    memcpy(data, icon, size);
+    if (HeaderOf(icon).headerSize == CORE_HEADER_SIZE) {
+        WORD height = (WORD)from.height;
+        memcpy(data + 6, &height, sizeof height);
+    } else {
+        memcpy(data + 8, &from.height, sizeof from.height);
+    }
+    GlobalUnlock(dib);
+    return dib;
 }
