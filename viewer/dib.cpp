@@ -76,8 +76,8 @@ static Bytes AbsoluteHeight(const DibHeader *header)
 
 static int IsDrawnBitCount(WORD bitCount)
 {
-    static const WORD drawn[] = {1, 4, 8, 16, 24, 32};
-    return std::find(std::begin(drawn), std::end(drawn), bitCount) != std::end(drawn);
+    return bitCount == 1 || bitCount == 4 || bitCount == 8 || bitCount == 16 || bitCount == 24 ||
+           bitCount == 32;
 }
 
 // Whether the compressed pixels, room bytes at data, end inside the block.

@@ -4,6 +4,9 @@
 #include "platform/win32/types.h"
 
 #define BI_RGB 0u
+#define BI_RLE8 1u
+#define BI_RLE4 2u
+#define BI_BITFIELDS 3u
 
 #pragma pack(push, 2)
 typedef struct tagBITMAPFILEHEADER {
