@@ -5,12 +5,12 @@
 
 // --- movable memory ---
 
-#define GMEM_FIXED 0x0000
 #define GMEM_MOVEABLE 0x0002
 #define GMEM_ZEROINIT 0x0040
 
-// Makes a movable block of exactly `bytes` bytes, all zero with GMEM_ZEROINIT. The caller frees it
-// with GlobalFree. Returns NULL when there is no memory. A block of zero bytes cannot be locked.
+// Makes a movable block of exactly `bytes` bytes, all zero with GMEM_ZEROINIT; flags always hold
+// GMEM_MOVEABLE. The caller frees it with GlobalFree. Returns NULL when there is no memory. A block
+// of zero bytes cannot be locked.
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes);
 
 // Changes a block's size; what it held stays, new bytes are zero with GMEM_ZEROINIT. Returns the
@@ -38,6 +38,7 @@ SIZE_T WINAPI GlobalSize(HGLOBAL block);
 // Converts UTF-16 to the ANSI code page. Returns the number of bytes written; 0 when an argument
 // is wrong or the output is too small. units may be -1: up to and with the terminator. A size of 0
 // asks for the number of bytes needed. What the code page lacks becomes "?", with no best fit.
+// flags are 0, the last two arguments NULL.
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
                                int outSize, LPCSTR defaultChar, LPBOOL usedDefault);
 

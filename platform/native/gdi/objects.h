@@ -1,0 +1,67 @@
+// The drawing objects behind the handles of bitmaps, brushes, pens and fonts.
+#pragma once
+
+#include "platform/native/gdi/surface.h"
+#include "platform/win32/types.h"
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <variant>
+
+struct FreePixels {
+    void operator()(uint32_t *pixels) const
+    {
+        free(pixels);
+    }
+};
+using PixelBuffer = std::unique_ptr<uint32_t[], FreePixels>;
+
+// A bitmap in memory, of ratio 1. In a monochrome one each pixel is black or white.
+struct Bitmap {
+    PixelSurface surface;
+    PixelBuffer memory;
+    bool isMonochrome;
+};
+
+// Makes a black bitmap. Returns false for a size that is empty or that memory does not hold.
+bool MakeBitmap(int width, int height, bool isMonochrome, Bitmap *bitmap);
+
+struct Brush {
+    bool isNull;    // draws nothing
+    uint32_t pixel; // 0x00RRGGBB; a solid brush
+    Bitmap pattern; // else the brush's own copy of a pattern; its surface has no pixels when solid
+};
+
+struct Pen {
+    bool isNull;
+    uint32_t pixel; // 0x00RRGGBB
+};
+
+struct Font {
+    int height; // logical pixels of a line; negative: of the letters
+    int weight; // 0 for the usual one, 400 normal, 700 bold
+    std::string face;
+};
+
+using DrawingObject = std::variant<Bitmap, Brush, Pen, Font>;
+
+// Stores an object. Returns its handle, or nullptr when there is no room. A stock object is not
+// ended by DeleteObject.
+HGDIOBJ AddDrawingObject(DrawingObject &&object, bool isStock = false);
+
+// The object of a handle, or nullptr for a dead handle. It keeps its address while it lives.
+DrawingObject *FindDrawingObject(HGDIOBJ handle);
+
+// The same for one kind; nullptr also for an object of another kind.
+template <typename Kind> Kind *FindDrawing(HGDIOBJ handle)
+{
+    DrawingObject *object = FindDrawingObject(handle);
+    return object == nullptr ? nullptr : std::get_if<Kind>(object);
+}
+
+// 0x00BBGGRR and 0x00RRGGBB, one made the other.
+inline uint32_t SwapRedBlue(uint32_t color)
+{
+    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}

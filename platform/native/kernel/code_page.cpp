@@ -1,0 +1,182 @@
+#include "platform/native/kernel/code_page.h"
+
+#include "platform/win32/kernel.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <iconv.h>
+
+namespace
+{
+
+struct PageLanguages {
+    unsigned page;
+    const char *languages; // ISO 639 codes, each followed by a space
+};
+
+// Microsoft's assignment of languages to single-byte pages; every other language has 1252.
+const PageLanguages pageLanguages[] = {
+    {874, "th "},
+    {1250, "bs cs hr hu pl ro sk sl sq tk "},
+    {1251, "be bg kk ky mk mn ru sr tg tt uk "},
+    {1253, "el "},
+    {1254, "az tr uz "},
+    {1255, "he iw yi "},
+    {1256, "ar fa ku ps sd ug ur "},
+    {1257, "et lt lv "},
+    {1258, "vi "},
+};
+
+struct ByteMeaning {
+    unsigned page;
+    BYTE first, last; // bytes
+    WCHAR unit;       // of the first
+};
+
+// Bytes whose meaning on Windows is not the system converter's.
+const ByteMeaning windowsMeanings[] = {
+    {874, 0xDB, 0xDE, 0xF8C1},  {874, 0xFC, 0xFF, 0xF8C5},  {1253, 0xAA, 0xAA, 0xF8F9},
+    {1253, 0xD2, 0xD2, 0xF8FA}, {1253, 0xFF, 0xFF, 0xF8FB}, {1255, 0xD9, 0xDF, 0xF88D},
+    {1255, 0xFB, 0xFC, 0xF894}, {1255, 0xFF, 0xFF, 0xF896}, {1257, 0xA1, 0xA1, 0xF8FC},
+    {1257, 0xA5, 0xA5, 0xF8FD},
+};
+
+// What the converter makes of one byte; a byte that it does not know means its own number.
+WCHAR UnitOfByte(iconv_t converter, int byte)
+{
+    char text = (char)byte;
+    unsigned char wide[8];
+    char *from = &text;
+    char *to = (char *)wide;
+    size_t fromLeft = 1;
+    size_t toLeft = sizeof wide;
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    // Some pages hold a letter back for an accent that may follow; the second call lets it go.
+    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == (size_t)-1 ||
+        iconv(converter, nullptr, nullptr, &to, &toLeft) == (size_t)-1 || toLeft != sizeof wide - 2)
+        return (WCHAR)byte;
+    return (WCHAR)(wide[0] | wide[1] << 8);
+}
+
+std::string LocaleOfUser()
+{
+    for (const char *name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char *value = getenv(name);
+        if (value != nullptr && value[0] != 0)
+            return value;
+    }
+    return "";
+}
+
+// Counts the length of a text that ends with its terminator, which is counted too.
+template <typename Unit> int LengthWithTerminator(const Unit *text)
+{
+    size_t length = 0;
+    while (text[length] != 0)
+        length++;
+    return length < INT_MAX ? (int)length + 1 : 0;
+}
+
+} // namespace
+
+bool FillCodePage(unsigned number, CodePage *page)
+{
+    const std::string name = "CP" + std::to_string(number);
+    iconv_t converter = iconv_open("UTF-16LE", name.c_str());
+    const bool known = converter != (iconv_t)-1;
+    for (int byte = 0; byte < 256; byte++)
+        page->units[byte] = known ? UnitOfByte(converter, byte) : (WCHAR)byte;
+    if (known)
+        iconv_close(converter);
+    for (const ByteMeaning &meaning : windowsMeanings)
+        if (meaning.page == number)
+            for (int byte = meaning.first; byte <= meaning.last; byte++)
+                page->units[byte] = (WCHAR)(meaning.unit + byte - meaning.first);
+    memset(page->bytes, 0, sizeof page->bytes);
+    for (int byte = 255; byte >= 0; byte--)
+        page->bytes[page->units[byte]] = (BYTE)byte;
+    return known;
+}
+
+unsigned CodePageOfLocale(std::string_view locale)
+{
+    const std::string language(locale.substr(0, locale.find_first_of("_.@")));
+    // A language of two scripts says in its modifier which one is meant.
+    if (language == "sr" && locale.find("@latin") != std::string_view::npos)
+        return 1250;
+    if ((language == "uz" || language == "az") &&
+        locale.find("@cyrillic") != std::string_view::npos)
+        return 1251;
+    if (language.size() == 2)
+        for (const PageLanguages &row : pageLanguages)
+            if (strstr(row.languages, (language + " ").c_str()) != nullptr)
+                return row.page;
+    return 1252;
+}
+
+const CodePage &AnsiCodePage()
+{
+    static CodePage page;
+    [[maybe_unused]] static const bool known =
+        FillCodePage(CodePageOfLocale(LocaleOfUser()), &page);
+    return page;
+}
+
+std::string TextToUtf8(std::string_view text)
+{
+    const CodePage &page = AnsiCodePage();
+    std::string out;
+    out.reserve(text.size());
+    for (char character : text) {
+        const unsigned unit = page.units[(unsigned char)character];
+        if (unit < 0x80) {
+            out += (char)unit;
+        } else if (unit < 0x800) {
+            out += (char)(0xC0 | unit >> 6);
+            out += (char)(0x80 | (unit & 0x3F));
+        } else {
+            out += (char)(0xE0 | unit >> 12);
+            out += (char)(0x80 | (unit >> 6 & 0x3F));
+            out += (char)(0x80 | (unit & 0x3F));
+        }
+    }
+    return out;
+}
+
+int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
+                               int outSize, LPCSTR defaultChar, LPBOOL usedDefault)
+{
+    if (codePage != CP_ACP || flags != 0 || wide == nullptr || outSize < 0 ||
+        (out == nullptr && outSize != 0) || defaultChar != nullptr || usedDefault != nullptr)
+        return 0;
+    if (units < 0)
+        units = LengthWithTerminator(wide);
+    if (outSize == 0 || units == 0)
+        return units;
+    const CodePage &page = AnsiCodePage();
+    const int count = std::min(units, outSize);
+    for (int i = 0; i < count; i++) {
+        const BYTE byte = page.bytes[wide[i]];
+        out[i] = byte == 0 && wide[i] != 0 ? '?' : (char)byte;
+    }
+    return count == units ? units : 0;
+}
+
+int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int bytes, LPWSTR out,
+                               int outSize)
+{
+    if (codePage != CP_ACP || flags != 0 || text == nullptr || outSize < 0 ||
+        (out == nullptr && outSize != 0))
+        return 0;
+    if (bytes < 0)
+        bytes = LengthWithTerminator(text);
+    if (outSize == 0 || bytes == 0)
+        return bytes;
+    const CodePage &page = AnsiCodePage();
+    const int count = std::min(bytes, outSize);
+    for (int i = 0; i < count; i++)
+        out[i] = page.units[(unsigned char)text[i]];
+    return count == bytes ? bytes : 0;
+}

@@ -1,0 +1,173 @@
+// Modules: the program's own resources, which are embedded in it, and PE files opened as modules.
+#include "platform/native/handles.h"
+#include "platform/native/kernel/code_page.h"
+#include "platform/native/kernel/module_image.h"
+#include "platform/win32/kernel.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <map>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// A PE image made from the program's resource script.
+extern "C" const uint8_t QuillmoorResources[];
+extern "C" const uint8_t QuillmoorResourcesEnd[];
+
+namespace
+{
+
+struct Free {
+    void operator()(uint8_t *bytes) const
+    {
+        free(bytes);
+    }
+};
+using FileBytes = std::unique_ptr<uint8_t[], Free>;
+
+struct Module {
+    FileBytes owned; // nothing for the program itself
+    ModuleImage image;
+    // By file offset and size: a resource that is found again keeps its handle.
+    std::map<std::pair<size_t, uint32_t>, HRSRC> found;
+};
+
+struct Resource {
+    const uint8_t *bytes;
+    uint32_t size;
+};
+
+HandleTable<Module, HandleKind::Module> &Modules()
+{
+    static HandleTable<Module, HandleKind::Module> modules;
+    return modules;
+}
+
+HandleTable<Resource, HandleKind::Resource> &Resources()
+{
+    static HandleTable<Resource, HandleKind::Resource> resources;
+    return resources;
+}
+
+HMODULE ProgramModule()
+{
+    static const HMODULE program = [] {
+        Module module{};
+        const size_t size = (size_t)(QuillmoorResourcesEnd - QuillmoorResources);
+        if (!ReadModuleImage(QuillmoorResources, size, &module.image))
+            abort(); // the build made something else than an image
+        return (HMODULE)Modules().Add(std::move(module));
+    }();
+    return program;
+}
+
+// The module of a handle; NULL means the program.
+Module *FindModule(HMODULE handle)
+{
+    return Modules().Find(handle == nullptr ? ProgramModule() : handle);
+}
+
+// Reads a whole regular file. A file that shrinks meanwhile is as long as what could be read.
+FileBytes ReadWholeFile(const char *path, size_t *size)
+{
+    // A pipe of that name must not make the program wait.
+    const int file = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return nullptr;
+    struct stat status;
+    FileBytes bytes;
+    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0)
+        bytes.reset((uint8_t *)malloc((size_t)status.st_size));
+    *size = 0;
+    while (bytes != nullptr && *size < (size_t)status.st_size) {
+        const ssize_t got = read(file, bytes.get() + *size, (size_t)status.st_size - *size);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        *size += (size_t)got;
+    }
+    close(file);
+    return bytes;
+}
+
+// A type or name argument: an integer, a text of the form "#123", or any other text.
+ResourceKey KeyOf(LPCSTR name)
+{
+    if (IS_INTRESOURCE(name))
+        return {true, (uint16_t)(uintptr_t)name, {}};
+    if (name[0] == '#')
+        return {true, (uint16_t)strtoul(name + 1, nullptr, 10), {}};
+    ResourceKey key{false, 0, {}};
+    const CodePage &page = AnsiCodePage();
+    for (const char *byte = name; *byte != 0; byte++)
+        key.text += page.units[(unsigned char)*byte];
+    return key;
+}
+
+} // namespace
+
+HMODULE WINAPI GetModuleHandleA(LPCSTR name)
+{
+    return name == nullptr ? ProgramModule() : nullptr;
+}
+
+HMODULE WINAPI LoadLibraryA(LPCSTR path)
+{
+    Module module{};
+    size_t size = 0;
+    if (path != nullptr)
+        module.owned = ReadWholeFile(path, &size);
+    if (module.owned == nullptr || !ReadModuleImage(module.owned.get(), size, &module.image))
+        return nullptr;
+    return (HMODULE)Modules().Add(std::move(module));
+}
+
+BOOL WINAPI FreeLibrary(HMODULE handle)
+{
+    Module *module = Modules().Find(handle);
+    if (module == nullptr)
+        return FALSE;
+    if (handle == ProgramModule())
+        return TRUE;
+    for (const auto &[place, resource] : module->found)
+        Resources().Remove(resource);
+    return Modules().Remove(handle);
+}
+
+HRSRC WINAPI FindResourceA(HMODULE handle, LPCSTR name, LPCSTR type)
+{
+    Module *module = FindModule(handle);
+    ResourcePlace place;
+    if (module == nullptr || !FindImageResource(module->image, KeyOf(type), KeyOf(name), &place))
+        return nullptr;
+    HRSRC &resource = module->found[{place.fileOffset, place.size}];
+    if (resource == nullptr)
+        resource =
+            (HRSRC)Resources().Add(Resource{module->image.bytes + place.fileOffset, place.size});
+    return resource;
+}
+
+DWORD WINAPI SizeofResource(HMODULE, HRSRC handle)
+{
+    const Resource *resource = Resources().Find(handle);
+    return resource == nullptr ? 0 : resource->size;
+}
+
+HGLOBAL WINAPI LoadResource(HMODULE, HRSRC handle)
+{
+    return Resources().Find(handle) == nullptr ? nullptr : (HGLOBAL)handle;
+}
+
+LPVOID WINAPI LockResource(HGLOBAL handle)
+{
+    const Resource *resource = Resources().Find(handle);
+    // Windows gives the bytes with no const as well; nobody writes there.
+    return resource == nullptr ? nullptr : const_cast<uint8_t *>(resource->bytes);
+}
+
+BOOL WINAPI FreeResource(HGLOBAL)
+{
+    return FALSE;
+}

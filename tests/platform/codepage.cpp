@@ -1,0 +1,71 @@
+#include "platform/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+// Page 1252 is the one of the tests on both systems.
+
+TEST(CodePage, EveryByteSurvivesTheWayThereAndBack)
+{
+    char bytes[256];
+    WCHAR wide[256];
+    char back[256];
+    for (int i = 0; i < 256; i++)
+        bytes[i] = (char)i;
+    ASSERT_EQ(MultiByteToWideChar(CP_ACP, 0, bytes, 256, wide, 256), 256);
+    ASSERT_EQ(WideCharToMultiByte(CP_ACP, 0, wide, 256, back, 256, nullptr, nullptr), 256);
+    EXPECT_EQ(memcmp(bytes, back, 256), 0);
+    struct {
+        BYTE byte;
+        unsigned unit;
+    } const cases[] = {{0x41, 0x41}, {0x80, 0x20AC}, {0x81, 0x81}, {0x8D, 0x8D},
+                       {0x9D, 0x9D}, {0x9F, 0x178},  {0xA4, 0xA4}, {0xE9, 0xE9},
+                       {0xFF, 0xFF}, {0x95, 0x2022}, {0x00, 0}};
+    for (const auto &expected : cases)
+        EXPECT_EQ((unsigned)wide[expected.byte], expected.unit) << (int)expected.byte;
+}
+
+TEST(CodePage, UnitsThatThePageLacksBecomeQuestionMarks)
+{
+    // Hebrew, a surrogate pair, a lone surrogate, a private unit
+    const WCHAR wide[] = {'a', 0x05D0, 'b', 0xD83D, 0xDE00, 'c', 0xDC00, 'd', 0xE000, 0};
+    char text[16];
+    ASSERT_EQ(WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr), 10);
+    EXPECT_STREQ(text, "a?b??c?d?");
+}
+
+TEST(CodePage, LengthsAndSizes)
+{
+    const WCHAR wide[] = {'a', 0xE9, 0x20AC, 0, 'z'};
+    const char narrow[] = "a\xE9\x80";
+    struct {
+        int length, outSize, expected;
+    } const cases[] = {
+        {-1, 0, 4}, {-1, 4, 4}, {-1, 3, 0}, {2, 0, 2}, {2, 2, 2}, {2, 1, 0}, {0, 8, 0}, {0, 0, 0},
+    };
+    for (const auto &row : cases) {
+        char text[9];
+        WCHAR units[9];
+        memset(text, '#', sizeof text);
+        for (WCHAR &unit : units)
+            unit = '#';
+        EXPECT_EQ(
+            WideCharToMultiByte(CP_ACP, 0, wide, row.length, text, row.outSize, nullptr, nullptr),
+            row.expected);
+        EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, narrow, row.length, units, row.outSize),
+                  row.expected);
+        EXPECT_EQ(text[row.outSize], '#');
+        EXPECT_EQ(units[row.outSize], '#');
+        if (row.expected > 0 && row.outSize > 0) {
+            EXPECT_EQ(memcmp(text, narrow, (size_t)row.expected), 0);
+            EXPECT_EQ(memcmp(units, wide, (size_t)row.expected * sizeof(WCHAR)), 0);
+        }
+    }
+    // With a counted length a terminator is a unit like any other.
+    char text[8];
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, wide, 5, text, 8, nullptr, nullptr), 5);
+    EXPECT_EQ(text[4], 'z');
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, nullptr, 1, text, 8, nullptr, nullptr), 0);
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, wide, 1, text, -1, nullptr, nullptr), 0);
+}

@@ -1,0 +1,42 @@
+#include "platform/win32.h"
+
+#include "resources/ids.h"
+
+#include <gtest/gtest.h>
+
+TEST(ImageList, PicturesAreCountedAndNumbered)
+{
+    HIMAGELIST list = ImageList_Create(16, 14, ILC_COLOR8, 2, 2);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(ImageList_GetImageCount(list), 0);
+    HMODULE program = GetModuleHandleA(nullptr);
+    for (int i = 0; i < 2; i++) {
+        HBITMAP bitmap = LoadBitmapA(
+            program, MAKEINTRESOURCEA(i == 0 ? IDB_FOLDER_CLOSED : IDB_FOLDER_SELECTED));
+        ASSERT_NE(bitmap, nullptr);
+        EXPECT_EQ(ImageList_Add(list, bitmap, nullptr), i);
+        EXPECT_TRUE(DeleteObject(bitmap)); // the list has its own copy
+    }
+    EXPECT_EQ(ImageList_GetImageCount(list), 2);
+    EXPECT_EQ(ImageList_Add(list, nullptr, nullptr), -1);
+    EXPECT_EQ(ImageList_GetImageCount(list), 2);
+    EXPECT_TRUE(ImageList_Destroy(list));
+}
+
+TEST(ImageList, WideBitmapGivesSeveralPictures)
+{
+    HIMAGELIST list = ImageList_Create(8, 14, ILC_COLOR8, 2, 2);
+    HBITMAP bitmap = LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_FOLDER_CLOSED));
+    EXPECT_EQ(ImageList_Add(list, bitmap, nullptr), 0);
+    EXPECT_EQ(ImageList_GetImageCount(list), 2);
+    DeleteObject(bitmap);
+    ImageList_Destroy(list);
+}
+
+TEST(ImageList, DestroyedListTakesNothing)
+{
+    EXPECT_EQ(LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(1)), nullptr);
+    EXPECT_FALSE(DeleteObject(nullptr));
+    EXPECT_EQ(ImageList_GetImageCount(nullptr), 0);
+    EXPECT_EQ(ImageList_Create(0, 14, ILC_COLOR8, 2, 2), nullptr);
+}

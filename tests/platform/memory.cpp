@@ -1,0 +1,84 @@
+#include "platform/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+static const UINT zeroed = GMEM_MOVEABLE | GMEM_ZEROINIT;
+
+static bool AreAll(const void *bytes, size_t size, BYTE value)
+{
+    const BYTE *at = (const BYTE *)bytes;
+    for (size_t i = 0; i < size; i++)
+        if (at[i] != value)
+            return false;
+    return true;
+}
+
+TEST(Memory, BlockHasExactSizeAndZeroBytes)
+{
+    for (size_t size : {1u, 13u, 4096u, 3000001u}) {
+        HGLOBAL block = GlobalAlloc(zeroed, size);
+        ASSERT_NE(block, nullptr);
+        EXPECT_EQ(GlobalSize(block), size);
+        EXPECT_TRUE(AreAll(GlobalLock(block), size, 0));
+        EXPECT_EQ(GlobalFree(block), nullptr);
+    }
+}
+
+TEST(Memory, EmptyBlockCannotBeLocked)
+{
+    HGLOBAL block = GlobalAlloc(zeroed, 0);
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(GlobalLock(block), nullptr);
+    EXPECT_EQ(GlobalSize(block), 0u);
+    ASSERT_EQ(GlobalReAlloc(block, 5, zeroed), block);
+    EXPECT_TRUE(AreAll(GlobalLock(block), 5, 0));
+    GlobalFree(block);
+}
+
+TEST(Memory, LocksAreCounted)
+{
+    HGLOBAL block = GlobalAlloc(zeroed, 8);
+    EXPECT_EQ(GlobalLock(block), GlobalLock(block));
+    EXPECT_TRUE(GlobalUnlock(block));
+    EXPECT_FALSE(GlobalUnlock(block));
+    EXPECT_FALSE(GlobalUnlock(block)); // one time too many
+    EXPECT_NE(GlobalLock(block), nullptr);
+    EXPECT_FALSE(GlobalUnlock(block));
+    GlobalFree(block);
+}
+
+TEST(Memory, ResizingKeepsContentsAndZeroesWhatIsNew)
+{
+    // A shrunken block forgets what lay past its end.
+    HGLOBAL block = GlobalAlloc(zeroed, 100);
+    memset(GlobalLock(block), 0x5A, 100);
+    GlobalUnlock(block);
+    size_t kept = 100;
+    for (size_t size : {10u, 60u, 200u, 250u, 100000u}) {
+        HGLOBAL resized = GlobalReAlloc(block, size, zeroed);
+        ASSERT_NE(resized, nullptr);
+        block = resized;
+        EXPECT_EQ(GlobalSize(block), size);
+        kept = kept < size ? kept : size;
+        const BYTE *bytes = (const BYTE *)GlobalLock(block);
+        EXPECT_TRUE(AreAll(bytes, kept, 0x5A));
+        EXPECT_TRUE(AreAll(bytes + kept, size - kept, 0)) << size;
+        GlobalUnlock(block);
+    }
+    GlobalFree(block);
+}
+
+TEST(Memory, FailedCallsLeaveBlocksAlone)
+{
+    const SIZE_T tooMuch = ~(SIZE_T)0 / 2;
+    EXPECT_EQ(GlobalAlloc(zeroed, tooMuch), nullptr);
+    HGLOBAL block = GlobalAlloc(zeroed, 4);
+    memcpy(GlobalLock(block), "abc", 4);
+    GlobalUnlock(block);
+    EXPECT_EQ(GlobalReAlloc(block, tooMuch, zeroed), nullptr);
+    EXPECT_EQ(GlobalSize(block), 4u);
+    EXPECT_STREQ((const char *)GlobalLock(block), "abc");
+    GlobalFree(block); // locked or not
+}

@@ -1,0 +1,65 @@
+#include "platform/native/handles.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+TEST(Handles, DeadHandleNeverMeansALaterObject)
+{
+    HandleTable<int, HandleKind::Memory> table;
+    void *first = table.Add(1);
+    EXPECT_EQ(*table.Find(first), 1);
+    EXPECT_TRUE(table.Remove(first));
+    EXPECT_FALSE(table.Remove(first));
+    std::set<void *> seen = {first};
+    for (int i = 0; i < 1000; i++) {
+        void *next = table.Add(i);
+        EXPECT_TRUE(seen.insert(next).second);
+        EXPECT_EQ(table.Find(first), nullptr);
+        table.Remove(next);
+    }
+    EXPECT_EQ(table.Count(), 0u);
+}
+
+TEST(Handles, HandleOfAnotherTableIsNone)
+{
+    HandleTable<int, HandleKind::Memory> memory;
+    HandleTable<int, HandleKind::Window> windows;
+    void *handle = memory.Add(1);
+    windows.Add(2);
+    EXPECT_EQ(windows.Find(handle), nullptr);
+    for (const intptr_t number : {0, 1, 6030, -1, -3, -0x10000})
+        EXPECT_EQ(memory.Find(reinterpret_cast<void *>(number)), nullptr);
+}
+
+TEST(Handles, ObjectsKeepTheirAddress)
+{
+    HandleTable<int, HandleKind::Memory> table;
+    int *first = table.Find(table.Add(7));
+    std::vector<void *> handles;
+    for (int i = 0; i < 5000; i++)
+        handles.push_back(table.Add(i));
+    EXPECT_EQ(*first, 7);
+    for (int i = 0; i < 5000; i++)
+        EXPECT_EQ(*table.Find(handles[(size_t)i]), i);
+}
+
+// An object whose end adds to its own table, as a window's does.
+struct Chained {
+    HandleTable<std::unique_ptr<Chained>, HandleKind::Window> *table;
+    ~Chained()
+    {
+        if (table != nullptr)
+            table->Add(std::make_unique<Chained>(Chained{nullptr}));
+    }
+};
+
+TEST(Handles, AnObjectsEndMayUseTheTable)
+{
+    HandleTable<std::unique_ptr<Chained>, HandleKind::Window> table;
+    std::unique_ptr<Chained> object(new Chained{&table});
+    void *handle = table.Add(std::move(object));
+    EXPECT_TRUE(table.Remove(handle));
+    EXPECT_EQ(table.Find(handle), nullptr);
+    EXPECT_EQ(table.Count(), 1u);
+}
