@@ -1,37 +1,304 @@
-// Windows and messages, and the program's own texts and pictures.
+// Windows and messages, menus and dialogs, and the program's own texts and pictures.
 #pragma once
 
 #include "platform/win32/types.h"
 
-// --- windows ---
+// --- window classes ---
 
 // A window's procedure: answers every message that the window gets.
 typedef LRESULT(CALLBACK *WNDPROC)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-// Sent while the window is made, before CreateWindowExA returns. An answer of -1 undoes the making.
-#define WM_CREATE 0x0001
+#define CS_VREDRAW 0x0001 // a change of height redraws the whole window
+#define CS_HREDRAW 0x0002 // a change of width does
+#define CS_DBLCLKS 0x0008 // a second press comes as a double click
 
-// Sent while the window goes, to it first and then to its children.
-#define WM_DESTROY 0x0002
+typedef struct tagWNDCLASSA {
+    UINT style;
+    WNDPROC lpfnWndProc;
+    int cbClsExtra; // 0
+    int cbWndExtra; // 0
+    HINSTANCE hInstance;
+    HICON hIcon;
+    HCURSOR hCursor;
+    HBRUSH hbrBackground; // what default processing fills the window with; stays the caller's
+    LPCSTR lpszMenuName;
+    LPCSTR lpszClassName; // compared without case
+} WNDCLASSA, *LPWNDCLASSA;
 
+// 0 when the name is taken or missing.
+ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
+
+// FALSE while a window of the class exists, and for an unknown class.
+BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
+
+// --- windows ---
+
+#define WS_POPUP 0x80000000L
 #define WS_CHILD 0x40000000L
+#define WS_VISIBLE 0x10000000L
+#define WS_DISABLED 0x08000000L
+#define WS_CLIPCHILDREN 0x02000000L
+#define WS_CAPTION 0x00C00000L
+#define WS_BORDER 0x00800000L
+#define WS_VSCROLL 0x00200000L
+#define WS_SYSMENU 0x00080000L
+#define WS_GROUP 0x00020000L
+#define WS_TABSTOP 0x00010000L
+#define WS_OVERLAPPEDWINDOW 0x00CF0000L
+
+#define CW_USEDEFAULT ((int)0x80000000)
 
 // Parent of windows that are never shown and only take messages.
 #define HWND_MESSAGE ((HWND)(intptr_t)-3)
 
-// Makes a window of a class. NULL when the class is unknown or the parent is dead.
+// Makes a window of a class: one that the program registered, "button", "static" or
+// "SysTreeView32". x, y, width and height are the outer rectangle, a child's in its parent's client
+// area. menuOrId is a child's id; other windows get their class's menu. A window with a parent and
+// without WS_CHILD is owned: it goes with its owner and stays above it. NULL when the class is
+// unknown, the parent is dead or WM_CREATE is answered with -1.
 HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, DWORD style, int x,
                             int y, int width, int height, HWND parent, HMENU menuOrId,
                             HINSTANCE instance, LPVOID parameter);
 
-// Destroys a window and its children. FALSE for a dead handle.
+// Destroys a window, those it owns and its children; each gets WM_DESTROY, parents first. FALSE
+// for a dead handle.
 BOOL WINAPI DestroyWindow(HWND window);
+
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_SHOWMAXIMIZED 3
+#define SW_SHOW 5
+
+// TRUE when the window was visible before.
+BOOL WINAPI ShowWindow(HWND window, int command);
+
+// Paints what is invalid of the window and its children at once.
+BOOL WINAPI UpdateWindow(HWND window);
+
+// Marks a part of the client area (NULL: all) for painting, and, without WS_CLIPCHILDREN, what its
+// children show there. erase: the background is to be filled anew.
+BOOL WINAPI InvalidateRect(HWND window, const RECT *part, BOOL erase);
+
+// The client area, left and top 0. FALSE for a dead handle.
+BOOL WINAPI GetClientRect(HWND window, LPRECT rect);
+
+// The outer rectangle on the screen: frame, caption and menu bar included once the desktop has
+// told them, before that the client area and the menu bar.
+BOOL WINAPI GetWindowRect(HWND window, LPRECT rect);
+
+// Gives a window an outer rectangle; WM_SIZE follows at once when its client size changes. A top
+// level window's manager may give another size, which a later WM_SIZE tells. The layer asks it at
+// most once for each size that it gives; refused again, the window stays as it is.
+BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+
+#define HWND_TOP ((HWND)0)
+#define SWP_NOSIZE 0x0001
+
+// Moves a window to the top of its siblings and to (x, y); SWP_NOSIZE keeps its size.
+BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
+
+// The window that shows at a point of the screen, by the layer's own rectangles; NULL for none.
+HWND WINAPI WindowFromPoint(POINT point);
+
+// A window's text: a frame's caption, a button's or static's label. Frames show UTF-8 when the text
+// is valid UTF-8. GetWindowTextA copies at most size - 1 bytes, terminates, and answers their
+// count.
+BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
+int WINAPI GetWindowTextA(HWND window, LPSTR text, int size);
+int WINAPI GetWindowTextLengthA(HWND window);
+
+// The child with an id; NULL when there is none.
+HWND WINAPI GetDlgItem(HWND window, int id);
+BOOL WINAPI SetDlgItemTextA(HWND window, int id, LPCSTR text);
+
+typedef BOOL(CALLBACK *WNDENUMPROC)(HWND window, LPARAM parameter);
+
+// Calls the procedure for every child, grandchildren included, until it answers FALSE.
+BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC procedure, LPARAM parameter);
+
+// SM_CXSCREEN and SM_CYSCREEN: the size of the main screen in pixels.
+int WINAPI GetSystemMetrics(int index);
+#define SM_CXSCREEN 0
+#define SM_CYSCREEN 1
+
+// A drawing context for the window's client area. That of a window with children draws above them:
+// what is drawn stays until the child below is painted again or the window is updated. NULL for a
+// dead handle. Every context is released.
+HDC WINAPI GetDC(HWND window);
+int WINAPI ReleaseDC(HWND window, HDC dc);
+
+// --- keyboard and mouse ---
+
+// Gives a window the keyboard. Returns the window that had it.
+HWND WINAPI SetFocus(HWND window);
+
+// While a window holds the capture, all mouse messages go to it.
+HWND WINAPI SetCapture(HWND window);
+HWND WINAPI GetCapture(void);
+BOOL WINAPI ReleaseCapture(void);
+
+// Where the mouse was at its last event (Wayland tells no other place), on the screen.
+BOOL WINAPI GetCursorPos(LPPOINT point);
+
+// --- messages ---
+
+#define WM_CREATE 0x0001
+#define WM_DESTROY 0x0002
+#define WM_SIZE 0x0005 // lParam: client width and height
+#define WM_SETFOCUS 0x0007
+#define WM_KILLFOCUS 0x0008
+#define WM_PAINT 0x000F
+#define WM_CLOSE 0x0010           // default: the window is destroyed
+#define WM_QUERYENDSESSION 0x0011 // default: TRUE
+#define WM_QUIT 0x0012
+#define WM_ERASEBKGND 0x0014 // wParam: a drawing context. Default: filled with the class's brush
+#define WM_DRAWITEM 0x002B   // to the parent of an owner-drawn button. lParam: DRAWITEMSTRUCT
+#define WM_SETFONT 0x0030    // to a control. wParam: the font, which stays the caller's
+#define WM_NOTIFY 0x004E     // to the parent. lParam: a record that begins with NMHDR
+#define WM_KEYDOWN 0x0100    // wParam: a VK_ number
+#define WM_INITDIALOG 0x0110 // lParam: the parameter of DialogBoxParamA
+#define WM_COMMAND 0x0111    // wParam: id, and a control's code above it; lParam: the control
+#define WM_SYSCOMMAND 0x0112 // SC_CLOSE, default: WM_CLOSE
+#define WM_MOUSEMOVE 0x0200  // lParam of mouse messages: the place in the client area
+#define WM_LBUTTONDOWN 0x0201
+#define WM_LBUTTONUP 0x0202
+#define WM_LBUTTONDBLCLK 0x0203
+#define WM_RBUTTONDOWN 0x0204
+#define WM_PARENTNOTIFY 0x0210 // to the parents before a child gets a press. wParam: that message
+#define WM_USER 0x0400
+
+// Asked for a control's or dialog's colours; wParam: its drawing context, lParam: its window. The
+// answer is the brush for the background; text and background colour are set in the context.
+#define WM_CTLCOLORMSGBOX 0x0132
+#define WM_CTLCOLORBTN 0x0135
+#define WM_CTLCOLORDLG 0x0136
+#define WM_CTLCOLORSTATIC 0x0138
+
+#define SC_CLOSE 0xF060
+
+#define VK_TAB 0x09
+#define VK_RETURN 0x0D
+#define VK_ESCAPE 0x1B
+#define VK_SPACE 0x20
+#define VK_LEFT 0x25
+#define VK_UP 0x26
+#define VK_RIGHT 0x27
+#define VK_DOWN 0x28
+
+typedef struct tagMSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+} MSG, *LPMSG;
+
+typedef struct tagNMHDR {
+    HWND hwndFrom;
+    UINT_PTR idFrom;
+    UINT code;
+} NMHDR, *LPNMHDR;
 
 // Runs the window's procedure on a message and gives its answer; 0 for a dead handle.
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+// Puts a message at the end of the queue. FALSE for a dead handle.
+BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Waits for the next message, in the order posted, quit, input, paint. FALSE for the quit request,
+// and when there is nothing to wait for: no display and an empty queue. window is NULL, first and
+// last are 0.
+BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last);
+
+// Keys reach the controls as they are; there are no characters to translate into.
+BOOL WINAPI TranslateMessage(const MSG *message);
+LRESULT WINAPI DispatchMessageA(const MSG *message);
+
+// Asks every message loop, nested ones first, to end once the posted messages are through.
+void WINAPI PostQuitMessage(int exitCode);
+
 // The answer to every message that a window's own procedure does not treat.
 LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// --- controls ---
+
+#define BS_DEFPUSHBUTTON 0x00000001L
+#define BS_OWNERDRAW 0x0000000BL
+#define BN_CLICKED 0
+
+#define ODT_BUTTON 4
+#define ODA_DRAWENTIRE 0x0001
+#define ODS_SELECTED 0x0001
+#define ODS_DISABLED 0x0004
+#define ODS_FOCUS 0x0010
+
+typedef struct tagDRAWITEMSTRUCT {
+    UINT CtlType;
+    UINT CtlID;
+    UINT itemID;
+    UINT itemAction; // always ODA_DRAWENTIRE
+    UINT itemState;
+    HWND hwndItem;
+    HDC hDC;
+    RECT rcItem;
+    uintptr_t itemData;
+} DRAWITEMSTRUCT, *LPDRAWITEMSTRUCT;
+
+// --- menus ---
+
+#define MF_ENABLED 0x00000000L
+#define MF_STRING 0x00000000L
+#define MF_BYCOMMAND 0x00000000L
+#define MF_GRAYED 0x00000001L
+#define MF_DISABLED 0x00000002L
+#define MF_POPUP 0x00000010L
+#define MF_SEPARATOR 0x00000800L
+
+// The menu bar of a window; NULL when it has none.
+HMENU WINAPI GetMenu(HWND window);
+
+// Finds an item by its command, in submenus too. EnableMenuItem answers the state before, and
+// GetMenuState the state, both -1 when there is no such item.
+BOOL WINAPI EnableMenuItem(HMENU menu, UINT id, UINT flags);
+UINT WINAPI GetMenuState(HMENU menu, UINT id, UINT flags);
+
+// The caller destroys a menu that is no window's.
+HMENU WINAPI CreatePopupMenu(void);
+BOOL WINAPI AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text);
+BOOL WINAPI DestroyMenu(HMENU menu);
+
+// Shows a menu at a point of the screen, and loops over messages until it closes. A chosen item's
+// command is posted to the owner. FALSE for a dead menu or owner.
+BOOL WINAPI TrackPopupMenu(HMENU menu, UINT flags, int x, int y, int reserved, HWND owner,
+                           const RECT *keepOut);
+
+// --- dialogs ---
+
+#define DS_SETFONT 0x40L
+#define DS_MODALFRAME 0x80L
+
+#define IDOK 1
+#define IDCANCEL 2
+#define IDYES 6
+#define IDNO 7
+
+typedef INT_PTR(CALLBACK *DLGPROC)(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Shows a DIALOG or DIALOGEX template of the module over its owner, which takes no input
+// meanwhile, and loops over messages until EndDialog. Returns EndDialog's result; -1 when there is
+// no such template; 0 when the owner is dead. A quit request, or the end of the owner, ends it.
+INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND owner,
+                               DLGPROC procedure, LPARAM parameter);
+BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
+
+#define MB_OK 0x00000000L
+#define MB_ICONINFORMATION 0x00000040L
+
+// Shows a text with an OK button; loops as a dialog does. Returns IDOK, 0 when it went otherwise.
+int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 
 // --- resources ---
 
@@ -41,3 +308,13 @@ int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size);
 
 // Loads a bitmap of the module. The caller deletes it. NULL when there is none.
 HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name);
+
+// Load a module's icon or cursor, or, with no module, a cursor of the desktop. They are shared:
+// nobody deletes them. NULL when there is none.
+HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
+HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
+#define IDC_ARROW MAKEINTRESOURCEA(32512)
+#define IDC_WAIT MAKEINTRESOURCEA(32514)
+
+// Shows a cursor until the mouse next moves into another window. Returns the one shown before.
+HCURSOR WINAPI SetCursor(HCURSOR cursor);

@@ -1,0 +1,3 @@
+#include "platform/native/visible.h"
+
+VisibleHalf visible;
