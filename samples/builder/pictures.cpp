@@ -42,7 +42,7 @@ static int Distance(uint32_t a, uint32_t b)
     return red * red + green * green + blue * blue;
 }
 
-static unsigned NearestColor(const std::vector<uint32_t> &colors, uint32_t pixel)
+unsigned NearestColor(const std::vector<uint32_t> &colors, uint32_t pixel)
 {
     auto nearest = std::min_element(colors.begin(), colors.end(), [&](uint32_t a, uint32_t b) {
         return Distance(a, pixel) < Distance(b, pixel);
@@ -222,15 +222,13 @@ static void AddMask(Bytes &image, const Picture &picture)
     AddBytes(image, PackPixels(mask, 1, DibForm::Plain, {0, 0xffffff}));
 }
 
-Bytes MakeIconImage(const Picture &picture, int bits)
+Bytes MakeIconImage(const Picture &picture, int bits, std::vector<uint32_t> colors)
 {
     Picture shown = picture;
     for (uint32_t &pixel : shown.pixels)
         if (bits < 32 && !IsOpaque(pixel))
             pixel = 0;
-    // black has to be there for what is transparent
-    std::vector<uint32_t> colors;
-    if (bits <= 8) {
+    if (bits <= 8 && colors.empty()) {
         colors = ColorsOf(shown, ((size_t)1 << bits) - 1);
         colors.insert(colors.begin(), 0);
     }

@@ -24,6 +24,9 @@ struct Picture {
 
 Picture MakePicture(int width, int height, uint32_t fill);
 
+// The index of the colour that is nearest to the pixel; alpha does not count.
+unsigned NearestColor(const std::vector<uint32_t> &colors, uint32_t pixel);
+
 enum class DibForm {
     Plain,
     Core,      // the old 12-byte header, with three bytes a colour
@@ -43,8 +46,8 @@ Bytes MakeDib(const Picture &picture, int bits, DibForm form = DibForm::Plain,
 Bytes MakeBmpFile(const Bytes &dib);
 
 // An icon image: a DIB of twice the height and the mask, set (and the picture black, below 32 bits)
-// where the alpha is below 128.
-Bytes MakeIconImage(const Picture &picture, int bits);
+// where the alpha is below 128. Up to 8 bits `colors` is as for MakeDib and has to hold black.
+Bytes MakeIconImage(const Picture &picture, int bits, std::vector<uint32_t> colors = {});
 
 // A cursor: the hot spot and a monochrome icon image. Opaque pixels are black or white, the rest
 // leaves the screen as it is.
