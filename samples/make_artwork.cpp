@@ -1,6 +1,6 @@
 // Draws the program's own pictures: make_artwork FOLDER writes folder_closed.bmp,
 // folder_selected.bmp, quillmoor.ico and splitter.cur, which lie in resources/, and
-// about_strip.bmp, which lies in platform/host/.
+// about_strip.bmp and message.ico, which lie in platform/host/.
 #include "samples/artwork/program_artwork.h"
 
 #include <cstdio>
@@ -21,6 +21,7 @@ int main(int count, char **arguments)
         {"quillmoor.ico", MakeIcoFile(DrawProgramIcon(32), 32)},
         {"splitter.cur", MakeCurFile(DrawSplitCursor(), 15, 15)},
         {"about_strip.bmp", MakeBmpFile(MakeDib(DrawAboutStrip(), 24))},
+        {"message.ico", MakeIcoFile(DrawMessageIcon(), 32)},
     };
     for (const auto &file : files) {
         std::string path = std::string(arguments[1]) + "/" + file.name;

@@ -88,3 +88,19 @@ Picture DrawAboutStrip()
         return Over(color, QuillAt((pixelX + 2) / 94, (pixelY - 116) / 190, 0x8a93c4, 0xffffff));
     });
 }
+
+Picture DrawMessageIcon()
+{
+    return Paint(32, 32, 8, [](double x, double y) -> Color {
+        double away = std::hypot(x - 16, y - 16);
+        if (away > 15.5)
+            return {};
+        bool stem = std::abs(x - 16) < 2.2 && y > 13 && y < 24.5;
+        bool foot = std::abs(x - 16) < 4.2 && y > 22.5 && y < 25;
+        bool serif = x > 12 && x < 17 && y > 13 && y < 15.4;
+        if (stem || foot || serif || std::hypot(x - 16, y - 8.6) < 2.6)
+            return ColorOf(0xffffff);
+        Color ground = Mix(ColorOf(0x8a5fb0), ColorOf(0x4a2f78), y / 32);
+        return Mix(ground, ColorOf(0x2c1850), Smooth(13.6, 14.6, away));
+    });
+}

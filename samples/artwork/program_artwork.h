@@ -16,3 +16,6 @@ Picture DrawSplitCursor();
 // The strip down the left edge of the About box: 58 x 226 dialog units of 8-point MS Sans Serif,
 // 87 x 367 pixels.
 Picture DrawAboutStrip();
+
+// What stands beside the text of a message, 32 x 32 pixels: the letter i on a round ground.
+Picture DrawMessageIcon();
