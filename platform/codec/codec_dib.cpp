@@ -1,0 +1,23 @@
+#include "platform/codec/codec_dib.h"
+
+#include "platform/codec/codec.h"
+
+HGLOBAL MakeCodecDib(DWORD width, DWORD height)
+{
+    if (width == 0 || height == 0 || width > CODEC_MOST_PIXELS / height)
+        return nullptr;
+    DWORD rowsSize = width * height * 4;
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(BITMAPINFOHEADER) + rowsSize);
+    if (!block)
+        return nullptr;
+    BITMAPINFOHEADER *header = (BITMAPINFOHEADER *)GlobalLock(block);
+    header->biSize = sizeof *header;
+    header->biWidth = (LONG)width;
+    header->biHeight = (LONG)height;
+    header->biPlanes = 1;
+    header->biBitCount = 32;
+    header->biCompression = BI_RGB;
+    header->biSizeImage = rowsSize;
+    GlobalUnlock(block);
+    return block;
+}

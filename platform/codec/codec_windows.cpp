@@ -1,0 +1,95 @@
+#include "platform/codec/codec.h"
+
+#include "platform/codec/codec_dib.h"
+
+#include <algorithm>
+#include <wincodec.h>
+
+// What decoding one file holds open.
+struct Decoding {
+    HRESULT com;
+    IWICImagingFactory *factory;
+    IWICStream *stream;
+    IWICBitmapDecoder *decoder;
+    IWICBitmapFrameDecode *frame;
+    IWICFormatConverter *converter;
+    UINT width; // pixels
+    UINT height;
+};
+
+template <class Interface> static void Release(Interface *object)
+{
+    if (object)
+        object->Release();
+}
+
+static void EndDecoding(Decoding *decoding)
+{
+    Release(decoding->converter);
+    Release(decoding->frame);
+    Release(decoding->decoder);
+    Release(decoding->stream);
+    Release(decoding->factory);
+    if (SUCCEEDED(decoding->com))
+        CoUninitialize();
+}
+
+// Opens the file and reads its picture's size, no pixel yet. EndDecoding is due whatever the
+// result.
+static int BeginDecoding(const char *path, Decoding *decoding)
+{
+    *decoding = {};
+    // fails when the caller uses another threading model, which serves as well
+    decoding->com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    WCHAR wide[MAX_PATH * 4];
+    if (!MultiByteToWideChar(CP_ACP, 0, path, -1, wide, (int)(sizeof wide / sizeof *wide)))
+        return 0;
+    return SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID_IWICImagingFactory, (void **)&decoding->factory)) &&
+           SUCCEEDED(decoding->factory->CreateStream(&decoding->stream)) &&
+           SUCCEEDED(decoding->stream->InitializeFromFilename(wide, GENERIC_READ)) &&
+           SUCCEEDED(decoding->factory->CreateDecoder(GUID_ContainerFormatPng, nullptr,
+                                                      &decoding->decoder)) &&
+           SUCCEEDED(
+               decoding->decoder->Initialize(decoding->stream, WICDecodeMetadataCacheOnDemand)) &&
+           SUCCEEDED(decoding->decoder->GetFrame(0, &decoding->frame)) &&
+           SUCCEEDED(decoding->frame->GetSize(&decoding->width, &decoding->height));
+}
+
+static void TurnRows(BYTE *rows, size_t stride, size_t height)
+{
+    for (size_t top = 0; top < height / 2; top++)
+        std::swap_ranges(rows + top * stride, rows + (top + 1) * stride,
+                         rows + (height - 1 - top) * stride);
+}
+
+static int DecodeRows(Decoding *decoding, BYTE *rows)
+{
+    UINT stride = decoding->width * 4;
+    if (FAILED(decoding->factory->CreateFormatConverter(&decoding->converter)) ||
+        FAILED(decoding->converter->Initialize(decoding->frame, GUID_WICPixelFormat32bppBGRA,
+                                               WICBitmapDitherTypeNone, nullptr, 0,
+                                               WICBitmapPaletteTypeCustom)) ||
+        FAILED(decoding->converter->CopyPixels(nullptr, stride, stride * decoding->height, rows)))
+        return 0;
+    TurnRows(rows, stride, decoding->height);
+    return 1;
+}
+
+HGLOBAL PNGReadGraphicFile(const char *path)
+{
+    Decoding decoding;
+    HGLOBAL block = nullptr;
+    if (BeginDecoding(path, &decoding))
+        block = MakeCodecDib(decoding.width, decoding.height);
+    int decoded = 0;
+    if (block) {
+        decoded = DecodeRows(&decoding, (BYTE *)GlobalLock(block) + sizeof(BITMAPINFOHEADER));
+        GlobalUnlock(block);
+    }
+    EndDecoding(&decoding);
+    if (decoded)
+        return block;
+    GlobalFree(block);
+    return nullptr;
+}
