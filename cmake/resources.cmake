@@ -31,7 +31,7 @@ function(embed_resources target script)
     add_custom_command(OUTPUT ${image}
         COMMAND ${I686_LD} --dll --entry 0 -s -o ${image} ${object}
         DEPENDS ${object} VERBATIM)
-    set(assembly ${CMAKE_BINARY_DIR}/${name}_resources.c)
+    set(assembly ${CMAKE_BINARY_DIR}/${name}_resources.cpp)
     file(CONFIGURE OUTPUT ${assembly} CONTENT [[
 /* The program's resources, a PE image, and its length in bytes. */
 __asm__(".section .rodata\n"
@@ -43,7 +43,6 @@ __asm__(".section .rodata\n"
         "QuillmoorResourcesEnd:\n"
         ".byte 0\n"
         ".previous\n");
-typedef int NotEmpty;
 ]] @ONLY)
     set_source_files_properties(${assembly} PROPERTIES OBJECT_DEPENDS ${image})
     target_sources(${target} PRIVATE ${assembly})

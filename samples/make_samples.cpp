@@ -17,8 +17,12 @@ static int WriteSample(const char *folder, const char *name, const BuiltExecutab
 
 static std::string IdText(const ResourceId &id)
 {
-    return id.isText ? "'" + std::string(id.text.begin(), id.text.end()) + "'"
-                     : std::to_string(id.number);
+    if (!id.isText)
+        return std::to_string(id.number);
+    std::string text(id.text.begin(), id.text.end());
+    text.insert(text.begin(), '\'');
+    text.push_back('\'');
+    return text;
 }
 
 static void ListSample(const char *name, const ExecutableDescription &description, size_t unit)

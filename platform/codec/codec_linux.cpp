@@ -2,40 +2,84 @@
 
 #include "platform/codec/codec_dib.h"
 
+#include <csetjmp>
 #include <cstdio>
 #include <png.h>
 
-// Decodes the pixels of an image whose header has been read.
-static HGLOBAL ReadPixels(png_image *image)
+// What decoding one file holds. libpng leaves by longjmp at the first fault, so all of it lies in
+// a record outside the function that is left.
+struct Decoding {
+    FILE *file;
+    png_structp reader;
+    png_infop info;
+    HGLOBAL block;
+    jmp_buf fault;
+};
+
+[[noreturn]] static void OnFault(png_structp reader, png_const_charp)
 {
-    HGLOBAL block = MakeCodecDib(image->width, image->height);
-    if (!block)
-        return nullptr;
-    BYTE *rows = (BYTE *)GlobalLock(block) + sizeof(BITMAPINFOHEADER);
-    image->format = PNG_FORMAT_BGRA;
-    // 16-bit samples are on the same scale as 8-bit ones
-    image->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
-    // a negative stride: the top row goes last
-    int decoded = png_image_finish_read(image, nullptr, rows,
-                                        -(png_int_32)PNG_IMAGE_ROW_STRIDE(*image), nullptr);
-    GlobalUnlock(block);
-    if (decoded)
-        return block;
-    GlobalFree(block);
-    return nullptr;
+    longjmp(((Decoding *)png_get_error_ptr(reader))->fault, 1);
+}
+
+static void OnWarning(png_structp, png_const_charp)
+{
+}
+
+// Asks for 8-bit blue, green, red and alpha, whatever the file has.
+static void AskForPixels(const Decoding *decoding)
+{
+    png_set_expand(decoding->reader);
+    png_set_scale_16(decoding->reader);
+    png_set_gray_to_rgb(decoding->reader);
+    png_set_add_alpha(decoding->reader, 0xff, PNG_FILLER_AFTER);
+    png_set_bgr(decoding->reader);
+}
+
+// Decodes into decoding->block; returns 0 when there is no memory or the picture is refused.
+static int DecodePicture(Decoding *decoding)
+{
+    png_init_io(decoding->reader, decoding->file);
+    png_read_info(decoding->reader, decoding->info);
+    DWORD height = png_get_image_height(decoding->reader, decoding->info);
+    DWORD width = png_get_image_width(decoding->reader, decoding->info);
+    decoding->block = MakeCodecDib(width, height);
+    if (!decoding->block)
+        return 0;
+    AskForPixels(decoding);
+    int passes = png_set_interlace_handling(decoding->reader);
+    png_read_update_info(decoding->reader, decoding->info);
+    BYTE *rows = (BYTE *)GlobalLock(decoding->block) + sizeof(BITMAPINFOHEADER);
+    size_t stride = (size_t)width * 4;
+    for (int pass = 0; pass < passes; pass++)
+        for (size_t y = 0; y < height; y++)
+            png_read_row(decoding->reader, rows + (height - 1 - y) * stride, nullptr);
+    // the rest of the file holds nothing that is used, but it has to be there
+    png_read_end(decoding->reader, nullptr);
+    GlobalUnlock(decoding->block);
+    return 1;
+}
+
+static int DecodeOrFail(Decoding *decoding)
+{
+    if (setjmp(decoding->fault))
+        return 0;
+    return DecodePicture(decoding);
 }
 
 HGLOBAL PNGReadGraphicFile(const char *path)
 {
-    FILE *file = fopen(path, "rb");
-    if (!file)
+    Decoding decoding = {};
+    decoding.file = fopen(path, "rb");
+    if (!decoding.file)
         return nullptr;
-    png_image image = {};
-    image.version = PNG_IMAGE_VERSION;
-    HGLOBAL block = nullptr;
-    if (png_image_begin_read_from_stdio(&image, file))
-        block = ReadPixels(&image);
-    png_image_free(&image);
-    fclose(file);
-    return block;
+    decoding.reader = png_create_read_struct(PNG_LIBPNG_VER_STRING, &decoding, OnFault, OnWarning);
+    if (decoding.reader)
+        decoding.info = png_create_info_struct(decoding.reader);
+    int decoded = decoding.info && DecodeOrFail(&decoding);
+    png_destroy_read_struct(&decoding.reader, &decoding.info, nullptr);
+    fclose(decoding.file);
+    if (decoded)
+        return decoding.block;
+    GlobalFree(decoding.block);
+    return nullptr;
 }
