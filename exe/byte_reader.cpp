@@ -34,6 +34,20 @@ DWORD ReadU32(ByteReader *reader, size_t offset)
     return (DWORD)bytes[0] | (DWORD)bytes[1] << 8 | (DWORD)bytes[2] << 16 | (DWORD)bytes[3] << 24;
 }
 
+static BYTE FoldLetter(BYTE letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? (BYTE)(letter + 'a' - 'A') : letter;
+}
+
+int EqualLetters(const void *bytes, const char *text, size_t length)
+{
+    const BYTE *letters = (const BYTE *)bytes;
+    for (size_t i = 0; i < length; i++)
+        if (FoldLetter(letters[i]) != FoldLetter((BYTE)text[i]))
+            return 0;
+    return 1;
+}
+
 void UnitsToText(const BYTE *units, int count, char *text)
 {
     WCHAR wide[260];

@@ -22,6 +22,10 @@ const BYTE *BytesAt(ByteReader *reader, size_t offset, size_t size);
 WORD ReadU16(ByteReader *reader, size_t offset);
 DWORD ReadU32(ByteReader *reader, size_t offset);
 
+// Whether the bytes equal the text over its length, A to Z folded to lower case, whatever the
+// locale says.
+int EqualLetters(const void *bytes, const char *text, size_t length);
+
 // Converts count little-endian UTF-16 code units, at any address, to the ANSI code page and
 // terminates the text after at most count bytes; text holds at least count + 1 bytes, and count is
 // at most 260. A code unit of 0 becomes a 0 byte.

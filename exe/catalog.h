@@ -38,6 +38,10 @@ extern ResourceCatalog openCatalog;
 // is 0, so that every block can be locked. The caller frees it. NULL when there is no memory.
 HGLOBAL AllocateData(DWORD size);
 
+// How many bytes the kept resources of a file may have together: a file that names the same data
+// over and over must not fill the memory.
+unsigned long long KeptBytesLimit(unsigned long long fileLength);
+
 // Adds a copy of the entry as the last record; its index is the old count. On success the
 // catalogue owns the entry's data block. Returns 0 on failure: the catalogue is as it was and the
 // data block is still the caller's.

@@ -2,7 +2,7 @@
 // An item's value (its lParam, as a 32-bit number) is the entry's index, -1 for a category item.
 #pragma once
 
-#include "platform/win32.h"
+#include "exe/catalog.h"
 
 #define CATEGORY_ITEM_VALUE (-1)
 #define TREE_IMAGE_WIDTH 16
@@ -32,6 +32,14 @@ HTREEITEM AddCategoryItem(HWND tree, DWORD category);
 
 // The label of a category's item ("BITMAP"), or NULL when the number is no ResourceCategory.
 const char *CategoryLabel(DWORD category);
+
+// Appends an entry, whose data block is filled, to openCatalog and adds its item under its category
+// item. Returns 0 when it could not be appended: the data block is still the caller's.
+int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry);
+
+// Gives an entry a data block with a copy of its entry->size bytes, sets isWave and adds it as
+// AddEntry does. Returns 0 when there was no memory, and nothing is left behind.
+int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes);
 
 // Writes an entry's label: its name and "(N bytes)". label holds at least LABEL_SIZE bytes.
 #define LABEL_SIZE 300

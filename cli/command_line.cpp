@@ -1,0 +1,52 @@
+#include "cli/command_line.h"
+
+#include "cli/list.h"
+#include "cli/save.h"
+#include "platform/console.h"
+#include "shell/globals.h"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+static ExitStatus ReportParsing(CLI::App &app, const CLI::ParseError &error, FILE *out, FILE *err)
+{
+    std::ostringstream toOut, toErr;
+    const int status = app.exit(error, toOut, toErr);
+    if (!PrintText(out, toOut.str()) || !PrintText(err, toErr.str()))
+        return ExitFailed;
+    return status == 0 ? ExitDone : ExitUsage;
+}
+
+static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *out, FILE *err)
+{
+    CLI::App app("Lists and saves the bitmaps, icons, string tables and raw data that Windows\n"
+                 "executables and libraries carry (32-bit PE, 16-bit NE).",
+                 "quillmoor-cli");
+    ListOptions listOptions;
+    SaveOptions saveOptions;
+    app.set_version_flag("--version", "quillmoor-cli " QUILLMOOR_VERSION);
+    app.allow_windows_style_options(false);
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 all that was asked was done, 1 a file was refused or a write\n"
+               "failed, 2 wrong usage.");
+    CLI::App *list = AddListCommand(app, &listOptions);
+    AddSaveCommand(app, &saveOptions);
+    try {
+        // The parser takes its arguments from the back.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError &error) {
+        return ReportParsing(app, error, out, err);
+    }
+    return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, err);
+}
+
+ExitStatus RunCommandLine(const std::vector<std::string> &arguments, FILE *out, FILE *err)
+{
+    globals.instance = GetModuleHandleA(nullptr);
+    try {
+        return ParseAndRun(arguments, out, err);
+    } catch (const std::exception &failure) {
+        PrintText(err, std::string("quillmoor-cli: ") + failure.what() + "\n");
+        return ExitFailed;
+    }
+}

@@ -1,0 +1,73 @@
+#include "cli/file_names.h"
+
+#include "platform/files.h"
+
+#include <cstring>
+
+// The shortest limit that is met: bytes on Linux; Windows counts code units, which are no more.
+#define FILE_NAME_LIMIT 255
+
+static void AppendEncoded(std::string &encoded, unsigned char byte)
+{
+    char code[4];
+    snprintf(code, sizeof code, "%%%02X", (unsigned)byte);
+    encoded += code;
+}
+
+// Windows gives these names to devices, whatever extension follows.
+static bool IsDeviceName(const std::string &name)
+{
+    const std::string stem = FoldName(name.substr(0, name.find('.')));
+    for (const char *device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
+        if (stem == device)
+            return true;
+    const bool numbered = stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0;
+    const std::string number = numbered ? stem.substr(3) : "";
+    return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\xC2\xB9" ||
+           number == "\xC2\xB2" || number == "\xC2\xB3";
+}
+
+std::string EncodeFileName(const std::string &name)
+{
+    std::string encoded;
+    const bool device = IsDeviceName(name);
+    for (size_t i = 0; i < name.size(); i++) {
+        const unsigned char byte = (unsigned char)name[i];
+        if (byte < 32 || byte == 127 || strchr("<>:\"/\\|?*", byte) != nullptr ||
+            (device && i == 0))
+            AppendEncoded(encoded, byte);
+        else
+            encoded += (char)byte;
+    }
+    return encoded;
+}
+
+// Cuts UTF-8 text to at most `limit` bytes, between two characters and not inside a %XX.
+static std::string Shorten(const std::string &text, size_t limit)
+{
+    if (text.size() <= limit)
+        return text;
+    size_t end = limit;
+    while (end > 0 && ((unsigned char)text[end] & 0xC0) == 0x80)
+        end--;
+    for (size_t back = 1; back <= 2 && back <= end; back++)
+        if (text[end - back] == '%')
+            return text.substr(0, end - back);
+    return text.substr(0, end);
+}
+
+std::string NextFileName(NamesInFolder *folder, const std::string &encoded,
+                         const std::string &extension)
+{
+    const std::string stem = Shorten(encoded, FILE_NAME_LIMIT - extension.size());
+    std::string name = stem + extension;
+    if (folder->taken.insert(FoldName(name)).second)
+        return name;
+    int &number = folder->lastNumber.try_emplace(FoldName(name), 1).first->second;
+    do {
+        number++;
+        const std::string tail = " (" + std::to_string(number) + ")" + extension;
+        name = Shorten(encoded, FILE_NAME_LIMIT - tail.size()) + tail;
+    } while (!folder->taken.insert(FoldName(name)).second);
+    return name;
+}

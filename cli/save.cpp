@@ -1,0 +1,196 @@
+#include "cli/save.h"
+
+#include "cli/file_names.h"
+#include "cli/reading.h"
+#include "exe/catalog.h"
+#include "exe/tree_items.h"
+#include "export/formats.h"
+#include "platform/console.h"
+#include "platform/files.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+
+using Clock = std::chrono::steady_clock;
+
+// One run of the command.
+struct SaveRun {
+    const SaveOptions *options;
+    FILE *err;
+    OutputFolder *output;
+    std::map<DWORD, OutputFolder *> folders; // by category
+    std::map<DWORD, NamesInFolder> names;
+    std::vector<bool> nameMatched; // of options->names
+    Clock::time_point start;
+    Clock::time_point lastProgress;
+    ExitStatus status;
+};
+
+CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
+{
+    static const std::map<std::string, DWORD> categories = {
+        {"bitmap", CategoryBitmap},
+        {"icon", CategoryIcon},
+        {"string", CategoryString},
+        {"binary", CategoryBinary},
+    };
+    CLI::App *save = app.add_subcommand("save", "Save resources as BMP, ICO, TXT, WAV and BIN");
+    save->add_option("--output", options->output,
+                     "Folder to save to (default: the file's name and .resources, here)")
+        ->type_name("DIR");
+    save->add_option("--category", options->categories, "Save only this kind; may be repeated")
+        ->type_name("bitmap|icon|string|binary")
+        ->take_all()
+        ->expected(1)
+        ->transform(CLI::IsMember(&categories, CLI::ignore_case).description(""));
+    save->add_flag("--force", options->force, "Replace files that are there already");
+    save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
+    save->add_option("FILE", options->file, "Executable or library")->required();
+    save->add_option("NAME", options->names, "Names of the resources to save (default: all)");
+    return save;
+}
+
+static void Fault(SaveRun *run, const std::string &path, const std::string &text)
+{
+    PrintFault(run->err, path, text);
+    run->status = ExitFailed;
+}
+
+static bool IsWanted(SaveRun *run, const ResourceEntry &entry)
+{
+    const std::vector<DWORD> &categories = run->options->categories;
+    if (!categories.empty() &&
+        std::find(categories.begin(), categories.end(), entry.category) == categories.end())
+        return false;
+    if (run->options->names.empty())
+        return true;
+    bool wanted = false;
+    const std::string name = FoldName(TextToUtf8(entry.name));
+    for (size_t i = 0; i < run->options->names.size(); i++) {
+        if (FoldName(run->options->names[i]) == name)
+            wanted = run->nameMatched[i] = true;
+    }
+    return wanted;
+}
+
+static OutputFolder *CategoryFolder(SaveRun *run, DWORD category)
+{
+    const auto [place, isNew] = run->folders.try_emplace(category, nullptr);
+    if (isNew) {
+        place->second = OpenSubfolder(run->output, CategoryLabel(category));
+        if (place->second == nullptr)
+            Fault(run, CategoryLabel(category),
+                  std::string("The folder cannot be used: ") + FileErrorText() + ".");
+    }
+    return place->second;
+}
+
+// Fills a new file beside the one that is wanted. Returns false, with nothing left, on failure.
+static bool WriteBeside(SaveRun *run, OutputFolder *folder, const char *beside,
+                        const std::string &shown, const ResourceEntry &entry)
+{
+    // What an earlier run that was killed left under this name is in the way of nobody else.
+    DeleteInFolder(folder, beside);
+    FILE *stream = CreateNewFile(folder, beside);
+    if (stream == nullptr) {
+        Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
+        return false;
+    }
+    const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
+    const bool closed = fclose(stream) == 0;
+    if (outcome == WriteDone && closed)
+        return true;
+    DeleteInFolder(folder, beside);
+    Fault(run, shown,
+          outcome == WriteDataUnavailable ? "The resource's data are not available."
+                                          : "The file cannot be written.");
+    return false;
+}
+
+static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
+{
+    const ExportFormat *format = FindExportFormat(&entry);
+    OutputFolder *folder = CategoryFolder(run, entry.category);
+    const std::string name = NextFileName(&run->names[entry.category],
+                                          EncodeFileName(TextToUtf8(entry.name)),
+                                          PathExtension(format->defaultName));
+    const std::string shown = std::string(CategoryLabel(entry.category)) + pathSeparator + name;
+    static const char beside[] = ".quillmoor-unfinished";
+    if (folder == nullptr || !WriteBeside(run, folder, beside, shown, entry))
+        return;
+    const MoveResult moved =
+        MoveInFolder(folder, beside, name.c_str(), run->options->force ? 1 : 0);
+    if (moved == MoveDone)
+        return;
+    DeleteInFolder(folder, beside);
+    if (moved == MoveExists)
+        Fault(run, shown, "The file is there already; --force replaces it.");
+    else
+        Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
+}
+
+static void ShowProgress(SaveRun *run, LONG done)
+{
+    const Clock::time_point now = Clock::now();
+    if (!IsTerminal(run->err) || now - run->start < std::chrono::seconds(1) ||
+        now - run->lastProgress < std::chrono::milliseconds(100))
+        return;
+    run->lastProgress = now;
+    fprintf(run->err, "\r%ld of %ld resources", (long)done, (long)openCatalog.count);
+    fflush(run->err);
+}
+
+static void ClearProgress(SaveRun *run)
+{
+    if (run->lastProgress != Clock::time_point())
+        fprintf(run->err, "\r%40s\r", "");
+}
+
+static void SaveEntries(SaveRun *run)
+{
+    ResourceEntry entry;
+    for (LONG index = 0; index < openCatalog.count; index++) {
+        if (StopRequested()) {
+            ClearProgress(run);
+            Fault(run, run->options->file, "Stopped before everything was saved.");
+            return;
+        }
+        if (GetEntry(openCatalog.entries, &entry, index) && IsWanted(run, entry))
+            SaveEntry(run, entry);
+        ShowProgress(run, index + 1);
+    }
+    ClearProgress(run);
+    for (size_t i = 0; i < run->nameMatched.size(); i++)
+        if (!run->nameMatched[i])
+            Fault(run, run->options->file,
+                  "No resource asked for is named " + run->options->names[i] + ".");
+}
+
+static std::string DefaultOutput(const std::string &file)
+{
+    return file.substr(FolderLength(file.c_str())) + ".resources";
+}
+
+ExitStatus RunSave(const SaveOptions &options, FILE *err)
+{
+    SaveRun run = {};
+    run.options = &options;
+    run.err = err;
+    run.nameMatched.resize(options.names.size());
+    run.start = Clock::now();
+    if (!ReadExecutable(options.file, nullptr, options.salvage, err))
+        return ExitFailed;
+    CatchStopRequests();
+    const std::string output = options.output.empty() ? DefaultOutput(options.file) : options.output;
+    run.output = OpenFolder(output.c_str());
+    if (run.output == nullptr)
+        Fault(&run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
+    else
+        SaveEntries(&run);
+    for (const auto &[category, folder] : run.folders)
+        CloseFolder(folder);
+    CloseFolder(run.output);
+    ReleaseCatalog(&openCatalog);
+    return run.status;
+}

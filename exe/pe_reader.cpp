@@ -1,0 +1,271 @@
+#include "exe/pe_reader.h"
+
+#include "exe/byte_reader.h"
+#include "exe/catalog.h"
+#include "exe/refusal.h"
+#include "exe/tree_items.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <cstring>
+
+#define PE_SIGNATURE 0x4550
+#define PE_HEADERS_SIZE 248
+#define SECTION_HEADER_SIZE 40
+#define DIRECTORY_SIZE 16
+#define DIRECTORY_ENTRY_SIZE 8
+#define DATA_ENTRY_SIZE 16
+#define MAX_LEVELS 8
+#define HIGH_BIT 0x80000000u
+#define NO_TYPE (-1)
+
+// One reading's walk over the directories.
+struct PeWalk {
+    ByteReader image; // never failed itself: each record is read through a copy
+    int result;       // 0 once anything could not be catalogued
+    DWORD delta;      // turns a relative virtual address into a file offset
+    LONG currentType; // the category that is walked, or NO_TYPE
+    HWND tree;
+    HTREEITEM categoryItem;
+    size_t sectionStart;
+
+    // Directories may be shared by many parents, so these bound the walk, not a set of places.
+    size_t directoriesLeft;
+    size_t entriesLeft;
+    unsigned long long keptBytesLeft;
+    int stopped;
+};
+
+static const char *const typeNames[17] = {
+    "???_0",  "CURSOR",       "BITMAP", "ICON",         "MENU",   "DIALOG",
+    "STRING", "FONTDIR",      "FONT",   "ACCELERATORS", "RCDATA", "MESSAGETABLE",
+    "GROUP_CURSOR", "???_13", "GROUP_ICON", "???_15",   "VERSION",
+};
+
+static const struct {
+    const char *typeName;
+    DWORD category;
+} keptTypes[] = {
+    {"BITMAP", CategoryBitmap},
+    {"RCDATA", CategoryBinary},
+    {"STRING", CategoryString},
+    {"ICON", CategoryIcon},
+};
+
+static void Fail(PeWalk *walk, FailureKind kind, size_t offset)
+{
+    walk->result = 0;
+    NoteFailure(kind, offset);
+}
+
+static void Stop(PeWalk *walk, FailureKind kind, size_t offset)
+{
+    Fail(walk, kind, offset);
+    walk->stopped = 1;
+}
+
+static void GetResourceTypeName(DWORD type, char *text, size_t size)
+{
+    if (type <= 16)
+        snprintf(text, size, "%s", typeNames[type]);
+    else
+        snprintf(text, size, "%lX", (unsigned long)type);
+}
+
+// Returns 0 when the name string does not lie in the image.
+static int GetResourceEntryName(PeWalk *walk, DWORD nameField, char name[ENTRY_NAME_LENGTH + 1])
+{
+    if (!(nameField & HIGH_BIT)) {
+        snprintf(name, ENTRY_NAME_LENGTH + 1, "%lu", (unsigned long)nameField);
+        return 1;
+    }
+    ByteReader reader = walk->image;
+    const size_t offset = walk->sectionStart + (nameField & ~HIGH_BIT);
+    const WORD count = ReadU16(&reader, offset);
+    const BYTE *units = BytesAt(&reader, offset + 2, (size_t)count * 2);
+    if (units == nullptr) {
+        Fail(walk, FailureName, offset);
+        return 0;
+    }
+    UnitsToText(units, std::min<int>(count, ENTRY_NAME_LENGTH), name);
+    return 1;
+}
+
+// Catalogues the resource whose data entry lies at an offset of the image.
+static void CatalogueResource(PeWalk *walk, DWORD nameField, size_t dataEntry)
+{
+    ResourceEntry entry = {};
+    if (!GetResourceEntryName(walk, nameField, entry.name))
+        return;
+    ByteReader reader = walk->image;
+    entry.category = (DWORD)walk->currentType;
+    entry.fileOffset = ReadU32(&reader, dataEntry) + walk->delta;
+    entry.size = ReadU32(&reader, dataEntry + 4);
+    if (BytesAt(&reader, dataEntry, DATA_ENTRY_SIZE) == nullptr) {
+        Fail(walk, FailureDataEntry, dataEntry);
+        return;
+    }
+    const BYTE *bytes = BytesAt(&reader, entry.fileOffset, entry.size);
+    if (bytes == nullptr) {
+        Fail(walk, FailureData, entry.fileOffset);
+        return;
+    }
+    if (entry.name[0] == 0)
+        return;
+    if (entry.size > walk->keptBytesLeft) {
+        Stop(walk, FailureKeptBytes, entry.fileOffset);
+        return;
+    }
+    walk->keptBytesLeft -= entry.size;
+    if (!KeepResource(walk->tree, walk->categoryItem, &entry, bytes))
+        Fail(walk, FailureMemory, entry.fileOffset);
+}
+
+// Makes an integer type the current one, or clears it when it is of no kept kind.
+static void SelectType(PeWalk *walk, DWORD type)
+{
+    char name[ENTRY_NAME_LENGTH + 1];
+    GetResourceTypeName(type, name, sizeof name);
+    walk->currentType = NO_TYPE;
+    walk->categoryItem = nullptr;
+    for (const auto &kept : keptTypes) {
+        if (strlen(name) == strlen(kept.typeName) &&
+            EqualLetters(name, kept.typeName, strlen(kept.typeName))) {
+            walk->currentType = (LONG)kept.category;
+            walk->categoryItem = AddCategoryItem(walk->tree, kept.category);
+            return;
+        }
+    }
+    NoteOtherType(type);
+}
+
+// Takes a directory that is none of an integer type: one resource when a kept type is walked.
+static void TakeDirectory(PeWalk *walk, size_t directory, int entryCount, int level,
+                          DWORD nameField)
+{
+    char name[ENTRY_NAME_LENGTH + 1];
+    if (walk->categoryItem == nullptr || walk->currentType == NO_TYPE) {
+        if (level == 1 && GetResourceEntryName(walk, nameField, name))
+            NoteOtherTypeName(name);
+        return;
+    }
+    if (entryCount == 0)
+        return;
+    ByteReader reader = walk->image;
+    const size_t firstEntry = directory + DIRECTORY_SIZE;
+    const DWORD offset = ReadU32(&reader, firstEntry + 4);
+    if (reader.failed)
+        return; // told by the walk over the entries
+    CatalogueResource(walk, nameField, walk->sectionStart + (offset & ~HIGH_BIT));
+}
+
+static void WalkResourceDirectory(PeWalk *walk, size_t directory, int level, DWORD nameField)
+{
+    ByteReader reader = walk->image;
+    const int entryCount = ReadU16(&reader, directory + 12) + ReadU16(&reader, directory + 14);
+    if (BytesAt(&reader, directory, DIRECTORY_SIZE) == nullptr) {
+        Fail(walk, FailureDirectory, directory);
+        return;
+    }
+    if (level >= MAX_LEVELS) {
+        Fail(walk, FailureDepth, directory);
+        return;
+    }
+    if (walk->directoriesLeft == 0 || walk->entriesLeft < (size_t)entryCount) {
+        Stop(walk, FailureDirectoryCount, directory);
+        return;
+    }
+    walk->directoriesLeft--;
+    walk->entriesLeft -= (size_t)entryCount;
+
+    if (level == 1 && !(nameField & HIGH_BIT))
+        SelectType(walk, nameField);
+    else
+        TakeDirectory(walk, directory, entryCount, level, nameField);
+
+    for (int i = 0; i < entryCount && !walk->stopped; i++) {
+        const size_t at = directory + DIRECTORY_SIZE + (size_t)i * DIRECTORY_ENTRY_SIZE;
+        const DWORD name = ReadU32(&reader, at);
+        const DWORD offset = ReadU32(&reader, at + 4);
+        if (reader.failed) {
+            Fail(walk, FailureDirectoryEntry, at);
+            return;
+        }
+        if (offset & HIGH_BIT)
+            WalkResourceDirectory(walk, walk->sectionStart + (offset & ~HIGH_BIT), level + 1, name);
+    }
+}
+
+// Finds a section by its name, letters compared without case; sets the walk's delta and start.
+// The section table is taken to follow an optional header of the PE32 size. Returns 0 when there
+// is none.
+static int FindSection(const char *name, size_t headers, PeWalk *walk)
+{
+    ByteReader reader = walk->image;
+    const int count = ReadU16(&reader, headers + 6);
+    char wanted[8] = {};
+    memcpy(wanted, name, std::min<size_t>(strlen(name), 8));
+    for (int i = 0; i < count; i++) {
+        const size_t header = headers + PE_HEADERS_SIZE + (size_t)i * SECTION_HEADER_SIZE;
+        const BYTE *bytes = BytesAt(&reader, header, SECTION_HEADER_SIZE);
+        if (bytes == nullptr)
+            return 0;
+        const size_t compared = std::min<size_t>(strlen(name) + 1, 8);
+        if (EqualLetters(bytes, wanted, compared)) {
+            walk->sectionStart = ReadU32(&reader, header + 20);
+            walk->delta = (DWORD)walk->sectionStart - ReadU32(&reader, header + 12);
+            return 1;
+        }
+    }
+    return 0;
+}
+
+static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
+{
+    PeWalk walk = {};
+    walk.image = OpenBytes(bytes, size);
+    walk.result = 1;
+    walk.currentType = NO_TYPE;
+    walk.tree = tree;
+    walk.directoriesLeft = std::max<size_t>(1000, size / 16);
+    walk.entriesLeft = std::max<size_t>(1000000, size / 4);
+    walk.keptBytesLeft = KeptBytesLimit(size);
+
+    ByteReader reader = walk.image;
+    const size_t headers = ReadU32(&reader, 60);
+    BytesAt(&reader, headers, PE_HEADERS_SIZE);
+    if (ReadU32(&reader, headers) != PE_SIGNATURE) {
+        NoteFailure(FailureHeaders, headers);
+        return 0;
+    }
+    if (!FindSection(".rsrc", headers, &walk)) {
+        NoteMissingSection(walk.image, headers);
+        return 0;
+    }
+    WalkResourceDirectory(&walk, walk.sectionStart, 0, 0);
+    return walk.result;
+}
+
+int ReadPeResources(HWND tree, FILE *file)
+{
+    const int64_t length = FileLength(file);
+    if (length <= 0 || !SeekTo(file, 0)) {
+        NoteFailure(FailureUnreadable, 0);
+        return 0;
+    }
+    const size_t size = (size_t)length;
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+    BYTE *bytes = (BYTE *)GlobalLock(block);
+    int result = 0;
+    if (bytes == nullptr)
+        NoteFailure(FailureMemory, 0);
+    else if (fread(bytes, 1, size, file) != size)
+        NoteFailure(FailureUnreadable, 0);
+    else
+        result = WalkImage(tree, bytes, size);
+    if (bytes != nullptr)
+        GlobalUnlock(block);
+    if (block != nullptr)
+        GlobalFree(block);
+    return result;
+}

@@ -1,0 +1,187 @@
+#include "exe/refusal.h"
+
+#include <cstdio>
+#include <cstring>
+
+#define OTHER_TYPE_COUNT 12
+#define OTHER_TYPE_SIZE 41
+
+struct Failure {
+    FailureKind kind;
+    unsigned long long offset;
+    char detail[9]; // a section's name, or the new header's two letters
+};
+
+static Failure noted;
+static char otherTypes[OTHER_TYPE_COUNT][OTHER_TYPE_SIZE];
+static int otherTypeCount;
+static int moreTypes; // 1 when there were more than the table holds
+
+// The names that Windows gives to its resource types; those that are kept are not asked for.
+static const struct {
+    DWORD type;
+    const char *name;
+} typeNames[] = {
+    {1, "cursor"},        {4, "menu"},        {5, "dialog"},    {7, "font directory"},
+    {8, "font"},          {9, "accelerator"}, {11, "message table"}, {12, "cursor group"},
+    {14, "icon group"},   {16, "version"},    {17, "dialog include"}, {19, "plug and play"},
+    {20, "VxD"},          {21, "animated cursor"}, {22, "animated icon"}, {23, "HTML"},
+    {24, "manifest"},
+};
+
+// A reason is told as before, the offset and after; without after there is no offset in it.
+static const struct {
+    FailureKind kind;
+    const char *before;
+    const char *after;
+} reasons[] = {
+    {FailureNotExecutable, "It is not an executable: it does not begin with the letters MZ", nullptr},
+    {FailureNewHeader, "The header at offset ", " is neither NE nor PE"},
+    {FailureTooLarge, "It is a file of 4 GiB or more", nullptr},
+    {FailureMemory, "There is not enough memory", nullptr},
+    {FailureUnreadable, "It could not be read to its end", nullptr},
+    {FailureHeaders, "At offset ", " there are no whole PE headers"},
+    {Failure64Bit, "It is a 64-bit image; only 32-bit PE and 16-bit NE files are read", nullptr},
+    {FailureNoSection, "It has no section named .rsrc", nullptr},
+    {FailureDirectory, "The resource directory at offset ", " does not lie in the file"},
+    {FailureDirectoryEntry, "The directory entry at offset ", " does not lie in the file"},
+    {FailureName, "The resource name at offset ", " does not lie in the file"},
+    {FailureDataEntry, "The data entry at offset ", " does not lie in the file"},
+    {FailureData, "The resource data at offset ", " do not lie in the file"},
+    {FailureTable, "At offset ", " the resource table is cut short"},
+    {FailureDepth, "The resource directory at offset ", " lies too deep inside others"},
+    {FailureDirectoryCount, "There are more resource directories than the file can hold", nullptr},
+    {FailureKeptBytes, "The resources together are far larger than the file", nullptr},
+};
+
+void ClearFailure()
+{
+    noted = {};
+    otherTypeCount = 0;
+    moreTypes = 0;
+}
+
+void NoteFailure(FailureKind kind, unsigned long long offset)
+{
+    if (noted.kind != FailureNone)
+        return;
+    noted.kind = kind;
+    noted.offset = offset;
+}
+
+FailureKind NotedFailure()
+{
+    return noted.kind;
+}
+
+static void NoteDetail(const BYTE *letters, size_t length)
+{
+    size_t i = 0;
+    for (; i < length && letters[i] != 0; i++)
+        noted.detail[i] = letters[i] >= 32 && letters[i] < 127 ? (char)letters[i] : '?';
+    noted.detail[i] = 0;
+}
+
+// The name of the section that the image's resource directory lies in. Unlike the search by name
+// this goes by the size that the optional header states.
+static void NoteResourceSection(ByteReader image, size_t headers)
+{
+    const size_t optional = headers + 24;
+    const DWORD directoryCount = ReadU32(&image, optional + 92);
+    const DWORD address = ReadU32(&image, optional + 112);
+    const size_t table = optional + ReadU16(&image, headers + 20);
+    const int count = ReadU16(&image, headers + 6);
+    if (image.failed || directoryCount < 3 || address == 0)
+        return;
+    for (int i = 0; i < count; i++) {
+        const size_t header = table + (size_t)i * 40;
+        const DWORD length = ReadU32(&image, header + 8);
+        const DWORD start = ReadU32(&image, header + 12);
+        const BYTE *name = BytesAt(&image, header, 40);
+        if (name == nullptr)
+            return;
+        if (address >= start && address - start < length) {
+            NoteDetail(name, 8);
+            return;
+        }
+    }
+}
+
+void NoteNewHeader(const BYTE signature[2], unsigned long long offset)
+{
+    if (noted.kind != FailureNone)
+        return;
+    NoteFailure(FailureNewHeader, offset);
+    if (signature[0] > 32 && signature[0] < 127 && signature[1] > 32 && signature[1] < 127)
+        NoteDetail(signature, 2);
+}
+
+void NoteMissingSection(ByteReader image, size_t headers)
+{
+    const int first = noted.kind == FailureNone;
+    ByteReader reader = image;
+    const int is64Bit = ReadU16(&reader, headers + 24) == 0x20B;
+    NoteFailure(is64Bit ? Failure64Bit : FailureNoSection, headers);
+    if (first && !is64Bit)
+        NoteResourceSection(image, headers);
+}
+
+void NoteOtherTypeName(const char *name)
+{
+    char entry[OTHER_TYPE_SIZE];
+    snprintf(entry, sizeof entry, "%s", name);
+    for (int i = 0; i < otherTypeCount; i++)
+        if (strcmp(otherTypes[i], entry) == 0)
+            return;
+    if (otherTypeCount == OTHER_TYPE_COUNT)
+        moreTypes = 1;
+    else
+        memcpy(otherTypes[otherTypeCount++], entry, sizeof entry);
+}
+
+void NoteOtherType(DWORD type)
+{
+    char number[OTHER_TYPE_SIZE];
+    for (const auto &row : typeNames) {
+        if (row.type == type) {
+            NoteOtherTypeName(row.name);
+            return;
+        }
+    }
+    snprintf(number, sizeof number, "type %lu", (unsigned long)type);
+    NoteOtherTypeName(number);
+}
+
+static void DescribeOtherTypes(char *text)
+{
+    if (otherTypeCount == 0) {
+        strcpy(text, "It holds no resources.");
+        return;
+    }
+    int length = snprintf(text, REASON_SIZE, "It holds only resources of kinds that are not kept: ");
+    for (int i = 0; i < otherTypeCount; i++)
+        length += snprintf(text + length, REASON_SIZE - (size_t)length, "%s%s", i == 0 ? "" : ", ",
+                           otherTypes[i]);
+    snprintf(text + length, REASON_SIZE - (size_t)length, moreTypes ? " and others." : ".");
+}
+
+void DescribeFailure(char *text)
+{
+    for (const auto &row : reasons) {
+        if (row.kind != noted.kind)
+            continue;
+        int length = snprintf(text, REASON_SIZE, "%s", row.before);
+        if (row.after != nullptr)
+            length += snprintf(text + length, REASON_SIZE - (size_t)length, "%llu%s", noted.offset,
+                               row.after);
+        if (noted.detail[0] != 0)
+            length += snprintf(text + length, REASON_SIZE - (size_t)length,
+                               noted.kind == FailureNewHeader
+                                   ? " but %s"
+                                   : "; its resources are in the section %s",
+                               noted.detail);
+        snprintf(text + length, REASON_SIZE - (size_t)length, ".");
+        return;
+    }
+    DescribeOtherTypes(text);
+}

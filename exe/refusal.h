@@ -1,0 +1,51 @@
+// Why a file gave nothing, or not all: the readers note what they meet, and afterwards it is told
+// in one plain line. The window keeps it to itself; quillmoor-cli prints it.
+#pragma once
+
+#include "exe/byte_reader.h"
+
+enum FailureKind {
+    FailureNone,
+    FailureNotExecutable,   // does not begin with "MZ"
+    FailureNewHeader,       // neither NE nor PE
+    FailureTooLarge,        // 4 GiB or more
+    FailureMemory,          // no memory
+    FailureUnreadable,      // the file could not be read whole
+    FailureHeaders,         // the PE headers do not lie in the file, or have no PE signature
+    Failure64Bit,           // a 64-bit image
+    FailureNoSection,       // no section named .rsrc
+    FailureDirectory,       // a resource directory runs past the end of the file
+    FailureDirectoryEntry,  // an entry of a resource directory does
+    FailureName,            // a resource's name does
+    FailureDataEntry,       // a resource's data entry does
+    FailureData,            // a resource's data does
+    FailureTable,           // the NE resource table is cut short
+    FailureDepth,           // directories lie too deep in each other
+    FailureDirectoryCount,  // too many directories, or entries in them
+    FailureKeptBytes,       // the resources together are far larger than the file
+};
+
+// Forgets what was noted. Called before each reading.
+void ClearFailure();
+
+// Notes a failure at a file offset; the first one is kept.
+void NoteFailure(FailureKind kind, unsigned long long offset);
+
+// Notes a new header that is neither NE nor PE, with its first two bytes.
+void NoteNewHeader(const BYTE signature[2], unsigned long long offset);
+
+// Notes that an image has no section named .rsrc where it is looked for, and finds out why: a
+// 64-bit image, or resources in a section of another name. headers is the offset of its PE headers.
+void NoteMissingSection(ByteReader image, size_t headers);
+
+// Notes a resource type that is not kept, by its number or its name (code page, cut at 40 bytes).
+void NoteOtherType(DWORD type);
+void NoteOtherTypeName(const char *name);
+
+// The failure that was noted, FailureNone when there was none.
+FailureKind NotedFailure();
+
+// Writes the reason in one plain line: what failed and at which offset; or, where nothing failed,
+// that the file holds no resources, or only of kinds that are not kept, and which.
+#define REASON_SIZE 800
+void DescribeFailure(char *text);

@@ -1,0 +1,112 @@
+#include "exe/tree_items.h"
+
+#include "resources/ids.h"
+#include "shell/globals.h"
+
+#include <cstdio>
+#include <cstring>
+
+TreeImagePair treeImages;
+
+static const struct {
+    DWORD category;
+    const char *label;
+} categoryLabels[] = {
+    {CategoryBitmap, "BITMAP"},
+    {CategoryIcon, "ICON"},
+    {CategoryString, "STRING TABLE"},
+    {CategoryBinary, "BINARY DATA"},
+};
+
+static int AddFolderImage(HIMAGELIST list, int bitmapId)
+{
+    HBITMAP bitmap = LoadBitmapA(globals.instance, MAKEINTRESOURCEA(bitmapId));
+    const int index = ImageList_Add(list, bitmap, nullptr);
+    DeleteObject(bitmap);
+    return index;
+}
+
+int SetTreeImages(HWND tree, TreeImagePair *images)
+{
+    if (tree == nullptr)
+        return 1;
+    HIMAGELIST list = ImageList_Create(TREE_IMAGE_WIDTH, TREE_IMAGE_HEIGHT, ILC_COLOR8, 2, 0);
+    if (list == nullptr)
+        return 0;
+    images->normal = AddFolderImage(list, IDB_FOLDER_CLOSED);
+    images->selected = AddFolderImage(list, IDB_FOLDER_SELECTED);
+    if (ImageList_GetImageCount(list) < 2) {
+        ImageList_Destroy(list);
+        return 0;
+    }
+    HIMAGELIST before =
+        (HIMAGELIST)SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, (LPARAM)list);
+    if (before != nullptr)
+        ImageList_Destroy(before);
+    return 1;
+}
+
+HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePair *images,
+                      HTREEITEM parent, LONG value)
+{
+    if (tree == nullptr)
+        return TVI_ROOT;
+    TVINSERTSTRUCTA insert = {};
+    insert.hParent = level == 1 ? TVI_ROOT : parent;
+    insert.hInsertAfter = TVI_SORT;
+    insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+    insert.item.pszText = const_cast<LPSTR>(label);
+    insert.item.cchTextMax = (int)strlen(label);
+    insert.item.iImage = images->normal;
+    insert.item.iSelectedImage = images->selected;
+    insert.item.lParam = value;
+    return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEM, 0, (LPARAM)&insert);
+}
+
+const char *CategoryLabel(DWORD category)
+{
+    for (const auto &row : categoryLabels)
+        if (row.category == category)
+            return row.label;
+    return nullptr;
+}
+
+HTREEITEM AddCategoryItem(HWND tree, DWORD category)
+{
+    return AddTreeItem(tree, CategoryLabel(category), 1, &treeImages, TVI_ROOT,
+                       CATEGORY_ITEM_VALUE);
+}
+
+void FormatEntryLabel(char *label, const char *name, DWORD size)
+{
+    snprintf(label, LABEL_SIZE, "%s (%lu bytes)", name, (unsigned long)size);
+}
+
+int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
+{
+    const LONG index = openCatalog.count;
+    if (!AppendEntry(&openCatalog, entry))
+        return 0;
+    if (tree != nullptr) {
+        char label[LABEL_SIZE];
+        FormatEntryLabel(label, entry->name, entry->size);
+        AddTreeItem(tree, label, 2, &treeImages, categoryItem, index);
+    }
+    return 1;
+}
+
+int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes)
+{
+    entry->data = AllocateData(entry->size);
+    BYTE *copy = (BYTE *)GlobalLock(entry->data);
+    if (copy != nullptr) {
+        memcpy(copy, bytes, entry->size);
+        ProbeWave(entry, copy);
+        GlobalUnlock(entry->data);
+        if (AddEntry(tree, categoryItem, entry))
+            return 1;
+    }
+    if (entry->data != nullptr)
+        GlobalFree(entry->data);
+    return 0;
+}

@@ -1,0 +1,23 @@
+#include "export/formats.h"
+
+static const ExportFormat formats[] = {
+    {CategoryBitmap, 0, "%s.BMP", "BMP files\0*.BMP\0All files\0*.*\0", WriteBmpStream,
+     WriteBmpFile},
+    {CategoryIcon, 0, "%s.ICO", "Icon files\0*.ICO\0All files\0*.*\0", WriteIcoStream,
+     WriteIcoFile},
+    {CategoryString, 0, "%s.TXT", "Text files\0*.TXT\0All files\0*.*\0", WriteStringTableStream,
+     WriteStringTableText},
+    {CategoryBinary, 1, "%s.WAV", "WAVE files\0*.WAV\0All files\0*.*\0", WriteRawStream,
+     WriteRawFile},
+    {CategoryBinary, 0, "%s.BIN", "Binary files\0*.BIN\0All files\0*.*\0", WriteRawStream,
+     WriteRawFile},
+};
+
+const ExportFormat *FindExportFormat(const ResourceEntry *entry)
+{
+    for (const ExportFormat &format : formats)
+        if (format.category == entry->category &&
+            (entry->category != CategoryBinary || format.isWave == entry->isWave))
+            return &format;
+    return nullptr;
+}

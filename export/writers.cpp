@@ -1,0 +1,156 @@
+#include "export/writers.h"
+
+#include "exe/byte_reader.h"
+#include "viewer/dib.h"
+#include "viewer/string_block.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+
+#define BMP_HEADER_SIZE 14
+#define ICO_HEADER_SIZE 22
+#define DIB_IMAGE_HEADER_SIZE 40
+
+// Puts a little-endian value of size bytes.
+static void PutValue(BYTE *at, unsigned long value, int size)
+{
+    for (int i = 0; i < size; i++)
+        at[i] = (BYTE)(value >> 8 * i);
+}
+
+static WriteOutcome WriteBytes(FILE *stream, const void *bytes, size_t size)
+{
+    return fwrite(bytes, 1, size, stream) == size ? WriteDone : WriteShort;
+}
+
+static WriteOutcome WriteBmp(FILE *stream, const ResourceEntry *entry, const BYTE *data)
+{
+    BYTE header[BMP_HEADER_SIZE] = {'B', 'M'};
+    DibHeader dib;
+    ReadDibHeader(data, entry->size, &dib);
+    PutValue(header + 2, BMP_HEADER_SIZE + entry->size, 4);
+    PutValue(header + 10, (unsigned long)(BMP_HEADER_SIZE + DibPixelStart(&dib)), 4);
+    if (WriteBytes(stream, header, sizeof header) != WriteDone)
+        return WriteShort;
+    return WriteBytes(stream, data, entry->size);
+}
+
+// The picture fields of an icon directory; they stay 0 for what is no DIB (a PNG image).
+static void FillIconPicture(BYTE *header, const BYTE *data, DWORD size)
+{
+    DibHeader dib;
+    ReadDibHeader(data, size, &dib);
+    if (dib.headerSize != DIB_IMAGE_HEADER_SIZE)
+        return;
+    header[6] = (BYTE)dib.width;
+    header[7] = (BYTE)(dib.height / 2);
+    header[8] = dib.bitCount < 8 ? (BYTE)(1 << dib.bitCount) : (BYTE)0;
+}
+
+static WriteOutcome WriteIco(FILE *stream, const ResourceEntry *entry, const BYTE *data)
+{
+    BYTE header[ICO_HEADER_SIZE] = {};
+    PutValue(header + 2, 1, 2);
+    PutValue(header + 4, 1, 2);
+    PutValue(header + 14, entry->size, 4);
+    PutValue(header + 18, ICO_HEADER_SIZE, 4);
+    FillIconPicture(header, data, entry->size);
+    if (WriteBytes(stream, header, sizeof header) != WriteDone)
+        return WriteShort;
+    return WriteBytes(stream, data, entry->size);
+}
+
+static WriteOutcome WriteLines(FILE *stream, const ResourceEntry *entry, const BYTE *data)
+{
+    // Counted in 32 bits on both systems; a name that begins with no number counts as 0.
+    DWORD number = (DWORD)std::clamp<long long>(strtoll(entry->name, nullptr, 10), INT_MIN, INT_MAX);
+    char text[STRING_TEXT_LENGTH + 1];
+    StringBlock block = {data, entry->size, 0};
+    WriteOutcome outcome = WriteDone;
+    while (NextString(&block, text)) {
+        EscapeControlChars(text);
+        if (fprintf(stream, "%d,\t\"%s\"\r\n", (int)number, text) < 0)
+            outcome = WriteShort;
+        number++;
+    }
+    return outcome;
+}
+
+static WriteOutcome WriteRaw(FILE *stream, const ResourceEntry *entry, const BYTE *data)
+{
+    return WriteBytes(stream, data, entry->size);
+}
+
+typedef WriteOutcome (*FormatWriter)(FILE *stream, const ResourceEntry *entry, const BYTE *data);
+
+// Runs a format's writer on the entry's locked data, and empties the stream's buffer, so that a
+// full disk shows here.
+static WriteOutcome WriteStream(FILE *stream, const ResourceEntry *entry, FormatWriter writer)
+{
+    const BYTE *data = (const BYTE *)GlobalLock(entry->data);
+    if (data == nullptr)
+        return WriteDataUnavailable;
+    WriteOutcome outcome = writer(stream, entry, data);
+    if (fflush(stream) != 0)
+        outcome = WriteShort;
+    GlobalUnlock(entry->data);
+    return outcome;
+}
+
+// Creates the file, fills it and closes it.
+static WriteOutcome WriteFile(const char *name, const ResourceEntry *entry, FormatWriter writer)
+{
+    FILE *stream = fopen(name, "wb");
+    if (stream == nullptr)
+        return WriteNotCreated;
+    WriteOutcome outcome = WriteStream(stream, entry, writer);
+    if (fclose(stream) != 0 && outcome == WriteDone)
+        outcome = WriteShort;
+    return outcome;
+}
+
+WriteOutcome WriteBmpStream(FILE *stream, const ResourceEntry *entry)
+{
+    return WriteStream(stream, entry, WriteBmp);
+}
+
+WriteOutcome WriteBmpFile(const char *name, const ResourceEntry *entry)
+{
+    return WriteFile(name, entry, WriteBmp);
+}
+
+WriteOutcome WriteIcoStream(FILE *stream, const ResourceEntry *entry)
+{
+    return WriteStream(stream, entry, WriteIco);
+}
+
+WriteOutcome WriteIcoFile(const char *name, const ResourceEntry *entry)
+{
+    return WriteFile(name, entry, WriteIco);
+}
+
+WriteOutcome WriteStringTableStream(FILE *stream, const ResourceEntry *entry)
+{
+    return WriteStream(stream, entry, WriteLines);
+}
+
+WriteOutcome WriteStringTableText(const char *name, const ResourceEntry *entry)
+{
+    // Data that cannot be had must not leave, or empty, a file.
+    if (GlobalLock(entry->data) == nullptr)
+        return WriteDataUnavailable;
+    const WriteOutcome outcome = WriteFile(name, entry, WriteLines);
+    GlobalUnlock(entry->data);
+    return outcome == WriteShort ? WriteDone : outcome;
+}
+
+WriteOutcome WriteRawStream(FILE *stream, const ResourceEntry *entry)
+{
+    return WriteStream(stream, entry, WriteRaw);
+}
+
+WriteOutcome WriteRawFile(const char *name, const ResourceEntry *entry)
+{
+    return WriteFile(name, entry, WriteRaw);
+}

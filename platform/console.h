@@ -1,0 +1,30 @@
+// The command line and the terminal, as UTF-8 on both systems. One source file for each system.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+// The program's arguments, without its own name, as UTF-8 (on Linux the bytes as given).
+std::vector<std::string> ConsoleArguments(int count, char **arguments);
+
+// Makes standard output take UTF-8 bytes unchanged. Called once, before the first output.
+void PrepareConsole();
+
+int IsTerminal(FILE *stream);
+
+// A text that came from a file or names one, as it may be written to the stream: on a terminal each
+// control character, line ends too, is replaced by a picture of it, so that no file can steer the
+// terminal. text is UTF-8; unchanged for anything but a terminal.
+std::string SafeText(FILE *stream, const std::string &text);
+
+// Writes UTF-8 text. Returns 0 when it could not all be written.
+int PrintText(FILE *stream, const std::string &text);
+
+// Whether the last failed PrintText failed because nobody reads the other end any more.
+int OutputIsClosed();
+
+// From this call on a request to stop (Ctrl+C, a termination signal) no longer ends the program at
+// once; StopRequested tells that there was one.
+void CatchStopRequests();
+int StopRequested();

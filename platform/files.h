@@ -1,0 +1,83 @@
+// What the two systems do differently with files: separators, names, 64-bit positions, and the
+// creation of files that never follows a link. One source file for each system.
+//
+// Names are "8-bit" where they are in the program's own form (the ANSI code page on Windows, the
+// system's bytes on Linux) and "UTF-8" where they can name any file on either system (on Linux the
+// two are the same bytes).
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+// --- paths, 8-bit ---
+
+extern const char pathSeparator;
+
+// Whether the byte at this place separates the parts of a path.
+int IsSeparator(const char *path, size_t at);
+
+// The length of the path's drive and folder, with the last separator; 0 for a bare file name.
+size_t FolderLength(const char *path);
+
+// The path's extension, from the last dot of its file name; its terminator when there is none.
+const char *PathExtension(const char *path);
+
+// Appends the separator to a folder that is not empty and does not end with one. Returns 0, with
+// the text unchanged, when it does not fit into size bytes.
+int EndWithSeparator(char *folder, size_t size);
+
+// The path as it stands in an address after "file:///": without the slash that begins it on Linux.
+const char *AddressPath(const char *path);
+
+// A UTF-8 file name with its letters folded, so that two names which a file system without case
+// takes for one become equal.
+std::string FoldName(const std::string &name);
+
+// --- open files ---
+
+// Opens a file for binary reading by its UTF-8 name. NULL on failure: FileErrorText says why.
+// A folder is refused.
+FILE *OpenForReading(const char *name);
+
+// An open file's length in bytes; -1 on failure. The position is not kept.
+int64_t FileLength(FILE *file);
+
+// Moves to an offset from the start. Returns 0 on failure.
+int SeekTo(FILE *file, uint64_t offset);
+
+// Why the last call here failed, as UTF-8 text; overwritten by the next call.
+const char *FileErrorText();
+
+// --- folders that files are created in; names are UTF-8 ---
+
+struct OutputFolder;
+
+// Opens a folder, making it and its parents when they are missing. The caller closes it. NULL on
+// failure.
+OutputFolder *OpenFolder(const char *path);
+
+// Opens the folder `name` (one part, no separators) inside another, making it when it is missing;
+// a link in its place is refused.
+OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name);
+
+void CloseFolder(OutputFolder *folder);
+
+// Creates a file for binary writing, only when nothing has that name. NULL on failure.
+FILE *CreateNewFile(const OutputFolder *folder, const char *name);
+
+enum MoveResult {
+    MoveDone,
+    MoveExists, // the new name is taken, and replacing was not asked for
+    MoveFailed,
+};
+
+// Gives a file of the folder a new name there. A link that has the new name is replaced itself,
+// never what it leads to.
+MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace);
+
+// Whether something, a link also, has the name.
+int ExistsInFolder(const OutputFolder *folder, const char *name);
+
+// Deletes a file of the folder; a link itself.
+void DeleteInFolder(const OutputFolder *folder, const char *name);

@@ -1,0 +1,169 @@
+#include "platform/files.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <cwchar>
+#include <cwctype>
+#include <fcntl.h>
+#include <locale.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+struct OutputFolder {
+    int descriptor;
+};
+
+static int lastError;
+
+const char pathSeparator = '/';
+
+int IsSeparator(const char *path, size_t at)
+{
+    return path[at] == '/';
+}
+
+size_t FolderLength(const char *path)
+{
+    const char *last = strrchr(path, '/');
+    return last == nullptr ? 0 : (size_t)(last - path) + 1;
+}
+
+const char *AddressPath(const char *path)
+{
+    return path[0] == '/' ? path + 1 : path;
+}
+
+std::string FoldName(const std::string &name)
+{
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (utf8 == nullptr)
+        return name;
+    const locale_t before = uselocale(utf8);
+    std::string folded;
+    std::mbstate_t reading = {}, writing = {};
+    for (size_t at = 0; at < name.size();) {
+        wchar_t letter = 0;
+        size_t length = std::mbrtowc(&letter, name.data() + at, name.size() - at, &reading);
+        char bytes[MB_LEN_MAX];
+        if (length == 0 || length > name.size()) { // not UTF-8: the byte stands for itself
+            reading = {};
+            folded += name[at++];
+            continue;
+        }
+        at += length;
+        length = std::wcrtomb(bytes, (wchar_t)std::towlower((wint_t)letter), &writing);
+        folded.append(bytes, length);
+    }
+    uselocale(before);
+    return folded;
+}
+
+static FILE *OpenDescriptor(int descriptor, const char *mode)
+{
+    FILE *file = descriptor < 0 ? nullptr : fdopen(descriptor, mode);
+    if (file == nullptr) {
+        lastError = errno;
+        if (descriptor >= 0)
+            close(descriptor);
+    }
+    return file;
+}
+
+FILE *OpenForReading(const char *name)
+{
+    FILE *file = OpenDescriptor(open(name, O_RDONLY | O_CLOEXEC), "rb");
+    struct stat status;
+    if (file != nullptr && fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
+        fclose(file);
+        lastError = EISDIR;
+        return nullptr;
+    }
+    return file;
+}
+
+int64_t FileLength(FILE *file)
+{
+    if (fseeko(file, 0, SEEK_END) != 0)
+        return -1;
+    return ftello(file);
+}
+
+int SeekTo(FILE *file, uint64_t offset)
+{
+    return offset <= INT64_MAX && fseeko(file, (off_t)offset, SEEK_SET) == 0;
+}
+
+const char *FileErrorText()
+{
+    return strerror(lastError);
+}
+
+static OutputFolder *OpenFolderAt(int parent, const char *name, int flags)
+{
+    const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
+    if (descriptor < 0) {
+        lastError = errno;
+        return nullptr;
+    }
+    return new OutputFolder{descriptor};
+}
+
+OutputFolder *OpenFolder(const char *path)
+{
+    const std::string whole = path;
+    for (size_t end = whole.find('/', 1); end != std::string::npos; end = whole.find('/', end + 1))
+        mkdir(whole.substr(0, end).c_str(), 0777);
+    mkdir(path, 0777);
+    // A part that could not be made shows here, as the reason why the folder cannot be opened.
+    return OpenFolderAt(AT_FDCWD, path, 0);
+}
+
+OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
+{
+    mkdirat(folder->descriptor, name, 0777);
+    return OpenFolderAt(folder->descriptor, name, O_NOFOLLOW);
+}
+
+void CloseFolder(OutputFolder *folder)
+{
+    if (folder == nullptr)
+        return;
+    close(folder->descriptor);
+    delete folder;
+}
+
+FILE *CreateNewFile(const OutputFolder *folder, const char *name)
+{
+    return OpenDescriptor(openat(folder->descriptor, name,
+                                 O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
+                          "w+b");
+}
+
+MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)
+{
+    const int in = folder->descriptor;
+    int failed = replace ? renameat(in, from, in, to)
+                         : renameat2(in, from, in, to, RENAME_NOREPLACE);
+    if (failed && !replace && errno == EINVAL) {
+        // The file system cannot move without replacing; a second name can be given without it.
+        failed = linkat(in, from, in, to, 0);
+        if (!failed)
+            unlinkat(in, from, 0);
+    }
+    if (!failed)
+        return MoveDone;
+    lastError = errno;
+    return errno == EEXIST ? MoveExists : MoveFailed;
+}
+
+int ExistsInFolder(const OutputFolder *folder, const char *name)
+{
+    struct stat status;
+    return fstatat(folder->descriptor, name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+void DeleteInFolder(const OutputFolder *folder, const char *name)
+{
+    unlinkat(folder->descriptor, name, 0);
+}

@@ -1,0 +1,208 @@
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <fcntl.h>
+#include <io.h>
+#include <string>
+
+struct OutputFolder {
+    std::wstring path; // whole, in the form that has no length limit, ends with a backslash
+    HANDLE held;       // keeps the folder from being moved away or replaced meanwhile
+};
+
+static DWORD lastError;
+
+const char pathSeparator = '\\';
+
+// A separator's byte can be the second byte of a double-byte character of the code page.
+int IsSeparator(const char *path, size_t at)
+{
+    if (path[at] == '/')
+        return 1;
+    if (path[at] != '\\' && path[at] != ':')
+        return 0;
+    size_t place = 0;
+    while (place < at)
+        place += IsDBCSLeadByte((BYTE)path[place]) && path[place + 1] != 0 ? 2 : 1;
+    return place == at;
+}
+
+size_t FolderLength(const char *path)
+{
+    size_t length = strlen(path);
+    while (length > 0 && !IsSeparator(path, length - 1))
+        length--;
+    return length;
+}
+
+const char *AddressPath(const char *path)
+{
+    return path;
+}
+
+static std::wstring Wide(const char *text)
+{
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text, -1, nullptr, 0);
+    std::wstring wide(length > 0 ? (size_t)length : 1, 0);
+    MultiByteToWideChar(CP_UTF8, 0, text, -1, wide.data(), length);
+    wide.pop_back();
+    return wide;
+}
+
+std::string FoldName(const std::string &name)
+{
+    std::wstring wide = Wide(name.c_str());
+    CharLowerBuffW(wide.data(), (DWORD)wide.size());
+    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), (int)wide.size(), nullptr, 0,
+                                           nullptr, nullptr);
+    std::string folded((size_t)length, 0);
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), (int)wide.size(), folded.data(), length, nullptr,
+                        nullptr);
+    return folded;
+}
+
+// The whole path behind a name, in the form that has no length limit.
+static std::wstring WholePath(const char *name)
+{
+    const std::wstring wide = Wide(name);
+    const DWORD length = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+    std::wstring whole(length, 0);
+    whole.resize(GetFullPathNameW(wide.c_str(), length, whole.data(), nullptr));
+    if (whole.rfind(L"\\\\?\\", 0) == 0 || whole.rfind(L"\\\\.\\", 0) == 0)
+        return whole;
+    if (whole.rfind(L"\\\\", 0) == 0)
+        return L"\\\\?\\UNC" + whole.substr(1);
+    return L"\\\\?\\" + whole;
+}
+
+static FILE *OpenHandle(HANDLE handle, int flags, const char *mode)
+{
+    if (handle == INVALID_HANDLE_VALUE) {
+        lastError = GetLastError();
+        return nullptr;
+    }
+    const int descriptor = _open_osfhandle((intptr_t)handle, flags | _O_BINARY);
+    FILE *file = descriptor < 0 ? nullptr : _fdopen(descriptor, mode);
+    if (file == nullptr) {
+        lastError = ERROR_TOO_MANY_OPEN_FILES;
+        if (descriptor < 0)
+            CloseHandle(handle);
+        else
+            _close(descriptor);
+    }
+    return file;
+}
+
+FILE *OpenForReading(const char *name)
+{
+    HANDLE handle = CreateFileW(WholePath(name).c_str(), GENERIC_READ,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return OpenHandle(handle, _O_RDONLY, "rb");
+}
+
+int64_t FileLength(FILE *file)
+{
+    if (_fseeki64(file, 0, SEEK_END) != 0)
+        return -1;
+    return _ftelli64(file);
+}
+
+int SeekTo(FILE *file, uint64_t offset)
+{
+    return offset <= INT64_MAX && _fseeki64(file, (int64_t)offset, SEEK_SET) == 0;
+}
+
+const char *FileErrorText()
+{
+    static char text[600];
+    WCHAR wide[300];
+    DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       lastError, 0, wide, sizeof wide / sizeof *wide, nullptr);
+    while (length > 0 && (wide[length - 1] <= L' ' || wide[length - 1] == L'.'))
+        length--;
+    const int bytes = length == 0 ? 0
+                                  : WideCharToMultiByte(CP_UTF8, 0, wide, (int)length, text,
+                                                        sizeof text - 1, nullptr, nullptr);
+    text[bytes] = 0;
+    if (bytes == 0)
+        snprintf(text, sizeof text, "system error %lu", lastError);
+    return text;
+}
+
+static OutputFolder *HoldFolder(const std::wstring &path, DWORD flags)
+{
+    HANDLE held = CreateFileW(path.c_str(), FILE_LIST_DIRECTORY,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                              FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
+    if (held == INVALID_HANDLE_VALUE) {
+        lastError = GetLastError();
+        return nullptr;
+    }
+    BY_HANDLE_FILE_INFORMATION information;
+    const DWORD refused = flags & FILE_FLAG_OPEN_REPARSE_POINT ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
+    if (!GetFileInformationByHandle(held, &information) ||
+        !(information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ||
+        (information.dwFileAttributes & refused)) {
+        CloseHandle(held);
+        lastError = ERROR_DIRECTORY;
+        return nullptr;
+    }
+    return new OutputFolder{path + (path.back() == L'\\' ? L"" : L"\\"), held};
+}
+
+OutputFolder *OpenFolder(const char *path)
+{
+    const std::wstring whole = WholePath(path);
+    for (size_t end = whole.find(L'\\', 4); end != std::wstring::npos;
+         end = whole.find(L'\\', end + 1))
+        CreateDirectoryW(whole.substr(0, end).c_str(), nullptr);
+    CreateDirectoryW(whole.c_str(), nullptr);
+    return HoldFolder(whole, 0);
+}
+
+OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
+{
+    const std::wstring path = folder->path + Wide(name);
+    CreateDirectoryW(path.c_str(), nullptr);
+    return HoldFolder(path, FILE_FLAG_OPEN_REPARSE_POINT);
+}
+
+void CloseFolder(OutputFolder *folder)
+{
+    if (folder == nullptr)
+        return;
+    CloseHandle(folder->held);
+    delete folder;
+}
+
+FILE *CreateNewFile(const OutputFolder *folder, const char *name)
+{
+    HANDLE handle =
+        CreateFileW((folder->path + Wide(name)).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return OpenHandle(handle, _O_RDWR, "w+b");
+}
+
+MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)
+{
+    if (MoveFileExW((folder->path + Wide(from)).c_str(), (folder->path + Wide(to)).c_str(),
+                    replace ? MOVEFILE_REPLACE_EXISTING : 0))
+        return MoveDone;
+    lastError = GetLastError();
+    return lastError == ERROR_ALREADY_EXISTS || lastError == ERROR_FILE_EXISTS ? MoveExists
+                                                                               : MoveFailed;
+}
+
+int ExistsInFolder(const OutputFolder *folder, const char *name)
+{
+    return GetFileAttributesW((folder->path + Wide(name)).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void DeleteInFolder(const OutputFolder *folder, const char *name)
+{
+    DeleteFileW((folder->path + Wide(name)).c_str());
+}
