@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 
 using Clock = std::chrono::steady_clock;
 
@@ -43,7 +44,7 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
         ->type_name("bitmap|icon|string|binary")
         ->take_all()
         ->expected(1)
-        ->transform(CLI::IsMember(&categories, CLI::ignore_case).description(""));
+        ->transform(CLI::CheckedTransformer(categories, CLI::ignore_case).description(""));
     save->add_flag("--force", options->force, "Replace files that are there already");
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
     save->add_option("FILE", options->file, "Executable or library")->required();
@@ -86,13 +87,12 @@ static OutputFolder *CategoryFolder(SaveRun *run, DWORD category)
     return place->second;
 }
 
-// Fills a new file beside the one that is wanted. Returns false, with nothing left, on failure.
-static bool WriteBeside(SaveRun *run, OutputFolder *folder, const char *beside,
+// Fills a new file beside the one that is wanted and gives its name. Returns false, with nothing
+// left, on failure.
+static bool WriteBeside(SaveRun *run, OutputFolder *folder, std::string *beside,
                         const std::string &shown, const ResourceEntry &entry)
 {
-    // What an earlier run that was killed left under this name is in the way of nobody else.
-    DeleteInFolder(folder, beside);
-    FILE *stream = CreateNewFile(folder, beside);
+    FILE *stream = CreateUnfinishedFile(folder, beside);
     if (stream == nullptr) {
         Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
         return false;
@@ -101,7 +101,7 @@ static bool WriteBeside(SaveRun *run, OutputFolder *folder, const char *beside,
     const bool closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
         return true;
-    DeleteInFolder(folder, beside);
+    DeleteInFolder(folder, beside->c_str());
     Fault(run, shown,
           outcome == WriteDataUnavailable ? "The resource's data are not available."
                                           : "The file cannot be written.");
@@ -112,18 +112,18 @@ static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
 {
     const ExportFormat *format = FindExportFormat(&entry);
     OutputFolder *folder = CategoryFolder(run, entry.category);
-    const std::string name = NextFileName(&run->names[entry.category],
-                                          EncodeFileName(TextToUtf8(entry.name)),
-                                          PathExtension(format->defaultName));
+    const std::string name =
+        NextFileName(&run->names[entry.category], EncodeFileName(TextToUtf8(entry.name)),
+                     PathExtension(format->defaultName));
     const std::string shown = std::string(CategoryLabel(entry.category)) + pathSeparator + name;
-    static const char beside[] = ".quillmoor-unfinished";
-    if (folder == nullptr || !WriteBeside(run, folder, beside, shown, entry))
+    std::string beside;
+    if (folder == nullptr || !WriteBeside(run, folder, &beside, shown, entry))
         return;
     const MoveResult moved =
-        MoveInFolder(folder, beside, name.c_str(), run->options->force ? 1 : 0);
+        MoveInFolder(folder, beside.c_str(), name.c_str(), run->options->force);
     if (moved == MoveDone)
         return;
-    DeleteInFolder(folder, beside);
+    DeleteInFolder(folder, beside.c_str());
     if (moved == MoveExists)
         Fault(run, shown, "The file is there already; --force replaces it.");
     else
@@ -169,7 +169,9 @@ static void SaveEntries(SaveRun *run)
 
 static std::string DefaultOutput(const std::string &file)
 {
-    return file.substr(FolderLength(file.c_str())) + ".resources";
+    const std::u8string utf8(file.begin(), file.end());
+    const std::u8string name = std::filesystem::path(utf8).filename().u8string();
+    return std::string(name.begin(), name.end()) + ".resources";
 }
 
 ExitStatus RunSave(const SaveOptions &options, FILE *err)
@@ -182,7 +184,8 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
     if (!ReadExecutable(options.file, nullptr, options.salvage, err))
         return ExitFailed;
     CatchStopRequests();
-    const std::string output = options.output.empty() ? DefaultOutput(options.file) : options.output;
+    const std::string output =
+        options.output.empty() ? DefaultOutput(options.file) : options.output;
     run.output = OpenFolder(output.c_str());
     if (run.output == nullptr)
         Fault(&run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");

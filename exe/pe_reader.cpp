@@ -37,9 +37,9 @@ struct PeWalk {
 };
 
 static const char *const typeNames[17] = {
-    "???_0",  "CURSOR",       "BITMAP", "ICON",         "MENU",   "DIALOG",
-    "STRING", "FONTDIR",      "FONT",   "ACCELERATORS", "RCDATA", "MESSAGETABLE",
-    "GROUP_CURSOR", "???_13", "GROUP_ICON", "???_15",   "VERSION",
+    "???_0",        "CURSOR",  "BITMAP",     "ICON",         "MENU",    "DIALOG",
+    "STRING",       "FONTDIR", "FONT",       "ACCELERATORS", "RCDATA",  "MESSAGETABLE",
+    "GROUP_CURSOR", "???_13",  "GROUP_ICON", "???_15",       "VERSION",
 };
 
 static const struct {

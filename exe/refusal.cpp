@@ -22,10 +22,22 @@ static const struct {
     DWORD type;
     const char *name;
 } typeNames[] = {
-    {1, "cursor"},        {4, "menu"},        {5, "dialog"},    {7, "font directory"},
-    {8, "font"},          {9, "accelerator"}, {11, "message table"}, {12, "cursor group"},
-    {14, "icon group"},   {16, "version"},    {17, "dialog include"}, {19, "plug and play"},
-    {20, "VxD"},          {21, "animated cursor"}, {22, "animated icon"}, {23, "HTML"},
+    {1, "cursor"},
+    {4, "menu"},
+    {5, "dialog"},
+    {7, "font directory"},
+    {8, "font"},
+    {9, "accelerator"},
+    {11, "message table"},
+    {12, "cursor group"},
+    {14, "icon group"},
+    {16, "version"},
+    {17, "dialog include"},
+    {19, "plug and play"},
+    {20, "VxD"},
+    {21, "animated cursor"},
+    {22, "animated icon"},
+    {23, "HTML"},
     {24, "manifest"},
 };
 
@@ -35,7 +47,8 @@ static const struct {
     const char *before;
     const char *after;
 } reasons[] = {
-    {FailureNotExecutable, "It is not an executable: it does not begin with the letters MZ", nullptr},
+    {FailureNotExecutable, "It is not an executable: it does not begin with the letters MZ",
+     nullptr},
     {FailureNewHeader, "The header at offset ", " is neither NE nor PE"},
     {FailureTooLarge, "It is a file of 4 GiB or more", nullptr},
     {FailureMemory, "There is not enough memory", nullptr},
@@ -158,7 +171,8 @@ static void DescribeOtherTypes(char *text)
         strcpy(text, "It holds no resources.");
         return;
     }
-    int length = snprintf(text, REASON_SIZE, "It holds only resources of kinds that are not kept: ");
+    int length =
+        snprintf(text, REASON_SIZE, "It holds only resources of kinds that are not kept: ");
     for (int i = 0; i < otherTypeCount; i++)
         length += snprintf(text + length, REASON_SIZE - (size_t)length, "%s%s", i == 0 ? "" : ", ",
                            otherTypes[i]);
@@ -175,11 +189,11 @@ void DescribeFailure(char *text)
             length += snprintf(text + length, REASON_SIZE - (size_t)length, "%llu%s", noted.offset,
                                row.after);
         if (noted.detail[0] != 0)
-            length += snprintf(text + length, REASON_SIZE - (size_t)length,
-                               noted.kind == FailureNewHeader
-                                   ? " but %s"
-                                   : "; its resources are in the section %s",
-                               noted.detail);
+            length +=
+                snprintf(text + length, REASON_SIZE - (size_t)length,
+                         noted.kind == FailureNewHeader ? " but %s"
+                                                        : "; its resources are in the section %s",
+                         noted.detail);
         snprintf(text + length, REASON_SIZE - (size_t)length, ".");
         return;
     }

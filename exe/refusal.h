@@ -6,23 +6,23 @@
 
 enum FailureKind {
     FailureNone,
-    FailureNotExecutable,   // does not begin with "MZ"
-    FailureNewHeader,       // neither NE nor PE
-    FailureTooLarge,        // 4 GiB or more
-    FailureMemory,          // no memory
-    FailureUnreadable,      // the file could not be read whole
-    FailureHeaders,         // the PE headers do not lie in the file, or have no PE signature
-    Failure64Bit,           // a 64-bit image
-    FailureNoSection,       // no section named .rsrc
-    FailureDirectory,       // a resource directory runs past the end of the file
-    FailureDirectoryEntry,  // an entry of a resource directory does
-    FailureName,            // a resource's name does
-    FailureDataEntry,       // a resource's data entry does
-    FailureData,            // a resource's data does
-    FailureTable,           // the NE resource table is cut short
-    FailureDepth,           // directories lie too deep in each other
-    FailureDirectoryCount,  // too many directories, or entries in them
-    FailureKeptBytes,       // the resources together are far larger than the file
+    FailureNotExecutable,  // does not begin with "MZ"
+    FailureNewHeader,      // neither NE nor PE
+    FailureTooLarge,       // 4 GiB or more
+    FailureMemory,         // no memory
+    FailureUnreadable,     // the file could not be read whole
+    FailureHeaders,        // the PE headers do not lie in the file, or have no PE signature
+    Failure64Bit,          // a 64-bit image
+    FailureNoSection,      // no section named .rsrc
+    FailureDirectory,      // a resource directory runs past the end of the file
+    FailureDirectoryEntry, // an entry of a resource directory does
+    FailureName,           // a resource's name does
+    FailureDataEntry,      // a resource's data entry does
+    FailureData,           // a resource's data does
+    FailureTable,          // the NE resource table is cut short
+    FailureDepth,          // directories lie too deep in each other
+    FailureDirectoryCount, // too many directories, or entries in them
+    FailureKeptBytes,      // the resources together are far larger than the file
 };
 
 // Forgets what was noted. Called before each reading.

@@ -64,7 +64,8 @@ static WriteOutcome WriteIco(FILE *stream, const ResourceEntry *entry, const BYT
 static WriteOutcome WriteLines(FILE *stream, const ResourceEntry *entry, const BYTE *data)
 {
     // Counted in 32 bits on both systems; a name that begins with no number counts as 0.
-    DWORD number = (DWORD)std::clamp<long long>(strtoll(entry->name, nullptr, 10), INT_MIN, INT_MAX);
+    DWORD number =
+        (DWORD)std::clamp<long long>(strtoll(entry->name, nullptr, 10), INT_MIN, INT_MAX);
     char text[STRING_TEXT_LENGTH + 1];
     StringBlock block = {data, entry->size, 0};
     WriteOutcome outcome = WriteDone;

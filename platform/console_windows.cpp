@@ -68,8 +68,7 @@ int PrintText(FILE *stream, const std::string &text)
     if (fwrite(text.data(), 1, text.size(), stream) == text.size() && fflush(stream) == 0)
         return 1;
     const DWORD error = GetLastError();
-    closedOutput =
-        errno == EPIPE || error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE;
+    closedOutput = errno == EPIPE || error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE;
     return 0;
 }
 

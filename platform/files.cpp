@@ -9,6 +9,20 @@ const char *PathExtension(const char *path)
     return dot == nullptr ? name + strlen(name) : dot;
 }
 
+FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name)
+{
+    // Another program may take a name between the look and the creation; then the next is tried.
+    for (int number = 1; number < 1000; number++) {
+        *name = ".unfinished-" + std::to_string(number);
+        if (ExistsInFolder(folder, name->c_str()))
+            continue;
+        FILE *file = CreateNewFile(folder, name->c_str());
+        if (file != nullptr || !ExistsInFolder(folder, name->c_str()))
+            return file;
+    }
+    return nullptr;
+}
+
 int EndWithSeparator(char *folder, size_t size)
 {
     const size_t length = strlen(folder);

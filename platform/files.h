@@ -66,6 +66,10 @@ void CloseFolder(OutputFolder *folder);
 // Creates a file for binary writing, only when nothing has that name. NULL on failure.
 FILE *CreateNewFile(const OutputFolder *folder, const char *name);
 
+// Creates a file for binary writing under a name that nothing there has, and gives that name. NULL
+// on failure.
+FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name);
+
 enum MoveResult {
     MoveDone,
     MoveExists, // the new name is taken, and replacing was not asked for

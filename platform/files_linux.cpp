@@ -135,16 +135,16 @@ void CloseFolder(OutputFolder *folder)
 
 FILE *CreateNewFile(const OutputFolder *folder, const char *name)
 {
-    return OpenDescriptor(openat(folder->descriptor, name,
-                                 O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
-                          "w+b");
+    return OpenDescriptor(
+        openat(folder->descriptor, name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
+        "w+b");
 }
 
 MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)
 {
     const int in = folder->descriptor;
-    int failed = replace ? renameat(in, from, in, to)
-                         : renameat2(in, from, in, to, RENAME_NOREPLACE);
+    int failed =
+        replace ? renameat(in, from, in, to) : renameat2(in, from, in, to, RENAME_NOREPLACE);
     if (failed && !replace && errno == EINVAL) {
         // The file system cannot move without replacing; a second name can be given without it.
         failed = linkat(in, from, in, to, 0);

@@ -119,9 +119,8 @@ const char *FileErrorText()
 {
     static char text[600];
     WCHAR wide[300];
-    DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       lastError, 0, wide, sizeof wide / sizeof *wide, nullptr);
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                  nullptr, lastError, 0, wide, sizeof wide / sizeof *wide, nullptr);
     while (length > 0 && (wide[length - 1] <= L' ' || wide[length - 1] == L'.'))
         length--;
     const int bytes = length == 0 ? 0
@@ -135,9 +134,8 @@ const char *FileErrorText()
 
 static OutputFolder *HoldFolder(const std::wstring &path, DWORD flags)
 {
-    HANDLE held = CreateFileW(path.c_str(), FILE_LIST_DIRECTORY,
-                              FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                              FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
+    HANDLE held = CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
     if (held == INVALID_HANDLE_VALUE) {
         lastError = GetLastError();
         return nullptr;
@@ -181,9 +179,8 @@ void CloseFolder(OutputFolder *folder)
 
 FILE *CreateNewFile(const OutputFolder *folder, const char *name)
 {
-    HANDLE handle =
-        CreateFileW((folder->path + Wide(name)).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE handle = CreateFileW((folder->path + Wide(name)).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     return OpenHandle(handle, _O_RDWR, "w+b");
 }
 
