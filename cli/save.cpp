@@ -15,13 +15,19 @@
 
 using Clock = std::chrono::steady_clock;
 
+// Where the entries of one category go.
+struct CategoryFolder {
+    OutputFolder *folder;   // NULL when it cannot be used
+    std::string unfinished; // the name that a folder made by this run has until it is whole
+    NamesInFolder names;
+};
+
 // One run of the command.
 struct SaveRun {
     const SaveOptions *options;
     FILE *err;
     OutputFolder *output;
-    std::map<DWORD, OutputFolder *> folders; // by category
-    std::map<DWORD, NamesInFolder> names;
+    std::map<DWORD, CategoryFolder> folders;
     std::vector<bool> nameMatched; // of options->names
     Clock::time_point start;
     Clock::time_point lastProgress;
@@ -75,24 +81,40 @@ static bool IsWanted(SaveRun *run, const ResourceEntry &entry)
     return wanted;
 }
 
-static OutputFolder *CategoryFolder(SaveRun *run, DWORD category)
+// A folder that is there already is filled file by file. A new one is filled under another name,
+// which it keeps until the run ends: so its files need not be moved one by one.
+static CategoryFolder *FindFolder(SaveRun *run, DWORD category)
 {
-    const auto [place, isNew] = run->folders.try_emplace(category, nullptr);
+    const auto [place, isNew] = run->folders.try_emplace(category);
+    CategoryFolder *found = &place->second;
     if (isNew) {
-        place->second = OpenSubfolder(run->output, CategoryLabel(category));
-        if (place->second == nullptr)
+        if (ExistsInFolder(run->output, CategoryLabel(category)))
+            found->folder = OpenSubfolder(run->output, CategoryLabel(category));
+        else
+            found->folder = MakeUnfinishedFolder(run->output, &found->unfinished);
+        if (found->folder == nullptr)
             Fault(run, CategoryLabel(category),
                   std::string("The folder cannot be used: ") + FileErrorText() + ".");
     }
-    return place->second;
+    return found;
 }
 
-// Fills a new file beside the one that is wanted and gives its name. Returns false, with nothing
-// left, on failure.
-static bool WriteBeside(SaveRun *run, OutputFolder *folder, std::string *beside,
-                        const std::string &shown, const ResourceEntry &entry)
+static void FinishFolder(SaveRun *run, DWORD category, CategoryFolder *folder)
 {
-    FILE *stream = CreateUnfinishedFile(folder, beside);
+    CloseFolder(folder->folder);
+    if (folder->folder == nullptr || folder->unfinished.empty())
+        return;
+    const char *label = CategoryLabel(category);
+    if (MoveInFolder(run->output, folder->unfinished.c_str(), label, 0) != MoveDone)
+        Fault(run, label,
+              "The folder cannot be put in place and is left as " + folder->unfinished + ": " +
+                  FileErrorText() + ".");
+}
+
+// Fills a file that was just created. Returns false, with the file deleted, on failure.
+static bool FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream,
+                     const std::string &name, const std::string &shown, const ResourceEntry &entry)
+{
     if (stream == nullptr) {
         Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
         return false;
@@ -101,23 +123,20 @@ static bool WriteBeside(SaveRun *run, OutputFolder *folder, std::string *beside,
     const bool closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
         return true;
-    DeleteInFolder(folder, beside->c_str());
+    DeleteInFolder(folder, name.c_str());
     Fault(run, shown,
           outcome == WriteDataUnavailable ? "The resource's data are not available."
                                           : "The file cannot be written.");
     return false;
 }
 
-static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
+// Fills a file beside the one that is wanted, then gives it its name.
+static void SaveBeside(SaveRun *run, const OutputFolder *folder, const std::string &name,
+                       const std::string &shown, const ResourceEntry &entry)
 {
-    const ExportFormat *format = FindExportFormat(&entry);
-    OutputFolder *folder = CategoryFolder(run, entry.category);
-    const std::string name =
-        NextFileName(&run->names[entry.category], EncodeFileName(TextToUtf8(entry.name)),
-                     PathExtension(format->defaultName));
-    const std::string shown = std::string(CategoryLabel(entry.category)) + pathSeparator + name;
     std::string beside;
-    if (folder == nullptr || !WriteBeside(run, folder, &beside, shown, entry))
+    FILE *stream = CreateUnfinishedFile(folder, &beside);
+    if (!FillFile(run, folder, stream, beside, shown, entry))
         return;
     const MoveResult moved =
         MoveInFolder(folder, beside.c_str(), name.c_str(), run->options->force);
@@ -130,11 +149,26 @@ static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
         Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
 }
 
+static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
+{
+    CategoryFolder *place = FindFolder(run, entry.category);
+    if (place->folder == nullptr)
+        return;
+    const std::string name = NextFileName(&place->names, EncodeFileName(TextToUtf8(entry.name)),
+                                          PathExtension(FindExportFormat(&entry)->defaultName));
+    const std::string shown = std::string(CategoryLabel(entry.category)) + pathSeparator + name;
+    if (place->unfinished.empty())
+        SaveBeside(run, place->folder, name, shown, entry);
+    else
+        FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
+                 entry);
+}
+
 static void ShowProgress(SaveRun *run, LONG done)
 {
     const Clock::time_point now = Clock::now();
-    if (!IsTerminal(run->err) || now - run->start < std::chrono::seconds(1) ||
-        now - run->lastProgress < std::chrono::milliseconds(100))
+    if (now - run->start < std::chrono::seconds(1) ||
+        now - run->lastProgress < std::chrono::milliseconds(100) || !IsTerminal(run->err))
         return;
     run->lastProgress = now;
     fprintf(run->err, "\r%ld of %ld resources", (long)done, (long)openCatalog.count);
@@ -191,8 +225,8 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
         Fault(&run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
     else
         SaveEntries(&run);
-    for (const auto &[category, folder] : run.folders)
-        CloseFolder(folder);
+    for (auto &[category, folder] : run.folders)
+        FinishFolder(&run, category, &folder);
     CloseFolder(run.output);
     ReleaseCatalog(&openCatalog);
     return run.status;

@@ -9,18 +9,28 @@ const char *PathExtension(const char *path)
     return dot == nullptr ? name + strlen(name) : dot;
 }
 
-FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name)
+// Tries the unfinished names one after another until make(name) gives something, or fails for
+// another reason than that the name is taken.
+template <typename Make>
+static auto MakeUnfinished(const OutputFolder *folder, std::string *name, Make make)
 {
-    // Another program may take a name between the look and the creation; then the next is tried.
     for (int number = 1; number < 1000; number++) {
         *name = ".unfinished-" + std::to_string(number);
-        if (ExistsInFolder(folder, name->c_str()))
-            continue;
-        FILE *file = CreateNewFile(folder, name->c_str());
-        if (file != nullptr || !ExistsInFolder(folder, name->c_str()))
-            return file;
+        const auto made = make(folder, name->c_str());
+        if (made != nullptr || !ExistsInFolder(folder, name->c_str()))
+            return made;
     }
-    return nullptr;
+    return make(folder, name->c_str());
+}
+
+FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name)
+{
+    return MakeUnfinished(folder, name, CreateNewFile);
+}
+
+OutputFolder *MakeUnfinishedFolder(const OutputFolder *folder, std::string *name)
+{
+    return MakeUnfinished(folder, name, MakeSubfolder);
 }
 
 int EndWithSeparator(char *folder, size_t size)

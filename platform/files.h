@@ -57,9 +57,15 @@ struct OutputFolder;
 // failure.
 OutputFolder *OpenFolder(const char *path);
 
-// Opens the folder `name` (one part, no separators) inside another, making it when it is missing;
-// a link in its place is refused.
+// Opens the folder `name` (one part, no separators) inside another; a link in its place is refused.
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name);
+
+// The same for a folder that is made now; NULL also when the name is taken.
+OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name);
+
+// Makes a new folder inside another under a name that nothing there has, and gives that name. The
+// caller closes it, and moves it to its name when it is whole. NULL on failure.
+OutputFolder *MakeUnfinishedFolder(const OutputFolder *folder, std::string *name);
 
 void CloseFolder(OutputFolder *folder);
 
@@ -76,7 +82,7 @@ enum MoveResult {
     MoveFailed,
 };
 
-// Gives a file of the folder a new name there. A link that has the new name is replaced itself,
+// Gives a file or a closed folder of the folder a new name there. A link that has the new name is replaced itself,
 // never what it leads to.
 MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace);
 

@@ -36,11 +36,20 @@ const char *AddressPath(const char *path)
 
 std::string FoldName(const std::string &name)
 {
+    std::string folded = name;
+    bool isAscii = true;
+    for (char &letter : folded) {
+        isAscii = isAscii && (unsigned char)letter < 0x80;
+        if (letter >= 'A' && letter <= 'Z')
+            letter = (char)(letter + 'a' - 'A');
+    }
+    if (isAscii)
+        return folded;
     static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (utf8 == nullptr)
         return name;
     const locale_t before = uselocale(utf8);
-    std::string folded;
+    folded.clear();
     std::mbstate_t reading = {}, writing = {};
     for (size_t at = 0; at < name.size();) {
         wchar_t letter = 0;
@@ -121,8 +130,15 @@ OutputFolder *OpenFolder(const char *path)
 
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 {
-    mkdirat(folder->descriptor, name, 0777);
     return OpenFolderAt(folder->descriptor, name, O_NOFOLLOW);
+}
+
+OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
+{
+    if (mkdirat(folder->descriptor, name, 0777) == 0)
+        return OpenSubfolder(folder, name);
+    lastError = errno;
+    return nullptr;
 }
 
 void CloseFolder(OutputFolder *folder)
@@ -146,7 +162,7 @@ MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char
     int failed =
         replace ? renameat(in, from, in, to) : renameat2(in, from, in, to, RENAME_NOREPLACE);
     if (failed && !replace && errno == EINVAL) {
-        // The file system cannot move without replacing; a second name can be given without it.
+        // The file system cannot move without replacing; a file can be given a second name.
         failed = linkat(in, from, in, to, 0);
         if (!failed)
             unlinkat(in, from, 0);

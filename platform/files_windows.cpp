@@ -164,9 +164,15 @@ OutputFolder *OpenFolder(const char *path)
 
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 {
-    const std::wstring path = folder->path + Wide(name);
-    CreateDirectoryW(path.c_str(), nullptr);
-    return HoldFolder(path, FILE_FLAG_OPEN_REPARSE_POINT);
+    return HoldFolder(folder->path + Wide(name), FILE_FLAG_OPEN_REPARSE_POINT);
+}
+
+OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
+{
+    if (CreateDirectoryW((folder->path + Wide(name)).c_str(), nullptr))
+        return OpenSubfolder(folder, name);
+    lastError = GetLastError();
+    return nullptr;
 }
 
 void CloseFolder(OutputFolder *folder)
