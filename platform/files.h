@@ -82,8 +82,8 @@ enum MoveResult {
     MoveFailed,
 };
 
-// Gives a file or a closed folder of the folder a new name there. A link that has the new name is replaced itself,
-// never what it leads to.
+// Gives a file or a closed folder of the folder a new name there. A link that has the new name is
+// replaced itself, never what it leads to.
 MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace);
 
 // Whether something, a link also, has the name.

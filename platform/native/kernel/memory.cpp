@@ -39,8 +39,8 @@ Memory MapMemory(size_t bytes)
 {
     if (bytes > SIZE_MAX - hugePage)
         return {};
-    void *mapping = mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE,
-                         MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void *mapping =
+        mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapping == MAP_FAILED)
         return {};
     char *start = (char *)mapping + (hugePage - (uintptr_t)mapping % hugePage) % hugePage;
