@@ -39,5 +39,126 @@ typedef struct tagRGBQUAD {
     BYTE rgbReserved;
 } RGBQUAD;
 
-// Releases a bitmap, brush, pen or font. FALSE for a handle that is none.
+typedef struct tagBITMAPINFO {
+    BITMAPINFOHEADER bmiHeader;
+    RGBQUAD bmiColors[1];
+} BITMAPINFO;
+
+#define RGB(r, g, b) ((COLORREF)((BYTE)(r) | (DWORD)(BYTE)(g) << 8 | (DWORD)(BYTE)(b) << 16))
+#define CLR_INVALID 0xFFFFFFFFu
+
+// --- drawing objects ---
+
+// Releases a bitmap, brush, pen or font; one that is selected goes as soon as it no longer is. A
+// stock object stays. FALSE for a handle that is none.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
+
+// An object that is always there and need not be deleted; NULL for other numbers than these.
+#define WHITE_BRUSH 0
+#define NULL_PEN 8
+HGDIOBJ WINAPI GetStockObject(int number);
+
+// The colours of the program's windows. They are one fixed light set, whatever the desktop's theme;
+// 0 for other numbers than these.
+#define COLOR_WINDOW 5
+#define COLOR_WINDOWTEXT 8
+#define COLOR_HIGHLIGHT 13
+#define COLOR_HIGHLIGHTTEXT 14
+#define COLOR_BTNFACE 15
+#define COLOR_BTNSHADOW 16
+#define COLOR_GRAYTEXT 17
+#define COLOR_BTNTEXT 18
+#define COLOR_BTNHIGHLIGHT 20
+DWORD WINAPI GetSysColor(int index);
+
+// A stock brush of that colour.
+HBRUSH WINAPI GetSysColorBrush(int index);
+
+// The caller deletes the brush.
+HBRUSH WINAPI CreateSolidBrush(COLORREF color);
+
+// A brush that repeats a bitmap, of which it has its own copy. A monochrome pattern shows the
+// context's text colour where it is black, its background colour where it is white.
+HBRUSH WINAPI CreatePatternBrush(HBITMAP bitmap);
+
+// Does nothing to a live object: a brush follows SetBrushOrgEx at once. FALSE for a dead one.
+BOOL WINAPI UnrealizeObject(HGDIOBJ object);
+
+// Makes a font that is drawn with the given height, weight and face; the other arguments are 0.
+// Faces are replaced by near ones of this system. The caller deletes it.
+HFONT WINAPI CreateFontA(int height, int width, int escapement, int orientation, int weight,
+                         DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
+                         DWORD outPrecision, DWORD clipPrecision, DWORD quality,
+                         DWORD pitchAndFamily, LPCSTR face);
+
+// Makes a monochrome bitmap (1 plane, 1 bit a pixel) from rows that each fill whole 16-bit words,
+// the top row first. NULL for other planes and bits, for an empty size and for no bytes.
+HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitCount, LPCVOID bits);
+
+// Makes a bitmap, in colour, of a device-independent one: any header, depth, run lengths and bit
+// fields that Windows draws. The whole picture is read, as far as the header says, with no check;
+// flags is CBM_INIT, usage DIB_RGB_COLORS, and header the same as info. NULL when the header is
+// none, when there is no memory, and for a dead context.
+#define CBM_INIT 4u
+#define DIB_RGB_COLORS 0u
+HBITMAP WINAPI CreateDIBitmap(HDC dc, const BITMAPINFOHEADER *header, DWORD flags, LPCVOID bits,
+                              const BITMAPINFO *info, UINT usage);
+
+// --- device contexts ---
+
+// Makes a context to select a bitmap into. The caller deletes it. NULL for a dead context.
+HDC WINAPI CreateCompatibleDC(HDC dc);
+
+// Ends a context made by CreateCompatibleDC. FALSE for a dead or another context.
+BOOL WINAPI DeleteDC(HDC dc);
+
+// Selects a bitmap, brush, pen or font. Returns the one selected before; NULL on failure. Only
+// contexts made by CreateCompatibleDC take a bitmap, and a bitmap is in one of them at a time.
+HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object);
+
+// Each returns the value before; CLR_INVALID for a dead context.
+COLORREF WINAPI SetTextColor(HDC dc, COLORREF color);
+COLORREF WINAPI SetBkColor(HDC dc, COLORREF color);
+
+// Each returns the value before; 0 for a dead context or a wrong value.
+#define TRANSPARENT 1
+#define OPAQUE 2
+int WINAPI SetBkMode(HDC dc, int mode);
+#define R2_XORPEN 7
+#define R2_COPYPEN 13
+int WINAPI SetROP2(HDC dc, int rop);
+
+// Where pattern brushes begin; old may be NULL.
+BOOL WINAPI SetBrushOrgEx(HDC dc, int x, int y, LPPOINT old);
+
+// --- drawing ---
+
+// Copies width x height pixels from a context with a bitmap; what lies outside the bitmap is left
+// out. FALSE for a dead context, a source that is a window's, and another operation.
+#define SRCCOPY 0x00CC0020u
+#define SRCAND 0x008800C6u
+#define SRCINVERT 0x00660046u
+BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX,
+                   int sourceY, DWORD rop);
+
+// Fills a rectangle with the selected brush and operation; the selected pen is NULL_PEN, with which
+// the last column and the last row of the rectangle stay. FALSE with another pen.
+BOOL WINAPI Rectangle(HDC dc, int left, int top, int right, int bottom);
+
+// Both replace what was there, whatever SetROP2 says. 0 for a dead context or brush.
+int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH brush);
+int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH brush); // one pixel wide, inside; 0 if empty
+
+// Draws a line of `count` bytes with its top-left corner at (x, y).
+BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count);
+
+// Draws a line in the middle of a rectangle and nothing outside of it. The format is these four
+// together; count may be -1: up to the terminator. Returns how far the text reaches down from the
+// rectangle's top; 0 on failure.
+#define DT_CENTER 0x00000001
+#define DT_VCENTER 0x00000004
+#define DT_SINGLELINE 0x00000020
+#define DT_NOPREFIX 0x00000800
+int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format);
+
+BOOL WINAPI SetRect(LPRECT rect, int left, int top, int right, int bottom);

@@ -33,6 +33,7 @@ void ReadCoreHeader(const uint8_t *bytes, DibLayout *layout)
 {
     layout->width = Get16(bytes + 4);
     layout->height = Get16(bytes + 6);
+    layout->planes = Get16(bytes + 8);
     layout->bits = Get16(bytes + 10);
     layout->entrySize = 3;
     if (layout->bits <= 8)
@@ -47,6 +48,7 @@ uint32_t ReadInfoHeader(const uint8_t *bytes, DibLayout *layout)
     layout->width = (int32_t)Get32(bytes + 4);
     layout->isTopDown = height < 0;
     layout->height = height == INT_MIN ? 0 : std::abs(height);
+    layout->planes = Get16(bytes + 12);
     layout->bits = Get16(bytes + 14);
     layout->entrySize = 4;
     layout->tableEntries = used != 0 || layout->bits > 8 ? used : (size_t)1 << layout->bits;
@@ -56,7 +58,7 @@ uint32_t ReadInfoHeader(const uint8_t *bytes, DibLayout *layout)
 bool IsDrawable(const DibLayout &layout, uint32_t compression)
 {
     const int bits = layout.bits;
-    if (layout.width <= 0 || layout.height <= 0)
+    if (layout.width <= 0 || layout.height <= 0 || layout.planes == 0)
         return false;
     switch (compression) {
     case Rgb: return bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
@@ -70,8 +72,6 @@ bool IsDrawable(const DibLayout &layout, uint32_t compression)
 // One channel of a pixel as 8 bits: few bits are repeated to fill them, of many the top 8 count.
 uint32_t Channel(uint32_t pixel, uint32_t mask)
 {
-    if (mask == 0)
-        return 0;
     const int shift = std::countr_zero(mask);
     const int width = std::bit_width(mask >> shift);
     uint32_t value = (pixel & mask) >> shift;
@@ -209,6 +209,8 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
             return false;
         for (size_t i = 0; i < 3; i++)
             layout->masks[i] = Get32(bytes + infoHeaderSize + 4 * i);
+        if (layout->masks[0] == 0 || layout->masks[1] == 0 || layout->masks[2] == 0)
+            return false;
     } else {
         const bool isFive = layout->bits == 16; // five bits a channel
         layout->masks[0] = isFive ? 0x7C00 : 0xFF0000;
@@ -218,7 +220,7 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
     layout->infoSize = layout->tableOffset + layout->tableEntries * layout->entrySize;
     layout->pixelsSize =
         layout->isRunLength ? Get32(bytes + 20) : RowSize(*layout) * (size_t)layout->height;
-    return layout->infoSize <= available;
+    return layout->infoSize <= available && layout->pixelsSize > 0;
 }
 
 bool DecodeDib(const DibLayout &layout, const void *info, const void *pixels, size_t pixelsSize,

@@ -9,6 +9,7 @@ struct DibLayout {
     int width;
     int height; // rows
     bool isTopDown;
+    int planes;          // any number but 0
     int bits;            // a pixel: 1, 4, 8, 16, 24, 32
     bool isRunLength;    // 4 or 8 bits
     uint32_t masks[3];   // red, green, blue; of 16 and 32 bits
@@ -16,7 +17,7 @@ struct DibLayout {
     size_t tableEntries; // 0 above 8 bits
     size_t entrySize;    // 4, or 3 with the 12-byte header
     size_t infoSize;     // header, masks and colour table as a packed bitmap holds them
-    size_t pixelsSize;   // the rows; what the header says of run lengths, 0 when it says nothing
+    size_t pixelsSize;   // the rows; of run lengths what the header says
 };
 
 // Reads a header of which `available` bytes may be read. Returns false when it is none that Windows

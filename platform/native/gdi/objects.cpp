@@ -9,6 +9,8 @@ namespace
 struct StoredObject {
     DrawingObject object;
     bool isStock;
+    int holders;
+    bool isEnding; // deleted while it was held
 };
 
 HandleTable<StoredObject, HandleKind::Graphics> &Objects()
@@ -34,7 +36,7 @@ bool MakeBitmap(int width, int height, bool isMonochrome, Bitmap *bitmap)
 
 HGDIOBJ AddDrawingObject(DrawingObject &&object, bool isStock)
 {
-    return Objects().Add(StoredObject{std::move(object), isStock});
+    return Objects().Add(StoredObject{std::move(object), isStock, 0, false});
 }
 
 DrawingObject *FindDrawingObject(HGDIOBJ handle)
@@ -43,10 +45,36 @@ DrawingObject *FindDrawingObject(HGDIOBJ handle)
     return stored == nullptr ? nullptr : &stored->object;
 }
 
-BOOL WINAPI DeleteObject(HGDIOBJ handle)
+void HoldDrawingObject(HGDIOBJ handle)
+{
+    StoredObject *stored = Objects().Find(handle);
+    if (stored != nullptr)
+        stored->holders++;
+}
+
+void ReleaseDrawingObject(HGDIOBJ handle)
+{
+    StoredObject *stored = Objects().Find(handle);
+    if (stored == nullptr)
+        return;
+    stored->holders--;
+    if (stored->isEnding && stored->holders == 0)
+        Objects().Remove(handle);
+}
+
+bool IsDrawingObjectHeld(HGDIOBJ handle)
 {
     const StoredObject *stored = Objects().Find(handle);
+    return stored != nullptr && !stored->isStock && stored->holders > 0;
+}
+
+BOOL WINAPI DeleteObject(HGDIOBJ handle)
+{
+    StoredObject *stored = Objects().Find(handle);
     if (stored == nullptr)
         return FALSE;
-    return stored->isStock || Objects().Remove(handle);
+    if (stored->isStock)
+        return TRUE;
+    stored->isEnding = true;
+    return stored->holders > 0 || Objects().Remove(handle);
 }

@@ -28,14 +28,13 @@ struct Bitmap {
 bool MakeBitmap(int width, int height, bool isMonochrome, Bitmap *bitmap);
 
 struct Brush {
-    bool isNull;    // draws nothing
-    uint32_t pixel; // 0x00RRGGBB; a solid brush
-    Bitmap pattern; // else the brush's own copy of a pattern; its surface has no pixels when solid
+    uint32_t pixel; // 0x00RRGGBB; of a solid brush
+    Bitmap pattern; // the brush's own copy of a pattern; a solid brush has no pixels here
 };
 
+// No line is ever drawn with a pen.
 struct Pen {
     bool isNull;
-    uint32_t pixel; // 0x00RRGGBB
 };
 
 struct Font {
@@ -49,6 +48,14 @@ using DrawingObject = std::variant<Bitmap, Brush, Pen, Font>;
 // Stores an object. Returns its handle, or nullptr when there is no room. A stock object is not
 // ended by DeleteObject.
 HGDIOBJ AddDrawingObject(DrawingObject &&object, bool isStock = false);
+
+// Takes and gives back one hold on a live object. DeleteObject on an object that is held succeeds,
+// but the object lives on until nobody holds it.
+void HoldDrawingObject(HGDIOBJ handle);
+void ReleaseDrawingObject(HGDIOBJ handle);
+
+// Whether somebody holds it and it is no stock object.
+bool IsDrawingObjectHeld(HGDIOBJ handle);
 
 // The object of a handle, or nullptr for a dead handle. It keeps its address while it lives.
 DrawingObject *FindDrawingObject(HGDIOBJ handle);

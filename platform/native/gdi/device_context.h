@@ -1,0 +1,32 @@
+// Device contexts: a surface, the part of it that may be drawn on, and what is selected.
+#pragma once
+
+#include "platform/native/gdi/objects.h"
+#include "platform/win32/gdi.h"
+
+struct DeviceContext {
+    PixelSurface surface; // no pixels: nothing is drawn
+    POINT origin;         // of the context's positions, on the surface
+    RECT clip;            // on the surface, and inside it
+    bool isMemory;        // made by CreateCompatibleDC; its surface is the selected bitmap's
+    HGDIOBJ bitmap;       // nullptr on a surface that is no bitmap's
+    HGDIOBJ brush;
+    HGDIOBJ pen;
+    HGDIOBJ font;
+    COLORREF textColor;
+    COLORREF backColor;
+    int backMode;
+    int rop;
+    POINT brushOrigin;
+};
+
+// Makes a context that draws on a surface: origin is the place of the context's (0, 0), clip the
+// part that is drawn on, both on the surface. The pixels must outlive the context. Returns nullptr
+// when there is no room.
+HDC OpenSurfaceContext(const PixelSurface &surface, POINT origin, const RECT &clip);
+
+// Ends a context made by OpenSurfaceContext. Returns false for any other.
+bool CloseSurfaceContext(HDC dc);
+
+// The context of a handle, or nullptr for a dead one.
+DeviceContext *FindContext(HDC dc);

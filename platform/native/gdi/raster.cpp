@@ -1,0 +1,172 @@
+// Raster operations: pixels of a bitmap or a brush put together with those of a surface.
+#include "platform/native/gdi/device_context.h"
+
+#include <algorithm>
+
+namespace
+{
+
+// A rectangle in 64 bits: positions come from the program unchecked.
+struct Area {
+    long long left, top, right, bottom;
+};
+
+uint32_t Copy(uint32_t, uint32_t source)
+{
+    return source;
+}
+
+uint32_t And(uint32_t destination, uint32_t source)
+{
+    return destination & source;
+}
+
+uint32_t Xor(uint32_t destination, uint32_t source)
+{
+    return destination ^ source;
+}
+
+Area Intersect(const Area &a, const Area &b)
+{
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
+Area ClipArea(const DeviceContext &context)
+{
+    const RECT &clip = context.clip;
+    return {clip.left, clip.top, clip.right, clip.bottom};
+}
+
+// Puts pixelAt(x, y) on every pixel of the area, which lies inside the surface; on a dense screen
+// each is repeated over the memory pixels of its block.
+template <typename Operation, typename PixelAt>
+void Combine(const PixelSurface &surface, const Area &area, Operation operation, PixelAt pixelAt)
+{
+    for (int y = (int)area.top; y < (int)area.bottom; y++) {
+        for (int row = MemoryEdge(surface, y); row < MemoryEdge(surface, y + 1); row++) {
+            uint32_t *out = surface.pixels + surface.stride * (size_t)row;
+            int column = MemoryEdge(surface, (int)area.left);
+            for (int x = (int)area.left; x < (int)area.right; x++) {
+                const uint32_t pixel = pixelAt(x, y);
+                for (const int end = MemoryEdge(surface, x + 1); column < end; column++)
+                    out[column] = operation(out[column], pixel);
+            }
+        }
+    }
+}
+
+// The remainder that is never negative.
+int Wrap(int value, int size)
+{
+    const int rest = value % size;
+    return rest < 0 ? rest + size : rest;
+}
+
+// Fills an area, in the context's positions, with a brush.
+template <typename Operation>
+void FillArea(const DeviceContext &context, const Area &area, const Brush &brush,
+              Operation operation)
+{
+    const POINT origin = context.origin;
+    const Area placed = Intersect(
+        {area.left + origin.x, area.top + origin.y, area.right + origin.x, area.bottom + origin.y},
+        ClipArea(context));
+    const PixelSurface &pattern = brush.pattern.surface;
+    if (pattern.pixels == nullptr) {
+        Combine(context.surface, placed, operation, [&](int, int) { return brush.pixel; });
+        return;
+    }
+    const POINT start = {origin.x + context.brushOrigin.x, origin.y + context.brushOrigin.y};
+    const uint32_t text = SwapRedBlue(context.textColor);
+    const uint32_t back = SwapRedBlue(context.backColor);
+    Combine(context.surface, placed, operation, [&](int x, int y) {
+        const size_t row = (size_t)Wrap(y - start.y, pattern.height);
+        const size_t column = (size_t)Wrap(x - start.x, pattern.width);
+        const uint32_t pixel = pattern.pixels[row * pattern.stride + column];
+        if (!brush.pattern.isMonochrome)
+            return pixel;
+        return pixel == 0 ? text : back;
+    });
+}
+
+} // namespace
+
+BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX,
+                   int sourceY, DWORD rop)
+{
+    const DeviceContext *to = FindContext(dc);
+    const DeviceContext *from = FindContext(source);
+    if (to == nullptr || from == nullptr || !from->isMemory)
+        return FALSE;
+    const PixelSurface &picture = from->surface;
+    // A place on the surface, and how far from it the same pixel is in the picture.
+    const long long left = (long long)x + to->origin.x;
+    const long long top = (long long)y + to->origin.y;
+    const long long acrossBy = sourceX - left;
+    const long long downBy = sourceY - top;
+    const Area inPicture = {-acrossBy, -downBy, picture.width - acrossBy, picture.height - downBy};
+    const Area area =
+        Intersect(Intersect({left, top, left + width, top + height}, inPicture), ClipArea(*to));
+    const auto pixelAt = [&](int column, int row) {
+        return picture
+            .pixels[(size_t)(row + downBy) * picture.stride + (size_t)(column + acrossBy)];
+    };
+    switch (rop) {
+    case SRCCOPY: Combine(to->surface, area, Copy, pixelAt); return TRUE;
+    case SRCAND: Combine(to->surface, area, And, pixelAt); return TRUE;
+    case SRCINVERT: Combine(to->surface, area, Xor, pixelAt); return TRUE;
+    default: return FALSE;
+    }
+}
+
+BOOL WINAPI Rectangle(HDC dc, int left, int top, int right, int bottom)
+{
+    const DeviceContext *context = FindContext(dc);
+    if (context == nullptr || !FindDrawing<Pen>(context->pen)->isNull)
+        return FALSE;
+    // The corners may come in any order; an outline of no pen still takes its place.
+    const Area area = {std::min(left, right), std::min(top, bottom), std::max(left, right) - 1LL,
+                       std::max(top, bottom) - 1LL};
+    const Brush &brush = *FindDrawing<Brush>(context->brush);
+    if (context->rop == R2_XORPEN)
+        FillArea(*context, area, brush, Xor);
+    else
+        FillArea(*context, area, brush, Copy);
+    return TRUE;
+}
+
+int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH handle)
+{
+    const DeviceContext *context = FindContext(dc);
+    const Brush *brush = FindDrawing<Brush>(handle);
+    if (context == nullptr || brush == nullptr || rect == nullptr)
+        return 0;
+    FillArea(*context, {rect->left, rect->top, rect->right, rect->bottom}, *brush, Copy);
+    return 1;
+}
+
+int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH handle)
+{
+    const DeviceContext *context = FindContext(dc);
+    const Brush *brush = FindDrawing<Brush>(handle);
+    if (context == nullptr || brush == nullptr || rect == nullptr || rect->left >= rect->right ||
+        rect->top >= rect->bottom)
+        return 0;
+    const Area all = {rect->left, rect->top, rect->right, rect->bottom};
+    const Area edges[] = {{all.left, all.top, all.right, all.top + 1},
+                          {all.left, all.bottom - 1, all.right, all.bottom},
+                          {all.left, all.top, all.left + 1, all.bottom},
+                          {all.right - 1, all.top, all.right, all.bottom}};
+    for (const Area &edge : edges)
+        FillArea(*context, edge, *brush, Copy);
+    return 1;
+}
+
+BOOL WINAPI SetRect(LPRECT rect, int left, int top, int right, int bottom)
+{
+    if (rect == nullptr)
+        return FALSE;
+    *rect = {left, top, right, bottom};
+    return TRUE;
+}

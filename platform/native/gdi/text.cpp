@@ -1,0 +1,75 @@
+// Lines of text: placed here, drawn by the visible half.
+#include "platform/native/gdi/device_context.h"
+#include "platform/native/visible.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+namespace
+{
+
+SIZE MeasureLine(const Font &font, LPCSTR text, int count)
+{
+    FontSize size{};
+    if (visible.measureFont != nullptr)
+        visible.measureFont(font, &size);
+    const int width = visible.measureText == nullptr ? 0 : visible.measureText(font, text, count);
+    return {width, size.ascent + size.descent};
+}
+
+// Draws on the surface; place and clip are on it.
+void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &clip, LPCSTR text,
+              int count)
+{
+    const Font &font = *FindDrawing<Font>(context.font);
+    if (context.backMode == OPAQUE) {
+        const SIZE size = MeasureLine(font, text, count);
+        const POINT origin = context.origin;
+        const RECT cell = {std::max(place.x, clip.left) - origin.x,
+                           std::max(place.y, clip.top) - origin.y,
+                           std::min(place.x + size.cx, clip.right) - origin.x,
+                           std::min(place.y + size.cy, clip.bottom) - origin.y};
+        HBRUSH brush = CreateSolidBrush(context.backColor);
+        FillRect(dc, &cell, brush);
+        DeleteObject(brush);
+    }
+    if (visible.drawText != nullptr && clip.left < clip.right && clip.top < clip.bottom)
+        visible.drawText(&context.surface, &clip, font, place.x, place.y,
+                         SwapRedBlue(context.textColor), text, count);
+}
+
+} // namespace
+
+BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count)
+{
+    const DeviceContext *context = FindContext(dc);
+    if (context == nullptr || count < 0 || (text == nullptr && count > 0))
+        return FALSE;
+    if (count > 0)
+        DrawLine(dc, *context, {x + context->origin.x, y + context->origin.y}, context->clip, text,
+                 count);
+    return TRUE;
+}
+
+int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
+{
+    const DeviceContext *context = FindContext(dc);
+    if (context == nullptr || text == nullptr || rect == nullptr ||
+        format != (DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX))
+        return 0;
+    if (count < 0)
+        count = (int)std::min(strlen(text), (size_t)INT_MAX);
+    const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
+    const POINT origin = context->origin;
+    const int across = (rect->right - rect->left - size.cx) / 2;
+    const int down = (rect->bottom - rect->top - size.cy) / 2;
+    const RECT clip = {std::max(context->clip.left, rect->left + origin.x),
+                       std::max(context->clip.top, rect->top + origin.y),
+                       std::min(context->clip.right, rect->right + origin.x),
+                       std::min(context->clip.bottom, rect->bottom + origin.y)};
+    if (count > 0)
+        DrawLine(dc, *context, {rect->left + origin.x + across, rect->top + origin.y + down}, clip,
+                 text, count);
+    return down + size.cy;
+}

@@ -1,0 +1,184 @@
+#include "tests/support/canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <vector>
+
+using Bytes = std::vector<BYTE>;
+
+struct DibCase {
+    const char *name;
+    BITMAPINFOHEADER header;
+    std::vector<DWORD> after; // masks and colour table, as they stand after 40 bytes
+    Bytes pixels;
+    const char *picture; // NULL: no bitmap is made
+};
+
+static BITMAPINFOHEADER Header(int width, int height, int bits, DWORD compression = BI_RGB,
+                               DWORD used = 0, DWORD imageSize = 0, DWORD headerSize = 40)
+{
+    return {headerSize, width, height, 1, (WORD)bits, compression, imageSize, 0, 0, used, 0};
+}
+
+// Draws the picture on a yellow canvas of 6 x 3. info is exactly as long as the picture needs.
+static std::string Draw(const void *info, const Bytes &pixels)
+{
+    Canvas canvas(6, 3, RGB(255, 255, 0));
+    HBITMAP bitmap = CreateDIBitmap(canvas.dc, (const BITMAPINFOHEADER *)info, CBM_INIT,
+                                    pixels.data(), (const BITMAPINFO *)info, DIB_RGB_COLORS);
+    if (bitmap == nullptr)
+        return "none";
+    HDC memory = CreateCompatibleDC(canvas.dc);
+    HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(canvas.dc, 0, 0, 6, 3, memory, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+    DeleteObject(bitmap);
+    return canvas.Picture();
+}
+
+static const DWORD R = 0xFF0000, G = 0x00FF00, B = 0x0000FF, W = 0xFFFFFF;
+
+static const DibCase dibCases[] = {
+    {"1 bit",
+     Header(6, 3, 1),
+     {R, B},
+     {0xA8, 0, 0, 0, 0x54, 0, 0, 0, 0xFC, 0, 0, 0},
+     "BBBBBB\nRBRBRB\nBRBRBR\n"},
+    {"4 bits, short table",
+     Header(3, 1, 4, BI_RGB, 2),
+     {R, B},
+     {0x01, 0x50, 0, 0},
+     "RB#YYY\nYYYYYY\nYYYYYY\n"},
+    {"8 bits, long table",
+     Header(2, -2, 8, BI_RGB, 258),
+     [] {
+         std::vector<DWORD> table(258, G);
+         table[1] = R;
+         return table;
+     }(),
+     {0, 1, 0, 0, 1, 255, 0, 0},
+     "GRYYYY\nRGYYYY\nYYYYYY\n"},
+    {"24 bits",
+     Header(2, 2, 24),
+     {},
+     {0, 0, 255, 0, 255, 0, 9, 9, 255, 0, 0, 255, 255, 255, 9, 9},
+     "B.YYYY\nRGYYYY\nYYYYYY\n"},
+    {"24 bits with a table",
+     Header(1, 1, 24, BI_RGB, 1),
+     {W},
+     {255, 0, 0, 9},
+     "BYYYYY\nYYYYYY\nYYYYYY\n"},
+    {"32 bits, any high byte",
+     Header(2, -1, 32),
+     {},
+     {0, 0, 255, 77, 255, 0, 0, 255},
+     "RBYYYY\nYYYYYY\nYYYYYY\n"},
+    {"32 bits, masks",
+     Header(2, 1, 32, BI_BITFIELDS),
+     {0xFF, 0xFF00, 0xFF0000},
+     {255, 0, 0, 0, 0, 0, 255, 0},
+     "RBYYYY\nYYYYYY\nYYYYYY\n"},
+    {"16 bits",
+     Header(4, 1, 16),
+     {},
+     {0x00, 0x7C, 0xE0, 0x03, 0x1F, 0x80, 0xFF, 0x7F},
+     "RGB.YY\nYYYYYY\nYYYYYY\n"},
+    {"16 bits, masks",
+     Header(3, 1, 16, BI_BITFIELDS),
+     {0xF800, 0x07E0, 0x001F},
+     {0x00, 0xF8, 0xE0, 0x07, 0x1F, 0x00, 0, 0},
+     "RGBYYY\nYYYYYY\nYYYYYY\n"},
+    {"a mask of nothing",
+     Header(1, 1, 32, BI_BITFIELDS),
+     {0xFF, 0, 0xFF0000},
+     {255, 0, 0, 0},
+     nullptr},
+    {"masks with 24 bits",
+     Header(1, 1, 24, BI_BITFIELDS),
+     {0xFF, 0xFF00, 0xFF0000},
+     {255, 0, 0, 0},
+     nullptr},
+    {"8-bit runs",
+     Header(6, 3, 8, BI_RLE8, 4, 24),
+     {R, G, B, W},
+     {2, 1, 0, 2, 1, 1, 2, 2, 0, 0, 0, 3, 3, 2, 1, 0, 9, 0, 0, 1, 0, 0, 0, 0},
+     ".BGRRR\n###BB#\nGG####\n"},
+    {"runs past the edge",
+     Header(6, 3, 8, BI_RLE8, 4, 14),
+     {R, G, B, W},
+     {10, 1, 2, 2, 0, 0, 3, 3, 0, 0, 6, 2, 0, 1},
+     "BBBBBB\n...###\nGGGGGG\n"},
+    {"runs that the size cuts",
+     Header(6, 3, 8, BI_RLE8, 4, 4),
+     {R, G, B, W},
+     {3, 1, 0, 0, 3, 2},
+     "######\n######\nGGG###\n"},
+    {"4-bit runs",
+     Header(6, 3, 4, BI_RLE4, 4, 16),
+     {R, G, B, W},
+     {5, 0x12, 0, 0, 0, 5, 0x12, 0x30, 0x10, 0, 0, 0, 1, 0x30, 0, 1},
+     ".#####\nGB.RG#\nGBGBG#\n"},
+    {"runs without a size", Header(6, 3, 8, BI_RLE8, 4, 0), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
+    {"runs from the top", Header(6, -3, 8, BI_RLE8, 4, 4), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
+    {"runs of another depth", Header(6, 3, 4, BI_RLE8, 4, 4), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
+    {"5 bits", Header(1, 1, 5), {}, {0, 0, 0, 0}, nullptr},
+    {"a negative width", Header(-1, 1, 24), {}, {0, 0, 0, 0}, nullptr},
+    {"a header of 36 bytes", Header(1, 1, 24, BI_RGB, 0, 0, 36), {}, {0, 0, 0, 0}, nullptr},
+};
+
+TEST(DibBitmap, EveryLayoutThatWindowsDraws)
+{
+    for (const DibCase &dib : dibCases) {
+        Bytes info(sizeof dib.header + dib.after.size() * 4);
+        memcpy(info.data(), &dib.header, sizeof dib.header);
+        if (!dib.after.empty())
+            memcpy(info.data() + sizeof dib.header, dib.after.data(), dib.after.size() * 4);
+        EXPECT_EQ(Draw(info.data(), dib.pixels), dib.picture == nullptr ? "none" : dib.picture)
+            << dib.name;
+    }
+}
+
+TEST(DibBitmap, LongerHeadersHoldTheirMasks)
+{
+    for (DWORD size : {56u, 108u, 124u}) {
+        Bytes info(size);
+        const BITMAPINFOHEADER header = Header(2, 1, 32, BI_BITFIELDS, 0, 0, size);
+        const DWORD masks[] = {0xFF, 0xFF00, 0xFF0000};
+        memcpy(info.data(), &header, sizeof header);
+        memcpy(info.data() + sizeof header, masks, sizeof masks);
+        EXPECT_EQ(Draw(info.data(), {255, 0, 0, 0, 0, 0, 255, 0}), "RBYYYY\nYYYYYY\nYYYYYY\n")
+            << size;
+    }
+}
+
+TEST(DibBitmap, OldHeaderHasTableEntriesOfThreeBytes)
+{
+    Bytes info = {12, 0, 0, 0, 3, 0, 1, 0, 1, 0, 4, 0};
+    for (int i = 0; i < 16; i++)
+        for (BYTE channel : i == 2 ? Bytes{0, 255, 0} : Bytes{0, 0, 255})
+            info.push_back(channel);
+    EXPECT_EQ(Draw(info.data(), {0x02, 0xF0, 0, 0}), "RGRYYY\nYYYYYY\nYYYYYY\n");
+}
+
+TEST(DibBitmap, FewBitsFillAChannel)
+{
+    Canvas canvas(2, 1);
+    DWORD info[13] = {};
+    const BITMAPINFOHEADER header = Header(2, 1, 16, BI_BITFIELDS);
+    memcpy(info, &header, sizeof header);
+    info[10] = 0xF800;
+    info[11] = 0x07E0;
+    info[12] = 0x001F;
+    const WORD pixels[] = {0x0821, 0x8410};
+    HBITMAP bitmap = CreateDIBitmap(canvas.dc, (const BITMAPINFOHEADER *)info, CBM_INIT, pixels,
+                                    (const BITMAPINFO *)info, DIB_RGB_COLORS);
+    HDC memory = CreateCompatibleDC(canvas.dc);
+    SelectObject(memory, bitmap);
+    BitBlt(canvas.dc, 0, 0, 2, 1, memory, 0, 0, SRCCOPY);
+    EXPECT_EQ(canvas.At(0, 0), RGB(8, 4, 8));
+    EXPECT_EQ(canvas.At(1, 0), RGB(132, 130, 132));
+    DeleteDC(memory);
+    DeleteObject(bitmap);
+}
