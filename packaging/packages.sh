@@ -1,7 +1,7 @@
 # Sourced by ./run, ./test and ./package: installs what is missing, and says what.
 # Sets nothing else and asks nothing; works as root, and with sudo as a user.
 
-native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 libpng-dev libcli11-dev nlohmann-json3-dev"
+native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 libpng-dev libsdl2-dev libcli11-dev nlohmann-json3-dev"
 test_packages="libgtest-dev libgmock-dev icoutils"
 windows_packages="g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 googletest wine64 libwine xvfb"
 windows32_packages="g++-mingw-w64-i686"

@@ -67,6 +67,6 @@ bool WriteBytes(const char *path, const Bytes &bytes)
     FILE *file = fopen(path, "wb");
     if (!file)
         return false;
-    bool written = fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    bool written = bytes.empty() || fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
     return fclose(file) == 0 && written;
 }

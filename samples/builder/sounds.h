@@ -16,8 +16,8 @@ struct WaveDescription {
     unsigned rate = 22050;   // frames a second
     unsigned bits = 16;      // a sample
     unsigned blockAlign = 0; // bytes; 0: of one frame of whole bytes
-    Bytes formatExtra;       // after the 16 bytes of the format, with its own length in front
-    Bytes samples;
+    Bytes formatExtra = {};  // after the 16 bytes of the format, with its own length in front
+    Bytes samples = {};
 };
 
 Bytes MakeWave(const WaveDescription &description);

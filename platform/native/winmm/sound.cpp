@@ -1,0 +1,135 @@
+// sndPlaySoundA on SDL2. The sound is decoded and handed to SDL whole, so the caller's memory is
+// not read any more when the call returns.
+#include "platform/win32.h"
+
+#define SDL_MAIN_HANDLED
+#include <SDL.h>
+
+#include <cstring>
+
+#define RIFF_HEADER_SIZE 8
+#define DEVICE_FRAMES 1024 // of one buffer: how far a stop can be heard late
+
+struct WaveSound {
+    SDL_AudioSpec format;
+    Uint8 *samples; // SDL_FreeWAV's
+    Uint32 size;    // bytes
+};
+
+// The device stays open between sounds of one format: closing it waits for its buffers to run out.
+class AudioDevice
+{
+  public:
+    ~AudioDevice()
+    {
+        Close();
+        if (started)
+            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    }
+
+    // Makes SDL ready; its handlers would swallow the signals that end the program.
+    bool Start()
+    {
+        if (!started) {
+            SDL_SetMainReady();
+            SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+            started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        }
+        return started;
+    }
+
+    bool IsPlaying() const
+    {
+        return device != 0 && SDL_GetQueuedAudioSize(device) > 0;
+    }
+
+    void Stop()
+    {
+        if (device == 0)
+            return;
+        SDL_PauseAudioDevice(device, 1);
+        SDL_ClearQueuedAudio(device);
+    }
+
+    bool Play(const WaveSound &sound)
+    {
+        Stop();
+        if (!OpenFor(sound.format) || SDL_QueueAudio(device, sound.samples, sound.size) != 0)
+            return false;
+        SDL_PauseAudioDevice(device, 0);
+        return true;
+    }
+
+  private:
+    bool OpenFor(const SDL_AudioSpec &wanted)
+    {
+        // a device that was unplugged stops for good
+        if (device != 0 && SDL_GetAudioDeviceStatus(device) != SDL_AUDIO_STOPPED &&
+            wanted.freq == format.freq && wanted.format == format.format &&
+            wanted.channels == format.channels)
+            return true;
+        Close();
+        format = wanted;
+        format.samples = DEVICE_FRAMES;
+        format.callback = nullptr;
+        device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
+        return device != 0;
+    }
+
+    void Close()
+    {
+        if (device != 0)
+            SDL_CloseAudioDevice(device);
+        device = 0;
+    }
+
+    bool started = false;
+    SDL_AudioDeviceID device = 0;
+    SDL_AudioSpec format = {};
+};
+
+static AudioDevice audio;
+
+static bool IsPlayable(const SDL_AudioSpec &format)
+{
+    return format.freq >= 100 && format.freq <= 1000000 && format.channels >= 1 &&
+           format.channels <= 8;
+}
+
+// Decodes the sound. On success its samples are freed with SDL_FreeWAV.
+static bool LoadSound(const char *bytes, WaveSound *sound)
+{
+    Uint32 rest;
+    memcpy(&rest, bytes + 4, sizeof rest);
+    rest = SDL_SwapLE32(rest);
+    if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - RIFF_HEADER_SIZE)
+        return false;
+    // a sound that ends early plays as far as it goes
+    SDL_SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
+    SDL_SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
+    *sound = {};
+    if (!SDL_LoadWAV_RW(SDL_RWFromConstMem(bytes, (int)(rest + RIFF_HEADER_SIZE)), 1,
+                        &sound->format, &sound->samples, &sound->size))
+        return false;
+    if (IsPlayable(sound->format))
+        return true;
+    SDL_FreeWAV(sound->samples);
+    return false;
+}
+
+BOOL WINAPI sndPlaySoundA(LPCSTR sound, UINT flags)
+{
+    if (!sound) {
+        audio.Stop();
+        return TRUE;
+    }
+    if ((flags & (SND_ASYNC | SND_MEMORY)) != (SND_ASYNC | SND_MEMORY) || !audio.Start() ||
+        ((flags & SND_NOSTOP) != 0 && audio.IsPlaying()))
+        return FALSE;
+    WaveSound wave;
+    if (!LoadSound(sound, &wave))
+        return FALSE;
+    bool plays = audio.Play(wave);
+    SDL_FreeWAV(wave.samples);
+    return plays;
+}

@@ -1,0 +1,228 @@
+// Sounds are heard through SDL's disk driver, which writes what a device would get into a file.
+// SDL takes its driver once in a process, so each case runs in a process of its own.
+#include "platform/win32.h"
+#include "samples/builder/builder.h"
+
+#define SDL_MAIN_HANDLED
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+static const char heardFile[] = BUILD_FOLDER "/tests/heard.raw";
+static const UINT play = SND_ASYNC | SND_MEMORY | SND_NOSTOP;
+
+// Runs work() with an SDL driver; its result is the process's. -1 for a process that was killed.
+static int RunWithDriver(const char *driver, const char *bufferDelay,
+                         const std::function<int()> &work)
+{
+    pid_t child = fork();
+    if (child == 0) {
+        setenv("SDL_AUDIODRIVER", driver, 1);
+        setenv("SDL_DISKAUDIOFILE", heardFile, 1);
+        setenv("SDL_DISKAUDIODELAY", bufferDelay, 1);
+        SDL_LogSetAllPriority(SDL_NUM_LOG_PRIORITIES); // the disk driver announces itself
+        _exit(work());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+static Bytes Heard()
+{
+    std::ifstream file(heardFile, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+static bool Holds(const Bytes &heard, const Bytes &samples)
+{
+    return std::search(heard.begin(), heard.end(), samples.begin(), samples.end()) != heard.end();
+}
+
+// Waits, 5 seconds at most, until the sound has been heard. The file is written through a buffer,
+// which the silence after the sound fills.
+static bool WaitToHear(const Bytes &samples)
+{
+    for (int i = 0; i < 500; i++) {
+        if (Holds(Heard(), samples))
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+}
+
+static BOOL Play(const Bytes &wave)
+{
+    return sndPlaySoundA((const char *)wave.data(), play);
+}
+
+static Bytes Pack32(const std::vector<uint32_t> &samples)
+{
+    Bytes bytes;
+    for (uint32_t sample : samples)
+        AddU32(bytes, sample);
+    return bytes;
+}
+
+// One block of each compressed encoding: 10 samples of MS ADPCM, 9 of IMA ADPCM.
+static const Bytes msBlock = {0, 16, 0, 100, 0, 84, 0, 0x11, 0x11, 0x11, 0x11};
+static const Bytes imaBlock = {0xe8, 3, 0, 0, 0x44, 0xcc, 0x44, 0xcc};
+static const Bytes msFormat = {32, 0,    10,   0, 7,    0,    0,    1, 0,    0,   0,   2,
+                               0,  0xff, 0,    0, 0,    0,    192,  0, 64,   0,   240, 0,
+                               0,  0,    0xcc, 1, 0x30, 0xff, 0x88, 1, 0x18, 0xff};
+
+struct Encoding {
+    const char *name;
+    WaveDescription wave;
+    Bytes heard;
+};
+
+static std::vector<Encoding> Encodings()
+{
+    return {
+        {"8 bits", {.bits = 8, .samples = {1, 2, 0x90, 0xff}}, {1, 2, 0x90, 0xff}},
+        {"16 bits", {.channels = 2, .samples = {1, 2, 3, 4, 5, 6, 7, 8}}, {1, 2, 3, 4, 5, 6, 7, 8}},
+        {"24 bits",
+         {.bits = 24, .samples = {1, 2, 3, 0xfd, 0xfe, 0xff}},
+         {0, 1, 2, 3, 0, 0xfd, 0xfe, 0xff}},
+        {"32 bits", {.bits = 32, .samples = {1, 2, 3, 4, 5, 6, 7, 8}}, {1, 2, 3, 4, 5, 6, 7, 8}},
+        {"floating point",
+         {.tag = WAVE_TAG_FLOAT, .bits = 32, .samples = Pack32({0x3f000000, 0xbe800000})},
+         Pack32({0x3f000000, 0xbe800000})},
+        {"mu-law",
+         {.tag = WAVE_TAG_MULAW, .bits = 8, .samples = {0x80, 0x00, 0xff, 0xf0}},
+         PackSamples({32124, -32124, 0, 120})},
+        {"A-law",
+         {.tag = WAVE_TAG_ALAW, .bits = 8, .samples = {0xaa, 0x2a, 0xd5, 0x55}},
+         PackSamples({32256, -32256, 8, -8})},
+        {"MS ADPCM",
+         {.tag = WAVE_TAG_MS_ADPCM,
+          .bits = 4,
+          .blockAlign = 11,
+          .formatExtra = msFormat,
+          .samples = msBlock},
+         PackSamples({84, 100, 116, 132, 148, 164, 180, 196, 212, 228})},
+        {"IMA ADPCM",
+         {.tag = WAVE_TAG_IMA_ADPCM,
+          .bits = 4,
+          .blockAlign = 8,
+          .formatExtra = {2, 0, 9, 0},
+          .samples = imaBlock},
+         PackSamples({1000, 1007, 1017, 1005, 991, 1009, 1030, 1005, 974})},
+    };
+}
+
+TEST(Sound, PlaysEveryCommonEncoding)
+{
+    for (const Encoding &encoding : Encodings()) {
+        SCOPED_TRACE(encoding.name);
+        Bytes wave = MakeWave(encoding.wave);
+        EXPECT_EQ(RunWithDriver("disk", "5",
+                                [&] {
+                                    return !Play(wave) ? 1 : !WaitToHear(encoding.heard) ? 2 : 0;
+                                }),
+                  0);
+    }
+}
+
+TEST(Sound, StopsAtOnceAndGivesWayToWhatPlays)
+{
+    Bytes longSound = MakeWave({.bits = 8, .samples = Bytes(220500, 0x55)});
+    Bytes shortSound = MakeWave({.bits = 8, .samples = {9, 7, 5, 3}});
+    auto countHeard = [] {
+        Bytes heard = Heard();
+        return std::count(heard.begin(), heard.end(), 0x55);
+    };
+    auto work = [&]() -> int {
+        if (!Play(longSound) || !WaitToHear(Bytes(3000, 0x55)))
+            return 1;
+        if (Play(shortSound))
+            return 2;
+        if (!sndPlaySoundA(nullptr, 0))
+            return 3;
+        // the buffers on their way, and the silence that brings them into the file
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        auto count = countHeard();
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        if (count != countHeard() || count > 200000)
+            return 4;
+        if (!Play(shortSound) || !WaitToHear({9, 7, 5, 3}))
+            return 5;
+        return sndPlaySoundA(nullptr, 0) && sndPlaySoundA(nullptr, 0) ? 0 : 6;
+    };
+    EXPECT_EQ(RunWithDriver("disk", "5", work), 0);
+}
+
+TEST(Sound, IsSilentWithoutADevice)
+{
+    Bytes wave = MakeWave({.bits = 8, .samples = {1, 2, 3}});
+    auto work = [&] { return Play(wave) || !sndPlaySoundA(nullptr, 0) ? 1 : 0; };
+    EXPECT_EQ(RunWithDriver("no such driver", "5", work), 0);
+}
+
+TEST(Sound, LeavesTheSignalsThatEndTheProgramAlone)
+{
+    Bytes wave = MakeWave({.bits = 8, .samples = {1, 2, 3}});
+    auto work = [&]() -> int {
+        if (!Play(wave))
+            return 1;
+        for (int number : {SIGINT, SIGTERM}) {
+            struct sigaction action;
+            if (sigaction(number, nullptr, &action) != 0 || action.sa_handler != SIG_DFL)
+                return 2;
+        }
+        return 0;
+    };
+    EXPECT_EQ(RunWithDriver("dummy", "5", work), 0);
+}
+
+// The sound's last byte, by the size in its header, is the last before memory that cannot be read.
+static BOOL PlayBeforeUnreadable(const Bytes &wave)
+{
+    const size_t page = 4096;
+    BYTE *pages =
+        (BYTE *)mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    mprotect(pages + page, page, PROT_NONE);
+    BYTE *start = pages + page - wave.size();
+    std::copy(wave.begin(), wave.end(), start);
+    sndPlaySoundA(nullptr, 0);
+    BOOL played = sndPlaySoundA((const char *)start, play);
+    munmap(pages, 2 * page);
+    return played;
+}
+
+TEST(Sound, ReadsNothingBehindTheSizeInTheRiffHeader)
+{
+    auto work = []() -> int {
+        Bytes wave = MakeWave({.bits = 8, .samples = {1, 2, 3, 4}});
+        // every length; a sound plays, if only for no time, when the data has begun
+        for (size_t length = 8; length <= wave.size(); length++) {
+            Bytes cut(wave.begin(), wave.begin() + (ptrdiff_t)length);
+            PutU32(cut, 4, (uint32_t)length - 8);
+            if (PlayBeforeUnreadable(cut) != (length >= wave.size() - 4))
+                return 1;
+        }
+        PutU32(wave, 40, 0xffffffff); // the data's own size
+        if (!PlayBeforeUnreadable(wave))
+            return 2;
+        for (uint32_t rate : {0u, 0x7fffffffu, 0xffffffffu}) {
+            PutU32(wave, 24, rate);
+            if (PlayBeforeUnreadable(wave))
+                return 3;
+        }
+        PutU32(wave, 0, 0x58464952); // "RIFX"
+        return PlayBeforeUnreadable(wave) ? 4 : 0;
+    };
+    EXPECT_EQ(RunWithDriver("dummy", "5", work), 0);
+}
