@@ -10,12 +10,21 @@ export WINEARCH=win64
 wine=/usr/lib/wine/wine64
 mkdir -p "$root/build"
 
+# Frames are Wine's own, so that no window waits for a window manager that is not there; nor is a
+# sound device looked for.
+make_prefix() {
+    "$wine" wineboot --init &&
+        "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f &&
+        "$wine" reg add 'HKCU\Software\Wine\Drivers' /v Audio /d '' /f &&
+        touch "$WINEPREFIX/made"
+}
+
 start() {
-    if [ ! -f "$WINEPREFIX/ready" ]; then
+    if [ ! -f "$WINEPREFIX/made" ]; then
         mkdir -p "$WINEPREFIX"
         (
             flock 9
-            [ -f "$WINEPREFIX/ready" ] || { "$wine" wineboot --init && touch "$WINEPREFIX/ready"; }
+            [ -f "$WINEPREFIX/made" ] || make_prefix
         ) 9>"$root/build/wineprefix.lock" >/dev/null 2>&1
     fi
     "$wine" "$@"

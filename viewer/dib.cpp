@@ -9,7 +9,6 @@
 
 #define CORE_HEADER_SIZE 12
 #define INFO_HEADER_SIZE 40
-#define MOST_PIXELS 64000000ull
 
 typedef unsigned long long Bytes; // sizes from a file: sums and products pass 32 bits
 
@@ -92,7 +91,7 @@ static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
 static int PixelsFit(const DibHeader *header, const BYTE *data, Bytes room, int isIcon)
 {
     Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
-    if (height == 0 || (Bytes)header->width > MOST_PIXELS / height)
+    if (height == 0 || (Bytes)header->width > MOST_PICTURE_PIXELS / height)
         return 0;
     if (isIcon && (header->height < 0 || header->compression != BI_RGB))
         return 0;
@@ -247,7 +246,7 @@ void SetDibPixel(void *dib, LONG x, LONG y, DWORD value)
 HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
 {
     if (width <= 0 || height <= 0 || !IsDrawnBitCount(bitCount) ||
-        (Bytes)width > MOST_PIXELS / (Bytes)height)
+        (Bytes)width > MOST_PICTURE_PIXELS / (Bytes)height)
         return nullptr;
     BITMAPINFOHEADER header = {};
     header.biSize = sizeof header;

@@ -9,6 +9,9 @@
 
 #include "platform/win32.h"
 
+// A picture of more pixels is not drawn.
+#define MOST_PICTURE_PIXELS 64000000ull
+
 // What a header says, whichever of its two layouts it has. Absent fields are 0.
 struct DibHeader {
     DWORD headerSize;  // bytes; 12 for the old layout
@@ -37,7 +40,7 @@ unsigned long long DibStride(LONG width, WORD bitCount);
 
 // Whether a block of size bytes holds a picture that can be drawn, whole: header, masks, colour
 // table, rows or run-length data and, for an icon image below 32 bits, the mask; and the picture
-// has at most 64 million pixels. isIcon tells an icon image.
+// has at most MOST_PICTURE_PIXELS. isIcon tells an icon image.
 int PictureFits(const void *data, DWORD size, int isIcon);
 
 // Stores width, height (its absolute value) and bits a pixel of a block, whose size in bytes is

@@ -1,0 +1,31 @@
+#include "dialogs/folders.h"
+
+#include "platform/files.h"
+
+#include <cstring>
+
+static char settingsPath[MAX_PATH];
+
+// Appends a part of the path. Returns 0 when it does not fit.
+static int Append(const char *part)
+{
+    if (strlen(settingsPath) + strlen(part) >= sizeof settingsPath)
+        return 0;
+    strcat(settingsPath, part);
+    return 1;
+}
+
+char *UserSettingsPath(const char *name)
+{
+    LPITEMIDLIST folder;
+    settingsPath[0] = 0;
+    if (SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &folder) != 0)
+        return settingsPath;
+    SHGetPathFromIDListA(folder, settingsPath);
+    CoTaskMemFree(folder);
+    const int fits = EndWithSeparator(settingsPath, sizeof settingsPath) && Append("Orrindale") &&
+                     EndWithSeparator(settingsPath, sizeof settingsPath) && Append(name);
+    if (!fits)
+        settingsPath[0] = 0;
+    return settingsPath;
+}

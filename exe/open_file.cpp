@@ -1,0 +1,23 @@
+#include "exe/open_file.h"
+
+#include "dialogs/message.h"
+#include "dialogs/texts.h"
+#include "exe/catalog.h"
+#include "exe/probe.h"
+#include "shell/globals.h"
+
+#include <cstdio>
+
+int ProbeAndRead(HWND tree, const char *path)
+{
+    FILE *file = fopen(path, "rb");
+    if (file == nullptr)
+        return 0;
+    ProbeOutcome outcome = ProbeFile(tree, file);
+    fclose(file);
+    UINT ids[2];
+    int count = ProbeMessageIds(outcome, openCatalog.count, ids);
+    for (int i = 0; i < count; i++)
+        ShowMessage(globals.mainWindow, LoadMessageText(ids[i]));
+    return outcome == ProbeRead && openCatalog.count > 0;
+}

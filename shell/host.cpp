@@ -1,0 +1,62 @@
+#include "shell/host.h"
+
+#include "dialogs/folders.h"
+#include "dialogs/texts.h"
+#include "platform/files.h"
+#include "resources/ids.h"
+#include "shell/globals.h"
+
+#include <cstring>
+
+#define PATH_SIZE 260
+#define HOST_FILE "VLXPRO.EXE"
+
+// Stores the host module's folder: the one that the settings name, else the current one. Returns 0
+// for a folder that does not fit: cut, it would be another.
+static int FindHostFolder(char *folder)
+{
+    char found[PATH_SIZE + 1];
+    DWORD length = GetPrivateProfileStringA("Vellumax", "ApplicationPath", "", found, sizeof found,
+                                            UserSettingsPath("VLXPRO30.INI"));
+    if (length == 0)
+        length = GetCurrentDirectoryA(sizeof found, found);
+    if (length >= PATH_SIZE)
+        return 0;
+    memcpy(folder, found, length);
+    folder[length] = 0;
+    return 1;
+}
+
+// Stores the host module's path, or the empty text when it does not fit.
+static void FindHostPath(char *path)
+{
+    if (FindHostFolder(path) && EndWithSeparator(path, PATH_SIZE) &&
+        strlen(path) + sizeof HOST_FILE <= PATH_SIZE)
+        strcat(path, HOST_FILE);
+    else
+        path[0] = 0;
+}
+
+static void ReportMissingHost()
+{
+    MessageBoxA(globals.mainWindow, LoadMessageText(IDS_HOST_MISSING), "Message",
+                MB_ICONINFORMATION);
+    PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0);
+}
+
+void LoadHostModule()
+{
+    char path[PATH_SIZE];
+    FindHostPath(path);
+    if (GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES)
+        ReportMissingHost();
+    globals.hostModule = path[0] != 0 ? LoadLibraryA(path) : nullptr;
+    if (globals.hostModule == nullptr)
+        ReportMissingHost();
+}
+
+void FreeHostModule()
+{
+    FreeLibrary(globals.hostModule);
+    globals.hostModule = nullptr;
+}

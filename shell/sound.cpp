@@ -1,0 +1,74 @@
+#include "shell/sound.h"
+
+#include "exe/byte_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#define RIFF_HEADER_SIZE 12 // "RIFF", the size of what follows these 8 bytes, "WAVE"
+
+static HGLOBAL soundBlock;
+static const void *soundAddress;
+static int soundIsCopy; // the block is not the catalogue's
+
+// The player trusts the size that the RIFF header gives. Many old writers store 8 too many, so such
+// a sound is played from a copy that tells its size truly. Returns NULL when there is no memory.
+static HGLOBAL CopyWithTrueSize(const BYTE *data, DWORD size)
+{
+    DWORD copySize = std::max<DWORD>(size, RIFF_HEADER_SIZE);
+    HGLOBAL copy = AllocateData(copySize);
+    BYTE *to = copy != nullptr ? (BYTE *)GlobalLock(copy) : nullptr;
+    if (to == nullptr) {
+        if (copy != nullptr)
+            GlobalFree(copy);
+        return nullptr;
+    }
+    memcpy(to, data, size);
+    DWORD rest = copySize - 8;
+    for (int i = 0; i < 4; i++)
+        to[4 + i] = (BYTE)(rest >> 8 * i);
+    GlobalUnlock(copy);
+    return copy;
+}
+
+static int TellsTrueSize(const BYTE *data, DWORD size)
+{
+    ByteReader bytes = OpenBytes(data, size);
+    DWORD rest = ReadU32(&bytes, 4);
+    return size >= RIFF_HEADER_SIZE && rest <= size - 8;
+}
+
+void PlaySoundEntry(const ResourceEntry *entry)
+{
+    const BYTE *data = (const BYTE *)GlobalLock(entry->data);
+    if (data == nullptr)
+        return;
+    soundBlock = entry->data;
+    soundAddress = data;
+    soundIsCopy = !TellsTrueSize(data, entry->size);
+    if (soundIsCopy) {
+        soundBlock = CopyWithTrueSize(data, entry->size);
+        soundAddress = soundBlock != nullptr ? GlobalLock(soundBlock) : nullptr;
+        GlobalUnlock(entry->data);
+    }
+    if (soundAddress != nullptr)
+        sndPlaySoundA((const char *)soundAddress, SND_ASYNC | SND_MEMORY | SND_NOSTOP);
+}
+
+void StopSound()
+{
+    if (soundBlock != nullptr && soundAddress != nullptr) {
+        sndPlaySoundA(nullptr, 0);
+        GlobalUnlock(soundBlock);
+        if (soundIsCopy)
+            GlobalFree(soundBlock);
+    }
+    ForgetSound();
+}
+
+void ForgetSound()
+{
+    soundBlock = nullptr;
+    soundAddress = nullptr;
+    soundIsCopy = 0;
+}

@@ -1,0 +1,89 @@
+#include "viewer/png.h"
+
+#include "platform/files.h"
+#include "viewer/dib.h"
+#include "viewer/dib_draw.h"
+#include "viewer/graphic_file.h"
+
+#include <cstdio>
+#include <cstring>
+
+#define TEMP_NAME_SIZE 260
+
+static const BYTE signature[8] = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
+
+int MakeTempFileName(char *out, const char *prefix, const char *extension, UINT unique)
+{
+    char folder[TEMP_NAME_SIZE];
+    const DWORD length = GetTempPathA(sizeof folder, folder);
+    if (length == 0 || length >= sizeof folder ||
+        GetTempFileNameA(folder, prefix, unique, out) == 0)
+        return 0;
+    const size_t stem = strlen(out) - strlen(PathExtension(out));
+    if (stem + strlen(extension) >= TEMP_NAME_SIZE)
+        return 0;
+    strcpy(out + stem, extension);
+    return (int)strlen(out);
+}
+
+static int WriteTempFile(const char *name, const void *data, DWORD size)
+{
+    FILE *file = fopen(name, "wb");
+    if (file == nullptr)
+        return 0;
+    const size_t written = fwrite(data, 1, size, file);
+    const int closed = fclose(file) == 0;
+    return closed && written == size;
+}
+
+static void DrawDecoded(HDC dc, const RECT *rect, const void *dib, PngPicture *picture)
+{
+    HGLOBAL flat = FlattenOverWhite(dib, 0);
+    if (flat == nullptr)
+        return;
+    GetDibInfo(flat, sizeof(BITMAPINFOHEADER), &picture->width, &picture->height, nullptr);
+    picture->bitCount = 32;
+    const POINT at = CenterPicture(rect, picture->width, picture->height);
+    picture->y = at.y - rect->top;
+    DrawDib(dc, at.x, at.y, flat, SRCCOPY);
+    GlobalFree(flat);
+}
+
+static void DecodeAndDraw(HDC dc, const RECT *rect, const char *name, PngPicture *picture)
+{
+    HGLOBAL decoded = ReadGraphicFile(name);
+    if (decoded == nullptr)
+        return;
+    const void *dib = GlobalLock(decoded);
+    if (dib != nullptr) {
+        if (PictureFits(dib, (DWORD)GlobalSize(decoded), 0))
+            DrawDecoded(dc, rect, dib, picture);
+        GlobalUnlock(decoded);
+    }
+    GlobalFree(decoded);
+}
+
+static int DrawLocked(HDC dc, const RECT *rect, const BYTE *data, DWORD size, PngPicture *picture)
+{
+    char name[TEMP_NAME_SIZE];
+    if (size < sizeof signature || memcmp(data, signature, sizeof signature) != 0)
+        return 0;
+    if (MakeTempFileName(name, "VLXP", ".png", 1) == 0)
+        return 0;
+    const int taken = WriteTempFile(name, data, size);
+    if (taken)
+        DecodeAndDraw(dc, rect, name, picture);
+    remove(name);
+    return taken;
+}
+
+int DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture)
+{
+    *picture = {};
+    const BYTE *locked = (const BYTE *)GlobalLock(data);
+    if (locked == nullptr)
+        return 0;
+    const int taken = DrawLocked(dc, rect, locked, size, picture);
+    GlobalUnlock(data);
+    return taken;
+}
