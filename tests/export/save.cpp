@@ -1,0 +1,144 @@
+// The save command, through the window.
+#include "export/save.h"
+
+#include "resources/ids.h"
+#include "samples/builder/builder.h"
+#include "shell/globals.h"
+#include "shell/main_window.h"
+#include "tests/support/drive.h"
+
+#include <gtest/gtest.h>
+
+typedef std::vector<std::string> Texts;
+
+struct Save : testing::Test {
+    void SetUp() override
+    {
+        StartProgram();
+        const std::string path = TestFile("every.dll", EveryKind());
+        SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());
+    }
+
+    void TearDown() override
+    {
+        StopProgram();
+    }
+};
+
+TEST_F(Save, OffersANameAndWritesTheFormatThatSuits)
+{
+    const struct {
+        const char *category, *item, *offered;
+        size_t length;
+    } cases[] = {
+        {"BITMAP", "101", "101.BMP", 640 + 14}, {"ICON", "1", "1.ICO", 744 + 22},
+        {"STRING TABLE", "7", "7.TXT", 9 + 22}, {"BINARY DATA", "500", "500.WAV", 444},
+        {"BINARY DATA", "501", "501.BIN", 5},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.offered);
+        Select(c.category, c.item);
+        const std::string path = TestFolder() + "saved " + c.item;
+        ChooseNext(path);
+        Command(IDM_SAVE_AS);
+        EXPECT_EQ(TakeShown(), Texts({std::string("chooser: ") + c.offered}));
+        EXPECT_EQ(ReadWhole(path).size(), c.length); // and no extension was added
+    }
+}
+
+TEST_F(Save, ACancelTouchesNothingAndAReplacementIsConfirmed)
+{
+    const std::string old = TestFile("old.bin", {9});
+    Select("BINARY DATA", "501");
+    CancelNext();
+    Command(IDM_SAVE_AS);
+    EXPECT_EQ(ReadWhole(old), Bytes{9});
+    ChooseNext(old);
+    RefuseReplacement();
+    CancelNext();
+    Command(IDM_SAVE_AS);
+    EXPECT_EQ(ReadWhole(old), Bytes{9});
+    ChooseNext(old);
+    ConfirmReplacement();
+    Command(IDM_SAVE_AS);
+    EXPECT_EQ(ReadWhole(old), (Bytes{1, 2, 3, 'A', 'z'}));
+}
+
+TEST_F(Save, AFileThatCannotBeCreatedIsReportedOnceAndTheCursorComesBack)
+{
+    HCURSOR cursor = LoadCursorA(nullptr, IDC_ARROW);
+    SetCursor(cursor);
+    Select("BINARY DATA", "501");
+    ChooseUncreatable();
+    PressNext(IDOK);
+    Command(IDM_SAVE_AS);
+    const Texts shown = TakeShown();
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.back(), "There has been an error creating this file.");
+    EXPECT_EQ(SetCursor(cursor), cursor);
+}
+
+// The block's handle is dead: the data cannot be had.
+TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
+{
+    const struct {
+        const char *category, *item;
+        LONG index;
+        bool isCreated;
+    } cases[] = {{"BITMAP", "101", 0, true},
+                 {"ICON", "1", 1, true},
+                 {"STRING TABLE", "7", 3, false}, // asks for its data first
+                 {"BINARY DATA", "501", 5, true}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.item);
+        ResourceCatalog broken = {};
+        ResourceEntry entry;
+        ASSERT_EQ(GetEntry(openCatalog.entries, &entry, c.index), 1);
+        entry.data = AllocateData(1);
+        ASSERT_EQ(AppendEntry(&broken, &entry), 1);
+        GlobalFree(entry.data);
+        const std::string path = TestFile("target", {9});
+        bool exists;
+        ChooseNext(path);
+        ConfirmReplacement();
+        PressNext(IDOK);
+        EXPECT_EQ(SaveResource(globals.mainWindow, &broken, 0), 0);
+        EXPECT_EQ(TakeShown().back(), "There has been an error allocating memory.");
+        ReadWhole(path, &exists);
+        EXPECT_EQ(exists, !c.isCreated);
+        GlobalFree(broken.entries);
+    }
+}
+
+TEST_F(Save, WithoutAnEntryOrAFormatNothingIsShown)
+{
+    EXPECT_EQ(SaveResource(globals.mainWindow, &openCatalog, -1), 0);
+    EXPECT_EQ(SaveResource(globals.mainWindow, &openCatalog, 6), 0);
+    ResourceCatalog empty = {};
+    EXPECT_EQ(SaveResource(globals.mainWindow, &empty, 0), 0);
+    ResourceCatalog other = {};
+    ResourceEntry entry = {};
+    EXPECT_EQ(AppendEntry(&other, &entry), 1); // no data
+    entry.data = AllocateData(1);
+    entry.category = 4;
+    EXPECT_EQ(AppendEntry(&other, &entry), 1);
+    EXPECT_EQ(SaveResource(globals.mainWindow, &other, 0), 0);
+    EXPECT_EQ(SaveResource(globals.mainWindow, &other, 1), 0);
+    GlobalFree(entry.data);
+    GlobalFree(other.entries);
+    EXPECT_EQ(TakeShown(), Texts());
+}
+
+TEST_F(Save, ANameTooLongForTheChooserKeepsItsExtension)
+{
+    ExecutableDescription description;
+    description.resources = {{10, std::u16string(300, u'N'), {1}}};
+    const std::string path = TestFile("long.dll", BuildPe(description).bytes);
+    SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM) "");
+    Command(IDM_CLOSE);
+    SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());
+    Select("BINARY DATA", "NNN");
+    CancelNext();
+    Command(IDM_SAVE_AS);
+    EXPECT_EQ(TakeShown(), Texts({"chooser: " + std::string(255, 'N') + ".BIN"}));
+}

@@ -1,0 +1,152 @@
+#include "tests/support/drive.h"
+
+#include "resources/ids.h"
+#include "samples/builder/builder.h"
+#include "shell/globals.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+HWND Tree()
+{
+    return GetDlgItem(globals.mainWindow, IDC_TREE);
+}
+
+HWND Pane()
+{
+    return GetDlgItem(globals.mainWindow, IDC_PANE);
+}
+
+std::string TitleText()
+{
+    char text[400] = "";
+    SendMessageA(globals.mainWindow, WM_GETTEXT, sizeof text, (LPARAM)text);
+    return text;
+}
+
+bool IsGray(UINT command)
+{
+    return GetMenuState(GetMenu(globals.mainWindow), command, MF_BYCOMMAND) & MF_GRAYED;
+}
+
+int Command(UINT id)
+{
+    SendMessageA(globals.mainWindow, WM_COMMAND, id, 0);
+    return RunUntilIdle();
+}
+
+static HTREEITEM NextItem(WPARAM relation, HTREEITEM item)
+{
+    return (HTREEITEM)SendMessageA(Tree(), TVM_GETNEXTITEM, relation, (LPARAM)item);
+}
+
+static std::string LabelOf(HTREEITEM item)
+{
+    char text[400] = "";
+    TVITEMA request = {};
+    request.mask = TVIF_TEXT;
+    request.hItem = item;
+    request.pszText = text;
+    request.cchTextMax = sizeof text;
+    SendMessageA(Tree(), TVM_GETITEMA, 0, (LPARAM)&request);
+    return request.pszText;
+}
+
+std::vector<std::string> TreeLabels()
+{
+    std::vector<std::string> labels;
+    for (HTREEITEM category = NextItem(TVGN_ROOT, nullptr); category != nullptr;
+         category = NextItem(TVGN_NEXT, category)) {
+        labels.push_back(LabelOf(category));
+        for (HTREEITEM item = NextItem(TVGN_CHILD, category); item != nullptr;
+             item = NextItem(TVGN_NEXT, item))
+            labels.push_back("  " + LabelOf(item));
+    }
+    return labels;
+}
+
+void Select(const std::string &category, const std::string &begin)
+{
+    HTREEITEM item = NextItem(TVGN_ROOT, nullptr);
+    while (item != nullptr && LabelOf(item) != category)
+        item = NextItem(TVGN_NEXT, item);
+    if (!begin.empty()) {
+        item = NextItem(TVGN_CHILD, item);
+        while (item != nullptr && LabelOf(item).compare(0, begin.size(), begin) != 0)
+            item = NextItem(TVGN_NEXT, item);
+    }
+    ASSERT_NE(item, nullptr) << category << " " << begin;
+    SendMessageA(Tree(), TVM_SELECTITEM, TVGN_CARET, (LPARAM)item);
+    RunUntilIdle();
+}
+
+Bytes ShortSound()
+{
+    WaveDescription sound;
+    sound.samples = Bytes(400, 7);
+    return MakeWave(sound);
+}
+
+Bytes EveryKind()
+{
+    Picture picture = MakePicture(20, 10, 0xFFFF0000);
+    ExecutableDescription description;
+    description.resources = {
+        {2, 101, MakeDib(picture, 24)},
+        {3, 1, MakeIconImage(MakePicture(32, 32, 0xFF0000FF), 4)},
+        {3, 2, MakePng(picture)},
+        {6, 7, MakeStringBlock({u"", u"One", u"Two\tlines\r\n"})},
+        {10, 500, ShortSound()},
+        {10, 501, {1, 2, 3, 'A', 'z'}},
+        {16, 1, {1}},
+    };
+    return BuildPe(description).bytes;
+}
+
+static std::string NameOfTest()
+{
+    const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();
+    return std::string(test->test_suite_name()) + "." + test->name();
+}
+
+struct OwnFolder {
+    std::string test;
+    std::filesystem::path path;
+
+    ~OwnFolder()
+    {
+        std::error_code ignored;
+        if (!test.empty())
+            std::filesystem::remove_all(path, ignored);
+    }
+};
+
+std::string TestFolder()
+{
+    static std::unique_ptr<OwnFolder> own;
+    if (own == nullptr || own->test != NameOfTest()) {
+        own = std::unique_ptr<OwnFolder>(new OwnFolder{
+            NameOfTest(), std::filesystem::temp_directory_path() / ("quillmoor_" + NameOfTest())});
+        std::filesystem::create_directories(own->path);
+    }
+    return (own->path / "").string();
+}
+
+std::string TestFile(const std::string &name, const Bytes &bytes)
+{
+    const std::string path = TestFolder() + name;
+    EXPECT_TRUE(WriteBytes(path.c_str(), bytes));
+    return path;
+}
+
+Bytes ReadWhole(const std::string &path, bool *exists)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (exists != nullptr)
+        *exists = file.is_open();
+    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}

@@ -1,0 +1,122 @@
+// Drives the whole program from a test, through its messages: starts and stops it, answers the
+// dialogs that it shows, and tells what it painted. One source file for each system.
+#pragma once
+
+#include "platform/win32.h"
+
+#include "samples/builder/bytes.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+// --- the program ---
+
+// Starts the program as its entry point does, with nothing left of an earlier start, and runs until
+// it is idle. The current folder is the one that holds the host module, or the one that is given.
+// Returns 0 when the program has asked to quit.
+int StartProgram(const std::string &commandLine = "", const std::string &folder = "");
+
+// Dispatches messages until none is waiting. Returns 0 when the program has asked to quit.
+int RunUntilIdle();
+
+// Closes the main window if it is still there, and shuts the program down. Answers that were
+// prepared and not used are a failure.
+void StopProgram();
+
+// Moves the mouse's cursor to a point of a window's client area.
+void MoveCursor(HWND window, int x, int y);
+
+// --- dialogs, choosers and menus; each answer is for the next one that is shown ---
+
+// Presses a button of a message dialog, message box or the About box by its id.
+void PressNext(int button);
+
+// Confirms a path in a file chooser; an empty one leaves what the chooser offers.
+void ChooseNext(const std::string &path);
+
+// Confirms, in the chooser of the save command, a path at which no file can be created.
+void ChooseUncreatable();
+
+// What the user says to the system's question whether to replace the file that was chosen.
+void ConfirmReplacement();
+void RefuseReplacement();
+
+// Cancels a file chooser.
+void CancelNext();
+
+// Picks a command in a popup menu; 0 closes it.
+void PickNext(UINT command);
+
+// What was shown since the last call: a dialog's text, "chooser: " and the name that a chooser
+// offered, "menu: " and the items of a menu, gray ones in brackets.
+std::vector<std::string> TakeShown();
+
+// --- what is painted ---
+
+struct DrawnText {
+    int x;
+    int y;
+    std::string text;
+};
+
+// The lines of text that draw writes into a device context, in their order; (x, y) is the top-left
+// corner of the line.
+std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw);
+
+// The pixels, 0xRRGGBB, row by row from the top, after draw has drawn on white.
+struct Pixels {
+    int width;
+    int height;
+    std::vector<uint32_t> values;
+
+    uint32_t At(int x, int y) const
+    {
+        return values[(size_t)y * (size_t)width + (size_t)x];
+    }
+};
+Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw);
+
+// The pixels that a window shows, its children and what lies over them included.
+Pixels PixelsOf(HWND window);
+
+// How many times a block of memory is locked.
+int LockCount(HGLOBAL block);
+
+// What follows stands on the interface alone: one source for both systems.
+
+// --- the window ---
+
+HWND Tree();
+HWND Pane();
+std::string TitleText();
+
+// Whether an item of the main menu is gray.
+bool IsGray(UINT command);
+
+// Sends a command as the menu does, and runs until idle.
+int Command(UINT id);
+
+// The tree's labels in its order, resource items with two spaces in front.
+std::vector<std::string> TreeLabels();
+
+// Selects the item whose label begins so, below the category whose label is given (an empty begin
+// selects the category item itself), and runs until idle.
+void Select(const std::string &category, const std::string &begin);
+
+// --- files ---
+
+// A file with a resource or more of every kind: bitmap 101, icons 1 (4 bits) and 2 (PNG), string
+// table 7, and among the binary data 500 (a sound) and 501.
+Bytes EveryKind();
+Bytes ShortSound();
+
+// A folder of its own for the running test, empty at the first call; ends with a separator.
+std::string TestFolder();
+
+// Writes a file into it and returns its path.
+std::string TestFile(const std::string &name, const Bytes &bytes);
+
+// A file's bytes. exists tells whether it is there, when it is asked for.
+Bytes ReadWhole(const std::string &path, bool *exists = nullptr);

@@ -1,0 +1,305 @@
+#include "tests/support/drive.h"
+
+#include "shell/globals.h"
+#include "shell/main_window.h"
+#include "shell/start.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <utility>
+
+#define MENU_CLASS "#32768"
+#define DIALOG_CLASS "#32770"
+#define MN_GETHMENU_MESSAGE 0x01E1
+#define CHOOSER_LIST 0x047C // the name field of an Explorer-style chooser
+#define CHOOSER_EDIT 0x0480
+#define MESSAGE_BOX_TEXT 0xFFFF
+#define LOOK_INTERVAL 10 // milliseconds
+
+struct Answer {
+    enum { Press, Choose, Pick } kind;
+    UINT id;          // of the button or command
+    std::string path; // to choose
+};
+
+static std::deque<Answer> answers;
+static std::vector<std::string> shown;
+static std::string commandLineText;
+static HANDLE uncreatable = INVALID_HANDLE_VALUE; // an open file that nobody else can open
+static UINT_PTR lookTimer;
+static bool isMenuAnswered; // the keys that close it are on their way
+
+void PressNext(int button)
+{
+    answers.push_back({Answer::Press, (UINT)button, ""});
+}
+
+void ChooseNext(const std::string &path)
+{
+    answers.push_back({Answer::Choose, IDOK, path});
+}
+
+void ChooseUncreatable()
+{
+    const std::string path = TestFile("protected.bin", {'x'});
+    uncreatable = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ChooseNext(path);
+    ConfirmReplacement();
+}
+
+void ConfirmReplacement()
+{
+    PressNext(IDYES);
+}
+
+void RefuseReplacement()
+{
+    PressNext(IDNO);
+}
+
+void CancelNext()
+{
+    answers.push_back({Answer::Choose, IDCANCEL, ""});
+}
+
+void PickNext(UINT command)
+{
+    isMenuAnswered = false;
+    answers.push_back({Answer::Pick, command, ""});
+}
+
+std::vector<std::string> TakeShown()
+{
+    return std::exchange(shown, {});
+}
+
+static std::string ClassOf(HWND window)
+{
+    char name[40];
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+static std::string TextOf(HWND window)
+{
+    char text[1000] = "";
+    SendMessageA(window, WM_GETTEXT, sizeof text, (LPARAM)text);
+    return text;
+}
+
+// The front dialog, or the popup menu, of this thread; NULL when there is none.
+static BOOL CALLBACK NoteDialog(HWND window, LPARAM found)
+{
+    const std::string name = ClassOf(window);
+    if (!IsWindowVisible(window) || (name != DIALOG_CLASS && name != MENU_CLASS) ||
+        (name == DIALOG_CLASS && !IsWindowEnabled(window)))
+        return TRUE;
+    *(HWND *)found = window;
+    return FALSE;
+}
+
+static HWND FrontDialog()
+{
+    HWND window = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), NoteDialog, (LPARAM)&window);
+    return window;
+}
+
+static HWND ChooserField(HWND dialog)
+{
+    HWND field = GetDlgItem(dialog, CHOOSER_LIST);
+    return field != nullptr ? field : GetDlgItem(dialog, CHOOSER_EDIT);
+}
+
+static void AnswerDialog(HWND dialog, const Answer &answer)
+{
+    if (HWND field = ChooserField(dialog)) {
+        shown.push_back("chooser: " + TextOf(field));
+        if (!answer.path.empty())
+            SendMessageA(field, WM_SETTEXT, 0, (LPARAM)answer.path.c_str());
+    } else {
+        HWND text = GetDlgItem(dialog, 101);
+        shown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
+    }
+    SendMessageA(dialog, WM_COMMAND, answer.id, (LPARAM)GetDlgItem(dialog, (int)answer.id));
+}
+
+static void AnswerMenu(HWND window, const Answer &answer)
+{
+    HMENU menu = (HMENU)SendMessageA(window, MN_GETHMENU_MESSAGE, 0, 0);
+    std::string items = "menu:";
+    int place = -1;
+    for (int i = 0; i < GetMenuItemCount(menu); i++) {
+        char text[80] = "";
+        GetMenuStringA(menu, (UINT)i, text, sizeof text, MF_BYPOSITION);
+        const bool gray = GetMenuState(menu, (UINT)i, MF_BYPOSITION) & MF_GRAYED;
+        items += gray ? std::string(" [") + text + "]" : std::string(" ") + text;
+        if (answer.id != 0 && GetMenuItemID(menu, i) == answer.id)
+            place = i;
+    }
+    shown.push_back(items);
+    for (int i = 0; i <= place; i++)
+        PostMessageA(window, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageA(window, WM_KEYDOWN, place < 0 ? VK_ESCAPE : VK_RETURN, 0);
+}
+
+// Runs inside whatever loop of the system waits for the user.
+static void CALLBACK LookForDialog(HWND, UINT, UINT_PTR, DWORD)
+{
+    HWND window = FrontDialog();
+    if (window == nullptr)
+        return;
+    const bool isMenu = ClassOf(window) == MENU_CLASS;
+    if (isMenu && isMenuAnswered)
+        return;
+    Answer answer = {isMenu ? Answer::Pick : Answer::Press, isMenu ? 0u : (UINT)IDCANCEL, ""};
+    if (answers.empty()) {
+        ADD_FAILURE() << "no answer for the dialog that says " << TextOf(window);
+        SendMessageA(window, WM_COMMAND, IDOK, 0);
+    } else {
+        answer = answers.front();
+        answers.pop_front();
+    }
+    if (!isMenu)
+        return AnswerDialog(window, answer);
+    isMenuAnswered = true;
+    AnswerMenu(window, answer);
+}
+
+int RunUntilIdle()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT)
+            return 0;
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+    return 1;
+}
+
+// The tests stand in a folder below that of the programs and the host module.
+static void EnterProgramFolder()
+{
+    char path[MAX_PATH];
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    for (int i = 0; i < 2; i++)
+        *strrchr(path, '\\') = 0;
+    SetCurrentDirectoryA(path);
+}
+
+int StartProgram(const std::string &commandLine, const std::string &folder)
+{
+    static const LONG firstSplitPosition = splitPosition;
+    splitPosition = firstSplitPosition;
+    commandLineText = commandLine;
+    EnterProgramFolder();
+    if (!folder.empty())
+        SetCurrentDirectoryA(folder.c_str());
+    if (lookTimer == 0)
+        lookTimer = SetTimer(nullptr, 0, LOOK_INTERVAL, LookForDialog);
+    EXPECT_EQ(StartUp(GetModuleHandleA(nullptr), commandLineText.data(), SW_SHOW), 1);
+    return RunUntilIdle();
+}
+
+void StopProgram()
+{
+    if (IsWindow(globals.mainWindow))
+        DestroyWindow(globals.mainWindow);
+    RunUntilIdle();
+    ShutDown();
+    EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
+    answers.clear();
+    shown.clear();
+    CloseHandle(uncreatable);
+    uncreatable = INVALID_HANDLE_VALUE;
+}
+
+void MoveCursor(HWND window, int x, int y)
+{
+    POINT point = {x, y};
+    ClientToScreen(window, &point);
+    SetCursorPos(point.x, point.y);
+}
+
+// --- what is painted ---
+
+static int CALLBACK NoteTextRecord(HDC, HANDLETABLE *, const ENHMETARECORD *record, int,
+                                   LPARAM texts)
+{
+    if (record->iType != EMR_EXTTEXTOUTW)
+        return 1;
+    const EMREXTTEXTOUTW *line = (const EMREXTTEXTOUTW *)record;
+    const WCHAR *wide = (const WCHAR *)((const BYTE *)line + line->emrtext.offString);
+    char text[1000];
+    const int length = WideCharToMultiByte(CP_ACP, 0, wide, (int)line->emrtext.nChars, text,
+                                           sizeof text, nullptr, nullptr);
+    ((std::vector<DrawnText> *)texts)
+        ->push_back({(int)line->emrtext.ptlReference.x, (int)line->emrtext.ptlReference.y,
+                     std::string(text, (size_t)length)});
+    return 1;
+}
+
+std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)
+{
+    std::vector<DrawnText> texts;
+    (void)width;
+    (void)height;
+    HDC dc = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+    draw(dc);
+    HENHMETAFILE file = CloseEnhMetaFile(dc);
+    EnumEnhMetaFile(nullptr, file, NoteTextRecord, &texts, nullptr);
+    DeleteEnhMetaFile(file);
+    return texts;
+}
+
+// Draws into a bitmap of 32 bits and hands its pixels out.
+static Pixels DrawOnBitmap(int width, int height, const std::function<void(HDC)> &draw)
+{
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void *bits = nullptr;
+    HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, bitmap);
+    draw(dc);
+    GdiFlush();
+    Pixels pixels = {width, height, {}};
+    const DWORD *values = (const DWORD *)bits;
+    for (int i = 0; i < width * height; i++)
+        pixels.values.push_back(values[i] & 0xFFFFFF);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    DeleteObject(bitmap);
+    return pixels;
+}
+
+Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
+{
+    return DrawOnBitmap(width, height, [&](HDC dc) {
+        const RECT all = {0, 0, width, height};
+        FillRect(dc, &all, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        draw(dc);
+    });
+}
+
+Pixels PixelsOf(HWND window)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    return DrawOnBitmap(client.right, client.bottom, [&](HDC dc) {
+        HDC from = GetDC(window);
+        BitBlt(dc, 0, 0, client.right, client.bottom, from, 0, 0, SRCCOPY);
+        ReleaseDC(window, from);
+    });
+}
+
+int LockCount(HGLOBAL block)
+{
+    return (int)(GlobalFlags(block) & GMEM_LOCKCOUNT);
+}

@@ -1,0 +1,343 @@
+#include "viewer/dib.h"
+
+#include "samples/builder/pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <string>
+
+// Red, green, blue and white in two rows of an odd width, so that rows are padded.
+static Picture Colors()
+{
+    Picture picture = MakePicture(9, 2, 0xFFFFFFFF);
+    picture.At(0, 0) = 0xFFFF0000;
+    picture.At(8, 0) = 0xFF00FF00;
+    picture.At(1, 1) = 0xFF0000FF;
+    return picture;
+}
+
+static HGLOBAL Block(const Bytes &bytes)
+{
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes.size());
+    memcpy(GlobalLock(block), bytes.data(), bytes.size());
+    GlobalUnlock(block);
+    return block;
+}
+
+static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
+{
+    // A copy of just that many bytes, so that a sanitizer sees a read past them.
+    const Bytes part(bytes.begin(), bytes.begin() + (ptrdiff_t)size);
+    return PictureFits(part.data(), (DWORD)size, isIcon);
+}
+
+TEST(Dib, ReadsBothHeadersAndWhatIsThereOfACutOne)
+{
+    Bytes dib = MakeDib(Colors(), 8, DibForm::Plain, {0xFF000000, 0xFFFFFFFF}, true);
+    DibHeader header;
+    EXPECT_EQ(ReadDibHeader(dib.data(), (DWORD)dib.size(), &header), 1);
+    EXPECT_EQ(header.width, 9);
+    EXPECT_EQ(header.height, 2);
+    EXPECT_EQ(header.bitCount, 8);
+    EXPECT_EQ(DibPixelStart(&header), 40u + 2 * 4u);
+    EXPECT_EQ(ReadDibHeader(dib.data(), 39, &header), 0);
+    EXPECT_EQ(header.width, 9);
+    EXPECT_EQ(header.colorCount, 2u);
+    EXPECT_EQ(ReadDibHeader(dib.data(), 13, &header), 0);
+    EXPECT_EQ(header.height, 2);
+    EXPECT_EQ(header.bitCount, 0);
+    EXPECT_EQ(DibPixelStart(&header), 40u);
+    Bytes core = MakeDib(Colors(), 4, DibForm::Core);
+    EXPECT_EQ(ReadDibHeader(core.data(), 12, &header), 1);
+    EXPECT_EQ(header.width, 9);
+    EXPECT_EQ(header.height, 2);
+    EXPECT_EQ(DibPixelStart(&header), 12u + 16 * 3u);
+    EXPECT_EQ(ReadDibHeader(nullptr, 0, &header), 0);
+    EXPECT_EQ(DibPixelStart(&header), 0u);
+}
+
+TEST(Dib, ReadsPixelsOfEveryBitCount)
+{
+    const std::vector<uint32_t> table = {0xFFFFFFFF, 0xFF0000FF};
+    const struct {
+        int bits;
+        DibForm form;
+        DWORD white, blue; // pixel values
+    } cases[] = {
+        {1, DibForm::Plain, 0, 1},
+        {4, DibForm::Plain, 0, 1},
+        {8, DibForm::Plain, 0, 1},
+        {1, DibForm::Core, 0, 1},
+        {8, DibForm::Core, 0, 1},
+        {24, DibForm::Core, 0xFFFFFFFF, 0xFFFF0000},
+        {24, DibForm::Plain, 0xFFFFFFFF, 0xFFFF0000},
+        {32, DibForm::Plain, 0xFFFFFFFF, 0xFFFF0000},
+        {16, DibForm::Plain, NO_PIXEL, NO_PIXEL},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.bits);
+        Picture picture = MakePicture(9, 2, 0xFFFFFFFF);
+        picture.At(8, 0) = 0xFF0000FF;
+        Bytes dib = MakeDib(picture, c.bits, c.form, c.bits <= 8 ? table : std::vector<uint32_t>());
+        EXPECT_EQ(GetDibPixel(dib.data(), 7, 0), c.white);
+        EXPECT_EQ(GetDibPixel(dib.data(), 8, 0), c.blue);
+        EXPECT_EQ(GetDibPixel(dib.data(), 8, 1), c.white);
+        for (auto [x, y] : {std::pair(9, 0), {-1, 0}, {0, 2}, {0, -1}})
+            EXPECT_EQ(GetDibPixel(dib.data(), x, y), NO_PIXEL);
+    }
+}
+
+TEST(Dib, WritesOnePixelAndKeepsItsNeighbours)
+{
+    const struct {
+        WORD bits;
+        DWORD value, stored;
+    } cases[] = {
+        {1, 2, 1},
+        {4, 0x1F, 0xF},
+        {8, 0x123, 0x23},
+        {24, 0x12345678, 0xFF345678},
+        {32, 0x12345678, 0x12345678},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.bits);
+        HGLOBAL block = CreateDib(10, 3, nullptr, c.bits);
+        void *dib = GlobalLock(block);
+        const DWORD black = GetDibPixel(dib, 0, 0);
+        for (LONG x : {4, 5}) {
+            SetDibPixel(dib, x, 1, c.value);
+            EXPECT_EQ(GetDibPixel(dib, x, 1), c.stored);
+            SetDibPixel(dib, x, 1, 0);
+            EXPECT_EQ(GetDibPixel(dib, x, 1), black);
+            SetDibPixel(dib, x, 1, c.value);
+        }
+        SetDibPixel(dib, 10, 1, c.value);
+        SetDibPixel(dib, 0, -1, c.value);
+        int written = 0;
+        for (LONG y = 0; y < 3; y++)
+            for (LONG x = 0; x < 10; x++)
+                written += GetDibPixel(dib, x, y) != black;
+        EXPECT_EQ(written, 2);
+        GlobalUnlock(block);
+        GlobalFree(block);
+    }
+}
+
+TEST(Dib, CreatesAWholeBlockOrNone)
+{
+    const BYTE palette[] = {1, 2, 3, 4, 5, 6};
+    HGLOBAL block = CreateDib(33, 2, palette, 1);
+    const BYTE *dib = (const BYTE *)GlobalLock(block);
+    BITMAPINFOHEADER header;
+    memcpy(&header, dib, sizeof header);
+    EXPECT_EQ(header.biSizeImage, 16u);
+    EXPECT_EQ(header.biClrUsed, 2u);
+    const Bytes expected = {3, 2, 1, 0, 6, 5, 4, 0};
+    EXPECT_EQ(Bytes(dib + 40, dib + 48), expected);
+    EXPECT_EQ(PictureFits(dib, 40 + 8 + 16, 0), 1);
+    GlobalUnlock(block);
+    GlobalFree(block);
+    for (auto [width, height] :
+         {std::pair(0, 1), {1, 0}, {-5, 5}, {8000, 8001}, {INT_MAX, INT_MAX}})
+        EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
+}
+
+TEST(Dib, BlendsOverWhite)
+{
+    EXPECT_EQ(BlendOverWhite(0x80FF0000), 0x00FF7F7Fu);
+    EXPECT_EQ(BlendOverWhite(0xFF123456), 0x00123456u);
+    EXPECT_EQ(BlendOverWhite(0x00123456), 0x00FFFFFFu);
+    EXPECT_EQ(BlendOverWhite(NO_PIXEL), 0x00FFFFFFu);
+}
+
+TEST(Dib, FlattensAnIconsColourPartWhateverItsMask)
+{
+    Picture picture = MakePicture(3, 3, 0x800000FF);
+    picture.At(1, 0) = 0x00FF0000;
+    picture.At(2, 2) = 0xFF00FF00;
+    Bytes icon = MakeIconImage(picture, 32);
+    HGLOBAL flat = FlattenOverWhite(icon.data(), 1);
+    const void *dib = GlobalLock(flat);
+    EXPECT_EQ(GetDibPixel(dib, 0, 0), 0xFFFF7F7Fu);
+    EXPECT_EQ(GetDibPixel(dib, 1, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(GetDibPixel(dib, 2, 2), 0xFF00FF00u);
+    LONG width, height;
+    WORD bits;
+    EXPECT_EQ(GetDibInfo(flat, 40, &width, &height, &bits), 1);
+    EXPECT_EQ(width, 3);
+    EXPECT_EQ(height, 3);
+    EXPECT_EQ(bits, 24);
+    GlobalUnlock(flat);
+    GlobalFree(flat);
+}
+
+TEST(Dib, TakesAnIconApart)
+{
+    Picture picture = MakePicture(11, 5, 0xFFFF0000);
+    picture.At(10, 4) = 0;
+    for (int bits : {1, 4, 8, 24}) {
+        Bytes icon = MakeIconImage(picture, bits);
+        ASSERT_EQ(Fits(icon, icon.size(), 1), 1);
+        HGLOBAL blocks[] = {CopyIconMask(icon.data()), CopyIconColors(icon.data())};
+        const void *mask = GlobalLock(blocks[0]);
+        const void *colors = GlobalLock(blocks[1]);
+        EXPECT_EQ(GetDibPixel(mask, 10, 4), 1u);
+        EXPECT_EQ(GetDibPixel(mask, 9, 4), 0u);
+        EXPECT_EQ(GetDibPixel(mask, 10, 3), 0u);
+        for (LONG y = 0; y < 5; y++)
+            EXPECT_EQ(GetDibPixel(colors, 10, y), GetIconPixel(icon.data(), 10, y));
+        EXPECT_EQ(GetIconPixel(icon.data(), 0, 5), NO_PIXEL);
+        LONG height;
+        EXPECT_EQ(GetDibInfo(blocks[1], 40, nullptr, &height, nullptr), 1);
+        EXPECT_EQ(height, 5);
+        for (HGLOBAL block : blocks) {
+            GlobalUnlock(block);
+            GlobalFree(block);
+        }
+    }
+}
+
+TEST(Dib, TheProofTakesAPictureThatIsWholeAndNoneThatIsCut)
+{
+    const struct {
+        int bits;
+        DibForm form;
+    } cases[] = {
+        {1, DibForm::Plain},      {4, DibForm::Plain},     {8, DibForm::Plain},
+        {16, DibForm::Plain},     {24, DibForm::Plain},    {32, DibForm::Plain},
+        {1, DibForm::Core},       {4, DibForm::Core},      {8, DibForm::Core},
+        {24, DibForm::Core},      {24, DibForm::TopDown},  {16, DibForm::BitFields},
+        {32, DibForm::BitFields}, {8, DibForm::RunLength}, {4, DibForm::RunLength},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(std::to_string(c.bits) + " bits, form " + std::to_string((int)c.form));
+        Bytes dib = MakeDib(Colors(), c.bits, c.form);
+        EXPECT_EQ(Fits(dib, dib.size()), 1);
+        for (size_t size = 0; size < dib.size(); size++)
+            ASSERT_EQ(Fits(dib, size), 0) << size;
+    }
+    for (int bits : {1, 4, 8, 24, 32}) {
+        SCOPED_TRACE(bits);
+        Bytes icon = MakeIconImage(Colors(), bits);
+        // At 32 bits the mask is not used, and need not be there.
+        const size_t needed = icon.size() - (bits == 32 ? 2 * 4 : 0);
+        EXPECT_EQ(Fits(icon, needed, 1), 1);
+        for (size_t size = 0; size < needed; size++)
+            ASSERT_EQ(Fits(icon, size, 1), 0) << size;
+    }
+}
+
+TEST(Dib, TheProofRefusesHeadersThatLie)
+{
+    const struct {
+        const char *lie;
+        size_t offset;
+        uint32_t value;
+        int isIcon;
+    } cases[] = {
+        {"no known header", 0, 16, 0},
+        {"header longer than the block", 0, 0x7FFFFFFF, 0},
+        {"no width", 4, 0, 0},
+        {"negative width", 4, 0xFFFFFFF7, 0},
+        {"stride that passes 32 bits", 4, 0x7FFFFFFF, 0},
+        {"no height", 8, 0, 0},
+        {"height without an absolute value", 8, 0x80000000, 0},
+        {"bits that no picture has", 12, 1 | 2 << 16, 0},
+        {"rows that pass 32 bits", 8, 0x40000000, 0},
+        {"compression unknown", 16, 4, 0},
+        {"bit fields at 8 bits", 16, BI_BITFIELDS, 0},
+        {"colour table past the block", 32, 0x40000000, 0},
+        {"colour table that passes 32 bits", 32, 0xFFFFFFFF, 0},
+        {"icon of one row", 8, 1, 1},
+        {"icon stored top-down", 8, 0xFFFFFFFE, 1},
+        {"icon of runs", 16, BI_RLE8, 1},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.lie);
+        Bytes dib = c.isIcon ? MakeIconImage(Colors(), 8) : MakeDib(Colors(), 8);
+        PutU32(dib, c.offset, c.value);
+        EXPECT_EQ(Fits(dib, dib.size(), c.isIcon), 0);
+    }
+}
+
+TEST(Dib, TheProofDrawsTheLineAt64MillionPixels)
+{
+    // Rows of one bit: a thousand of them are 8 MB.
+    Bytes dib = MakeDib(MakePicture(1, 1, 0xFFFFFFFF), 1);
+    dib.resize(dib.size() + 8'001'000);
+    PutU32(dib, 4, 64'000);
+    PutU32(dib, 8, 1000);
+    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
+    PutU32(dib, 4, 64'001);
+    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
+}
+
+TEST(Dib, RunsMustReachTheirEndInsideTheBlock)
+{
+    const struct {
+        const char *runs;
+        int bits;
+        Bytes bytes;
+        uint32_t told; // bytes, in the header
+        int fits;
+    } cases[] = {
+        {"a run and the end", 8, {9, 1, 0, 1}, 4, 1},
+        {"no end", 8, {9, 1, 0, 0}, 4, 0},
+        {"half a code at the end", 8, {9, 1, 0}, 3, 0},
+        {"a literal run, padded", 8, {0, 3, 1, 2, 3, 0, 0, 1}, 8, 1},
+        {"a literal run that leaves the block", 8, {0, 9, 1, 2, 3, 0, 1}, 7, 0},
+        {"a literal run of nibbles", 4, {0, 5, 0x12, 0x34, 0x50, 0, 0, 1}, 8, 1},
+        {"a move", 8, {0, 2, 1, 1, 0, 1}, 6, 1},
+        {"a move without its bytes", 8, {0, 2, 1}, 3, 0},
+        {"more told than the block holds", 8, {9, 1, 0, 1}, 5, 0},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.runs);
+        Bytes dib = MakeDib(Colors(), c.bits, DibForm::RunLength);
+        DibHeader header;
+        ReadDibHeader(dib.data(), (DWORD)dib.size(), &header);
+        dib.resize((size_t)DibPixelStart(&header));
+        AddBytes(dib, c.bytes);
+        PutU32(dib, 20, c.told);
+        EXPECT_EQ(Fits(dib, dib.size()), c.fits);
+    }
+    Bytes dib = MakeDib(Colors(), 8, DibForm::RunLength);
+    PutU32(dib, 16, BI_RLE4);
+    EXPECT_EQ(Fits(dib, dib.size()), 0);
+}
+
+TEST(Dib, TellsTheSizeOfABlock)
+{
+    Bytes dib = MakeDib(Colors(), 24, DibForm::TopDown);
+    HGLOBAL block = Block(dib);
+    LONG width = 1, height = 1;
+    WORD bits = 1;
+    EXPECT_EQ(GetDibInfo(block, (DWORD)dib.size(), &width, &height, &bits), 1);
+    EXPECT_EQ(width, 9);
+    EXPECT_EQ(height, 2);
+    EXPECT_EQ(bits, 24);
+    EXPECT_EQ(GetDibInfo(block, 39, &width, &height, &bits), 0);
+    EXPECT_EQ(width, 0);
+    EXPECT_EQ(height, 0);
+    EXPECT_EQ(bits, 0);
+    GlobalFree(block);
+    EXPECT_EQ(GetDibInfo(nullptr, 40, &width, nullptr, nullptr), 0);
+}
+
+TEST(Dib, CentresAPictureAndNeverPastTheTopLeftCorner)
+{
+    const RECT pane = {0, 0, 300, 200};
+    const struct {
+        LONG width, height, x, y;
+    } cases[] = {
+        {100, 50, 100, 75}, {32, 64, 134, 68},        {101, 51, 99, 74},
+        {500, 400, 0, 0},   {INT_MAX, INT_MAX, 0, 0},
+    };
+    for (const auto &c : cases) {
+        POINT at = CenterPicture(&pane, c.width, c.height);
+        EXPECT_EQ(at.x, c.x);
+        EXPECT_EQ(at.y, c.y);
+    }
+}
