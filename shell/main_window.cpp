@@ -25,7 +25,7 @@
 LONG splitPosition = 180;
 
 static LONG selectedIndex = -1; // item value of the item that was selected last
-static LONG lastBar = NO_BAR;                    // split position at which the drag bar is drawn
+static LONG lastBar = NO_BAR;   // split position at which the drag bar is drawn
 
 // --- title ---
 
