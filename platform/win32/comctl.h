@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/win32/types.h"
+#include "platform/win32/user.h"
 
 // --- image lists ---
 
@@ -23,6 +24,10 @@ int WINAPI ImageList_GetImageCount(HIMAGELIST list);
 // --- tree control ---
 
 #define WC_TREEVIEWA "SysTreeView32"
+
+#define TVS_HASBUTTONS 0x0001
+#define TVS_HASLINES 0x0002
+#define TVS_LINESATROOT 0x0004
 
 typedef struct _TREEITEM *HTREEITEM;
 
@@ -59,7 +64,8 @@ typedef struct tagTVINSERTSTRUCTA {
 // lParam: TVINSERTSTRUCTA. Answers the new item, or NULL. Only TVI_SORT is used: an item goes
 // after every sibling whose label is not greater; labels are compared as bytes with A to Z folded
 // to lower case (Windows compares by the user's language). n insertions cost n log n in total.
-#define TVM_INSERTITEM (TV_FIRST + 0)
+#define TVM_INSERTITEMA (TV_FIRST + 0)
+#define TVM_INSERTITEM TVM_INSERTITEMA
 
 // lParam: the item, which goes with all below it, or TVI_ROOT for all items. Answers TRUE, or FALSE
 // for a dead item.
@@ -78,4 +84,34 @@ typedef struct tagTVINSERTSTRUCTA {
 
 // lParam: TVITEMA whose mask names the members to fill. Text is cut to cchTextMax - 1 bytes and
 // terminated. Answers TRUE, or FALSE for a dead item.
-#define TVM_GETITEM (TV_FIRST + 12)
+#define TVM_GETITEMA (TV_FIRST + 12)
+#define TVM_GETITEM TVM_GETITEMA
+
+// --- what a tree tells its parent ---
+
+// WM_NOTIFY comes for what the user does: NMTREEVIEWA with the TVN_ codes, NMHDR with the others.
+// A tree's own repainting, and what the program does to its items, tell nothing (Windows tells
+// both, in part).
+#define NM_CLICK ((UINT)-2)
+#define NM_DBLCLK ((UINT)-3)
+#define NM_RCLICK ((UINT)-5)
+#define NM_SETFOCUS ((UINT)-7)
+#define NM_KILLFOCUS ((UINT)-8)
+#define TVN_SELCHANGINGA ((UINT)-401) // answered with TRUE, the selection stays
+#define TVN_SELCHANGEDA ((UINT)-402)
+#define TVN_ITEMEXPANDINGA ((UINT)-405) // answered with TRUE, the item stays as it is
+#define TVN_ITEMEXPANDEDA ((UINT)-406)
+#define TVN_KEYDOWN ((UINT)-412)
+
+#define TVC_BYMOUSE 0x0001
+#define TVC_BYKEYBOARD 0x0002
+#define TVE_COLLAPSE 0x0001
+#define TVE_EXPAND 0x0002
+
+typedef struct tagNMTREEVIEWA {
+    NMHDR hdr;
+    UINT action; // TVC_ or TVE_
+    TVITEMA itemOld;
+    TVITEMA itemNew;
+    POINT ptDrag;
+} NMTREEVIEWA, *LPNMTREEVIEWA;

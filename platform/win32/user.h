@@ -21,7 +21,7 @@ typedef struct tagWNDCLASSA {
     HICON hIcon;
     HCURSOR hCursor;
     HBRUSH hbrBackground; // what default processing fills the window with; stays the caller's
-    LPCSTR lpszMenuName;
+    LPCSTR lpszMenuName;  // a menu of the instance by its name, or NULL
     LPCSTR lpszClassName; // compared without case
 } WNDCLASSA, *LPWNDCLASSA;
 
@@ -112,6 +112,9 @@ int WINAPI GetWindowTextLengthA(HWND window);
 // The child with an id; NULL when there is none.
 HWND WINAPI GetDlgItem(HWND window, int id);
 BOOL WINAPI SetDlgItemTextA(HWND window, int id, LPCSTR text);
+
+// Copies at most size - 1 bytes of that child's text, terminates, and answers their count.
+UINT WINAPI GetDlgItemTextA(HWND window, int id, LPSTR text, int size);
 
 typedef BOOL(CALLBACK *WNDENUMPROC)(HWND window, LPARAM parameter);
 
@@ -309,9 +312,10 @@ int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size);
 // Loads a bitmap of the module. The caller deletes it. NULL when there is none.
 HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name);
 
-// Load a module's icon or cursor, or, with no module, a cursor of the desktop. They are shared:
-// nobody deletes them. NULL when there is none.
+// Load a module's icon or cursor, or, with no module, the desktop's information icon or one of its
+// cursors. They are shared: nobody deletes them. NULL when there is none.
 HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
+#define IDI_INFORMATION MAKEINTRESOURCEA(32516)
 HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 #define IDC_ARROW MAKEINTRESOURCEA(32512)
 #define IDC_WAIT MAKEINTRESOURCEA(32514)

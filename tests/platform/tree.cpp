@@ -32,7 +32,7 @@ struct TreeTest : testing::Test {
         insertion.item.iImage = image;
         insertion.item.iSelectedImage = selectedImage;
         return reinterpret_cast<HTREEITEM>(
-            SendMessageA(tree, TVM_INSERTITEM, 0, reinterpret_cast<LPARAM>(&insertion)));
+            SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insertion)));
     }
 
     HTREEITEM Next(WPARAM relation, HTREEITEM item = nullptr)
@@ -49,7 +49,7 @@ struct TreeTest : testing::Test {
     bool Get(HTREEITEM item, TVITEMA *out)
     {
         out->hItem = item;
-        return SendMessageA(tree, TVM_GETITEM, 0, reinterpret_cast<LPARAM>(out)) != 0;
+        return SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(out)) != 0;
     }
 
     // Label and value of every item on one level, from the first on: "label=value ...".

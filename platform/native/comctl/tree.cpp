@@ -6,7 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/native/user/windows.h"
+#include "platform/native/comctl/notify.h"
+#include "platform/native/user/control_font.h"
+#include "platform/native/user/painting.h"
+#include "platform/native/visible.h"
 
 namespace
 {
@@ -32,13 +35,8 @@ struct TreeState : ControlState {
     std::vector<Item> items;
     std::vector<uint32_t> freeSlots;
     HIMAGELIST images = nullptr;
+    HTREEITEM selected = nullptr; // it may be dead
 };
-
-TreeState *StateOf(HWND tree)
-{
-    Window *window = WindowOf(tree);
-    return window ? dynamic_cast<TreeState *>(window->state.get()) : nullptr;
-}
 
 HTREEITEM HandleOf(const TreeState *state, uint32_t slot)
 {
@@ -240,6 +238,13 @@ LRESULT SetImages(TreeState *state, HIMAGELIST images)
     return reinterpret_cast<LRESULT>(std::exchange(state->images, images));
 }
 
+// The visible half looks at the items again when it next has to show them.
+void TellChange(HWND tree)
+{
+    if (visible.treeChanged)
+        visible.treeChanged(tree);
+}
+
 void MakeState(HWND tree)
 {
     auto state = std::make_unique<TreeState>();
@@ -251,7 +256,7 @@ void MakeState(HWND tree)
 
 int CountTreeChildren(HWND tree, HTREEITEM parent)
 {
-    TreeState *state = StateOf(tree);
+    TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = state ? ParentSlotOf(state, parent) : noSlot;
     return slot == noSlot ? 0 : static_cast<int>(state->items[slot].children.size());
 }
@@ -260,7 +265,7 @@ HTREEITEM TreeChildAt(HWND tree, HTREEITEM parent, int position)
 {
     if (position < 0 || position >= CountTreeChildren(tree, parent))
         return nullptr;
-    TreeState *state = StateOf(tree);
+    TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = ParentSlotOf(state, parent);
     SortChildren(state, slot);
     return HandleOf(state, state->items[slot].children[static_cast<size_t>(position)]);
@@ -268,14 +273,14 @@ HTREEITEM TreeChildAt(HWND tree, HTREEITEM parent, int position)
 
 HTREEITEM TreeParent(HWND tree, HTREEITEM item)
 {
-    TreeState *state = StateOf(tree);
+    TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = state ? SlotOf(state, item) : noSlot;
     return slot == noSlot ? nullptr : HandleOf(state, state->items[slot].parent);
 }
 
 int TreePosition(HWND tree, HTREEITEM item)
 {
-    TreeState *state = StateOf(tree);
+    TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = state ? SlotOf(state, item) : noSlot;
     if (slot == noSlot)
         return -1;
@@ -285,7 +290,7 @@ int TreePosition(HWND tree, HTREEITEM item)
 
 BOOL GetTreeItemLook(HWND tree, HTREEITEM item, TreeItemLook *look)
 {
-    const TreeState *state = StateOf(tree);
+    const TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = state ? SlotOf(state, item) : noSlot;
     if (slot == noSlot)
         return FALSE;
@@ -296,28 +301,50 @@ BOOL GetTreeItemLook(HWND tree, HTREEITEM item, TreeItemLook *look)
 
 HIMAGELIST TreeImages(HWND tree)
 {
-    const TreeState *state = StateOf(tree);
+    const TreeState *state = StateOf<TreeState>(tree);
     return state ? state->images : nullptr;
+}
+
+HTREEITEM TreeSelection(HWND tree)
+{
+    const TreeState *state = StateOf<TreeState>(tree);
+    return state && SlotOf(state, state->selected) != noSlot ? state->selected : nullptr;
+}
+
+void SelectTreeItem(HWND tree, HTREEITEM item)
+{
+    if (TreeState *state = StateOf<TreeState>(tree))
+        state->selected = item;
 }
 
 LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    TreeState *state = StateOf(tree);
+    TreeState *state = StateOf<TreeState>(tree);
     if (!state) {
         if (message == WM_CREATE)
             MakeState(tree);
         return DefWindowProcA(tree, message, wParam, lParam);
     }
     switch (message) {
-    case TVM_INSERTITEM:
+    case TVM_INSERTITEMA:
+        TellChange(tree);
         return reinterpret_cast<LRESULT>(
             InsertItem(state, reinterpret_cast<const TVINSERTSTRUCTA *>(lParam)));
-    case TVM_DELETEITEM: return DeleteItem(state, reinterpret_cast<HTREEITEM>(lParam));
-    case TVM_SETIMAGELIST: return SetImages(state, reinterpret_cast<HIMAGELIST>(lParam));
+    case TVM_DELETEITEM:
+        TellChange(tree);
+        return DeleteItem(state, reinterpret_cast<HTREEITEM>(lParam));
+    case TVM_SETIMAGELIST:
+        TellChange(tree);
+        return SetImages(state, reinterpret_cast<HIMAGELIST>(lParam));
     case TVM_GETNEXTITEM:
         return reinterpret_cast<LRESULT>(
             NextItem(state, wParam, reinterpret_cast<HTREEITEM>(lParam)));
-    case TVM_GETITEM: return GetItem(state, reinterpret_cast<TVITEMA *>(lParam));
+    case TVM_GETITEMA: return GetItem(state, reinterpret_cast<TVITEMA *>(lParam));
+    case WM_PAINT: return PaintElsewhere(tree), 0;
+    case WM_SETFONT: return TakeFont(tree, wParam), 0;
+    case WM_SETFOCUS: return NotifyParent(tree, NM_SETFOCUS), 0;
+    case WM_KILLFOCUS: return NotifyParent(tree, NM_KILLFOCUS), 0;
+    case WM_RBUTTONDOWN: return NotifyParent(tree, NM_RCLICK), 0;
+    default: return DefWindowProcA(tree, message, wParam, lParam);
     }
-    return DefWindowProcA(tree, message, wParam, lParam);
 }

@@ -1,13 +1,12 @@
 // The tree control's items: what a "SysTreeView32" window holds, without a picture of it.
 //
 // The window's procedure answers the messages that platform/win32/comctl.h declares. The visible
-// half reads the items through the calls below and reports through them what the user does.
+// half reads the items through the calls below; what the user does is in tree_user.h.
 #pragma once
 
 #include <string>
 
 #include "platform/win32/comctl.h"
-#include "platform/win32/user.h"
 
 // The window procedure of class "SysTreeView32".
 LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lParam);
@@ -29,3 +28,7 @@ HTREEITEM TreeParent(HWND tree, HTREEITEM item);
 int TreePosition(HWND tree, HTREEITEM item);
 BOOL GetTreeItemLook(HWND tree, HTREEITEM item, TreeItemLook *look);
 HIMAGELIST TreeImages(HWND tree);
+
+// The item that is selected, or NULL. SelectTreeItem tells nobody.
+HTREEITEM TreeSelection(HWND tree);
+void SelectTreeItem(HWND tree, HTREEITEM item);

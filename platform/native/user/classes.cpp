@@ -1,10 +1,76 @@
 #include "platform/native/user/classes.h"
 
+#include <memory>
 #include <strings.h>
 
 #include "platform/native/comctl/tree.h"
+#include "platform/native/user/button.h"
+#include "platform/native/user/dialogs.h"
+#include "platform/native/user/static_text.h"
 
-WNDPROC ProcedureOfClass(LPCSTR className)
+typedef std::vector<std::unique_ptr<WindowClass>> ClassList;
+
+static void AddSystemClass(ClassList &classes, LPCSTR name, WNDPROC procedure)
 {
-    return className && strcasecmp(className, WC_TREEVIEWA) == 0 ? TreeProcedure : nullptr;
+    auto added = std::make_unique<WindowClass>();
+    added->name = name;
+    added->style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    added->procedure = procedure;
+    added->isSystems = true;
+    classes.push_back(std::move(added));
+}
+
+static ClassList &Classes()
+{
+    static ClassList classes;
+    if (classes.empty()) {
+        AddSystemClass(classes, WC_TREEVIEWA, TreeProcedure);
+        AddSystemClass(classes, "button", ButtonProcedure);
+        AddSystemClass(classes, "static", StaticProcedure);
+        AddSystemClass(classes, DIALOG_CLASS, DialogWindowProcedure);
+    }
+    return classes;
+}
+
+static ClassList::iterator FindPlace(LPCSTR name)
+{
+    ClassList &classes = Classes();
+    for (auto place = classes.begin(); place != classes.end(); ++place)
+        if (name && !IS_INTRESOURCE(name) && strcasecmp((*place)->name.c_str(), name) == 0)
+            return place;
+    return classes.end();
+}
+
+WindowClass *FindClass(LPCSTR name)
+{
+    const auto place = FindPlace(name);
+    return place == Classes().end() ? nullptr : place->get();
+}
+
+ATOM WINAPI RegisterClassA(const WNDCLASSA *given)
+{
+    if (!given->lpszClassName || FindClass(given->lpszClassName))
+        return 0;
+    auto added = std::make_unique<WindowClass>();
+    added->name = given->lpszClassName;
+    added->style = given->style;
+    added->procedure = given->lpfnWndProc;
+    added->instance = given->hInstance;
+    added->icon = given->hIcon;
+    added->cursor = given->hCursor;
+    added->background = given->hbrBackground;
+    if (given->lpszMenuName)
+        added->menuName = given->lpszMenuName;
+    static ATOM lastAtom = 0xC000;
+    Classes().push_back(std::move(added));
+    return ++lastAtom;
+}
+
+BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE)
+{
+    const auto place = FindPlace(className);
+    if (place == Classes().end() || (*place)->isSystems || (*place)->windows > 0)
+        return FALSE;
+    Classes().erase(place);
+    return TRUE;
 }

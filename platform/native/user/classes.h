@@ -2,7 +2,7 @@
 // registers.
 #pragma once
 
-#include "platform/win32/user.h"
+#include "platform/native/user/window_table.h"
 
-// The procedure of a class, by its name without case; NULL when there is none.
-WNDPROC ProcedureOfClass(LPCSTR className);
+// A class by its name without case; NULL when there is none.
+WindowClass *FindClass(LPCSTR name);

@@ -17,7 +17,7 @@ HTREEITEM Insert(HWND tree, std::string label, HTREEITEM parent)
     insertion.item.mask = TVIF_TEXT;
     insertion.item.pszText = label.data();
     return reinterpret_cast<HTREEITEM>(
-        SendMessageA(tree, TVM_INSERTITEM, 0, reinterpret_cast<LPARAM>(&insertion)));
+        SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insertion)));
 }
 
 HWND MakeTree()
@@ -49,7 +49,7 @@ TEST(NativeTree, CutsTextToTheBufferAndTerminatesIt)
     got.hItem = Insert(tree, "a longer label", TVI_ROOT);
     got.pszText = text;
     got.cchTextMax = 7;
-    EXPECT_TRUE(SendMessageA(tree, TVM_GETITEM, 0, reinterpret_cast<LPARAM>(&got)));
+    EXPECT_TRUE(SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&got)));
     EXPECT_STREQ(text, "a long");
     EXPECT_EQ(text[7], '?');
     DestroyWindow(tree);

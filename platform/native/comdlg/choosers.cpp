@@ -1,0 +1,60 @@
+// The open and save dialogs: the visible half shows them, the record is read and filled here.
+#include <cstring>
+#include <string>
+
+#include "platform/native/visible.h"
+#include "platform/win32/comdlg.h"
+
+static size_t NameOffset(const std::string &path)
+{
+    const size_t separator = path.rfind('/');
+    return separator == std::string::npos ? 0 : separator + 1;
+}
+
+static void FillTitle(OPENFILENAMEA *parameters, const std::string &name)
+{
+    if (!parameters->lpstrFileTitle || name.size() >= parameters->nMaxFileTitle)
+        return;
+    std::memcpy(parameters->lpstrFileTitle, name.c_str(), name.size() + 1);
+}
+
+static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
+{
+    if (!visible.chooseFile || !parameters->lpstrFile || !parameters->nMaxFile)
+        return FALSE;
+    // The caller's buffer changes only when a file was confirmed.
+    std::string path(parameters->lpstrFile);
+    path.resize(parameters->nMaxFile);
+    FileChoice choice = {};
+    choice.owner = parameters->hwndOwner;
+    choice.isSave = isSave;
+    choice.filters = parameters->lpstrFilter ? parameters->lpstrFilter : "\0";
+    choice.filterIndex = parameters->nFilterIndex;
+    choice.folder = parameters->lpstrInitialDir;
+    choice.path = path.data();
+    choice.pathSize = parameters->nMaxFile;
+    if (!visible.chooseFile(&choice))
+        return FALSE;
+    path.resize(std::strlen(path.c_str()));
+    if (path.size() >= parameters->nMaxFile)
+        return FALSE;
+    std::memcpy(parameters->lpstrFile, path.c_str(), path.size() + 1);
+    const size_t name = NameOffset(path);
+    const size_t dot = path.rfind('.');
+    parameters->nFilterIndex = choice.filterIndex;
+    parameters->nFileOffset = static_cast<WORD>(name);
+    parameters->nFileExtension =
+        dot == std::string::npos || dot < name ? WORD(0) : static_cast<WORD>(dot + 1);
+    FillTitle(parameters, path.substr(name));
+    return TRUE;
+}
+
+BOOL WINAPI GetOpenFileNameA(LPOPENFILENAMEA parameters)
+{
+    return Choose(parameters, false);
+}
+
+BOOL WINAPI GetSaveFileNameA(LPOPENFILENAMEA parameters)
+{
+    return Choose(parameters, true);
+}

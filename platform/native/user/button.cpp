@@ -1,0 +1,108 @@
+#include "platform/native/user/button.h"
+
+#include "platform/native/user/control_font.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/painting.h"
+#include "platform/win32/gdi.h"
+
+namespace
+{
+
+constexpr DWORD typeMask = 0xF;
+
+struct ButtonState : ControlState {
+    bool isDown = false;
+};
+
+void PaintOwnerDrawn(HWND button)
+{
+    Painting painting(button);
+    const Window *record = WindowOf(button);
+    if (!painting.dc || !record)
+        return;
+    const HWND parent = record->parent;
+    const ButtonState *state = StateOf<ButtonState>(button);
+    DRAWITEMSTRUCT item = {};
+    item.CtlType = ODT_BUTTON;
+    item.CtlID = static_cast<UINT>(record->id);
+    item.itemAction = ODA_DRAWENTIRE;
+    item.itemState = (state && state->isDown ? ODS_SELECTED : 0u) |
+                     (record->style & WS_DISABLED ? ODS_DISABLED : 0u) |
+                     (FocusWindow() == button ? ODS_FOCUS : 0u);
+    item.hwndItem = button;
+    item.hDC = painting.dc;
+    GetClientRect(button, &item.rcItem);
+    SendMessageA(parent, WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(painting.dc),
+                 reinterpret_cast<LPARAM>(button));
+    const ControlFont font(button, painting.dc);
+    SendMessageA(parent, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
+void SetDown(HWND button, bool isDown)
+{
+    ButtonState *state = StateOf<ButtonState>(button);
+    if (!state || state->isDown == isDown)
+        return;
+    state->isDown = isDown;
+    InvalidateRect(button, nullptr, FALSE);
+}
+
+void TellClicked(HWND button)
+{
+    const Window *record = WindowOf(button);
+    if (record)
+        SendMessageA(record->parent, WM_COMMAND,
+                     MAKEWPARAM(static_cast<WORD>(record->id), BN_CLICKED),
+                     reinterpret_cast<LPARAM>(button));
+}
+
+void Press(HWND button)
+{
+    SetCapture(button);
+    SetFocus(button);
+    SetDown(button, true);
+}
+
+void Release(HWND button, LPARAM place)
+{
+    const ButtonState *state = StateOf<ButtonState>(button);
+    if (!state || !state->isDown)
+        return;
+    RECT all;
+    GetClientRect(button, &all);
+    const int x = static_cast<int16_t>(LOWORD(place)), y = static_cast<int16_t>(HIWORD(place));
+    SetDown(button, false);
+    ReleaseCapture();
+    if (x >= 0 && y >= 0 && x < all.right && y < all.bottom)
+        TellClicked(button);
+}
+
+} // namespace
+
+bool IsOwnerDrawn(HWND button)
+{
+    const Window *record = WindowOf(button);
+    return record && (record->style & typeMask) == BS_OWNERDRAW;
+}
+
+LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: WindowOf(button)->state = std::make_unique<ButtonState>(); return 0;
+    case WM_PAINT:
+        return IsOwnerDrawn(button) ? PaintOwnerDrawn(button) : PaintElsewhere(button), 0;
+    case WM_ERASEBKGND: return TRUE;
+    case WM_SETFONT: return TakeFont(button, wParam), 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: return InvalidateRect(button, nullptr, FALSE), 0;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: return Press(button), 0;
+    case WM_LBUTTONUP: return Release(button, lParam), 0;
+    case WM_KEYDOWN:
+        if (wParam == VK_SPACE)
+            TellClicked(button);
+        return 0;
+    case BM_CLICK: return TellClicked(button), 0;
+    default: return DefWindowProcA(button, message, wParam, lParam);
+    }
+}

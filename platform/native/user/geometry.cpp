@@ -1,0 +1,214 @@
+#include "platform/native/user/geometry.h"
+
+#include <algorithm>
+
+#include "platform/native/user/input.h"
+#include "platform/native/user/painting.h"
+#include "platform/native/visible.h"
+
+// Height of a menu bar that nobody shows.
+constexpr LONG hiddenMenuHeight = 20;
+
+static void TellChange(const Window *window, WindowChange change)
+{
+    if (visible.windowChanged && !window->isMessageOnly)
+        visible.windowChanged(window->self, change);
+}
+
+static bool IsSame(const SIZE &a, const SIZE &b)
+{
+    return a.cx == b.cx && a.cy == b.cy;
+}
+
+RECT FrameAround(const Window *window)
+{
+    RECT around = {0, window->menu ? hiddenMenuHeight : 0, 0, 0};
+    if (visible.frameAround && !window->isMessageOnly)
+        visible.frameAround(window->self, &around);
+    return around;
+}
+
+// What a changed client size brings with it. The window may be gone afterwards.
+static void AnnounceSize(HWND window, const SIZE &before)
+{
+    Window *record = WindowOf(window);
+    if (!record)
+        return;
+    const SIZE now = ClientSizeOf(record);
+    if (IsSame(now, before))
+        return;
+    DropOverlay(record);
+    InvalidateRect(window, nullptr, TRUE);
+    SendMessageA(window, WM_SIZE, 0, MAKELPARAM(now.cx, now.cy));
+}
+
+// A manager that refuses a size says so at once. A size that stood for a while was granted, and
+// what comes after it is a new wish of the user's.
+static void ForgetAnsweredQuestions(Window *window)
+{
+    const auto stood = std::chrono::steady_clock::now() - window->askedAt;
+    if (IsSame(ClientSizeOf(window), window->askedFor) && stood > std::chrono::seconds(1))
+        window->askedFrom.clear();
+}
+
+void ReportRect(HWND window, const RECT &outer, const RECT &around)
+{
+    Window *record = WindowOf(window);
+    if (!record)
+        return;
+    ForgetAnsweredQuestions(record);
+    const SIZE before = ClientSizeOf(record);
+    record->rect = outer;
+    record->around = around;
+    AnnounceSize(window, before);
+}
+
+// Whether the window manager is to be asked for another client size. It is not when it was asked
+// before from the very size that it gives now: it would give that again, without end.
+static bool MayAsk(Window *window, const SIZE &wanted)
+{
+    const SIZE given = ClientSizeOf(window);
+    if (IsSame(given, wanted) || !window->wasShown || !visible.windowChanged)
+        return true;
+    for (const SIZE &asked : window->askedFrom)
+        if (IsSame(asked, given))
+            return false;
+    window->askedFrom.push_back(given);
+    window->askedFor = wanted;
+    window->askedAt = std::chrono::steady_clock::now();
+    return true;
+}
+
+static bool SetRect(HWND window, const RECT &wanted)
+{
+    Window *record = WindowOf(window);
+    if (!record)
+        return false;
+    const SIZE before = ClientSizeOf(record);
+    const RECT old = record->rect;
+    record->rect = wanted;
+    const SIZE after = ClientSizeOf(record);
+    record->rect = old;
+    if (!record->parent && !MayAsk(record, after))
+        record->rect = {wanted.left, wanted.top, wanted.left + old.right - old.left,
+                        wanted.top + old.bottom - old.top};
+    else
+        record->rect = wanted;
+    TellChange(record, WindowChange::Rect);
+    AnnounceSize(window, before);
+    return true;
+}
+
+BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL)
+{
+    return SetRect(window, {x, y, x + std::max(width, 0), y + std::max(height, 0)});
+}
+
+BOOL WINAPI SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags)
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return FALSE;
+    if (flags & SWP_NOSIZE) {
+        width = record->rect.right - record->rect.left;
+        height = record->rect.bottom - record->rect.top;
+    }
+    auto &siblings = record->parent ? WindowOf(record->parent)->children : TopLevelWindows();
+    const auto place = std::find(siblings.begin(), siblings.end(), window);
+    if (place != siblings.end())
+        std::rotate(place, place + 1, siblings.end());
+    TellChange(record, WindowChange::Order);
+    return MoveWindow(window, x, y, width, height, TRUE);
+}
+
+BOOL WINAPI GetClientRect(HWND window, LPRECT rect)
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return FALSE;
+    const SIZE size = ClientSizeOf(record);
+    *rect = {0, 0, size.cx, size.cy};
+    return TRUE;
+}
+
+BOOL WINAPI GetWindowRect(HWND window, LPRECT rect)
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return FALSE;
+    *rect = record->rect;
+    if (const Window *parent = WindowOf(record->parent)) {
+        const POINT origin = ClientOriginOf(parent);
+        *rect = {rect->left + origin.x, rect->top + origin.y, rect->right + origin.x,
+                 rect->bottom + origin.y};
+    }
+    return TRUE;
+}
+
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point)
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return FALSE;
+    const POINT origin = ClientOriginOf(record);
+    *point = {point->x + origin.x, point->y + origin.y};
+    return TRUE;
+}
+
+static bool Holds(const Window *window, POINT point)
+{
+    RECT rect;
+    return GetWindowRect(window->self, &rect) && point.x >= rect.left && point.x < rect.right &&
+           point.y >= rect.top && point.y < rect.bottom;
+}
+
+// The topmost of these windows that shows at the point, or the child of it that does.
+static HWND TopmostAt(const std::vector<HWND> &windows, POINT point)
+{
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        const Window *record = WindowOf(*window);
+        if (!IsShown(record) || !TakesInput(record) || !Holds(record, point))
+            continue;
+        HWND child = TopmostAt(record->children, point);
+        return child ? child : *window;
+    }
+    return nullptr;
+}
+
+HWND WINAPI WindowFromPoint(POINT point)
+{
+    return TopmostAt(TopLevelWindows(), point);
+}
+
+BOOL WINAPI ShowWindow(HWND window, int command)
+{
+    Window *record = WindowOf(window);
+    if (!record)
+        return FALSE;
+    const bool wasVisible = record->style & WS_VISIBLE;
+    const bool isVisible = command != SW_HIDE;
+    if (isVisible == wasVisible)
+        return wasVisible;
+    record->style ^= WS_VISIBLE;
+    record->isMaximized = command == SW_SHOWMAXIMIZED;
+    const bool isFirst = isVisible && !record->wasShown;
+    record->wasShown = record->wasShown || isVisible;
+    if (isVisible)
+        InvalidateAll(window);
+    TellChange(record, WindowChange::Shown);
+    record = WindowOf(window);
+    if (isFirst && record && !record->isMessageOnly) {
+        const SIZE size = ClientSizeOf(record);
+        SendMessageA(window, WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
+    }
+    return wasVisible;
+}
+
+void SetTakesInput(HWND window, bool takesInput)
+{
+    Window *record = WindowOf(window);
+    if (!record || takesInput == !(record->style & WS_DISABLED))
+        return;
+    record->style ^= WS_DISABLED;
+    TellChange(record, WindowChange::Enabled);
+}

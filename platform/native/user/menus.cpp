@@ -1,0 +1,219 @@
+#include "platform/native/user/menus.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/native/handles.h"
+#include "platform/native/user/queue.h"
+#include "platform/native/user/window_table.h"
+#include "platform/native/visible.h"
+#include "platform/win32/kernel.h"
+
+namespace
+{
+
+HandleTable<Menu, HandleKind::Menu> menus;
+
+// The popup menu that is shown.
+bool isMenuOpen = false;
+UINT chosenId = 0;
+
+constexpr int menuType = 4;     // RT_MENU
+constexpr WORD lastItem = 0x80; // the last item of a menu, in the resource
+constexpr int deepestMenu = 8;
+
+// The bytes of a MENU resource that are still to be read.
+struct Reader {
+    const BYTE *data;
+    size_t size;
+    bool isWrong;
+
+    WORD Word()
+    {
+        WORD value = 0;
+        if (size < 2) {
+            isWrong = true;
+            return 0;
+        }
+        std::memcpy(&value, data, 2);
+        Skip(2);
+        return value;
+    }
+
+    void Skip(size_t bytes)
+    {
+        if (bytes > size)
+            isWrong = true;
+        bytes = std::min(bytes, size);
+        data += bytes;
+        size -= bytes;
+    }
+
+    std::string Text()
+    {
+        std::u16string wide;
+        while (const WORD unit = Word())
+            wide.push_back(unit);
+        std::string text(wide.size() * 2, 0);
+        const int length =
+            WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), text.data(),
+                                static_cast<int>(text.size()), nullptr, nullptr);
+        text.resize(static_cast<size_t>(length));
+        return text;
+    }
+};
+
+// An item is a word of flags, an id unless it is a submenu, and a text; a submenu's items follow.
+HMENU ReadItems(Reader *reader, int depth)
+{
+    const HMENU menu = CreatePopupMenu();
+    WORD flags = 0;
+    while (!(flags & lastItem) && !reader->isWrong) {
+        flags = reader->Word();
+        const UINT id = flags & MF_POPUP ? 0 : reader->Word();
+        const std::string text = reader->Text();
+        if (reader->isWrong || depth > deepestMenu)
+            break;
+        UINT kept = flags & (MF_GRAYED | MF_DISABLED | MF_POPUP | MF_SEPARATOR);
+        if (text.empty() && id == 0 && !(flags & MF_POPUP))
+            kept |= MF_SEPARATOR;
+        const HMENU submenu = flags & MF_POPUP ? ReadItems(reader, depth + 1) : nullptr;
+        menus.Find(menu)->items.push_back({text, id, kept, submenu});
+    }
+    return menu;
+}
+
+MenuItem *FindItem(HMENU handle, UINT id)
+{
+    Menu *menu = menus.Find(handle);
+    if (!menu)
+        return nullptr;
+    for (MenuItem &item : menu->items) {
+        if (item.submenu) {
+            if (MenuItem *found = FindItem(item.submenu, id))
+                return found;
+        } else if (item.id == id && !(item.flags & MF_SEPARATOR)) {
+            return &item;
+        }
+    }
+    return nullptr;
+}
+
+bool Holds(HMENU menu, HMENU wanted)
+{
+    const Menu *record = menus.Find(menu);
+    if (!record)
+        return false;
+    bool holds = menu == wanted;
+    for (const MenuItem &item : record->items)
+        holds = holds || Holds(item.submenu, wanted);
+    return holds;
+}
+
+void TellOwners(HMENU menu)
+{
+    if (!visible.windowChanged)
+        return;
+    for (HWND window : TopLevelWindows())
+        if (Holds(WindowOf(window)->menu, menu))
+            visible.windowChanged(window, WindowChange::Menu);
+}
+
+} // namespace
+
+const Menu *MenuOf(HMENU menu)
+{
+    return menus.Find(menu);
+}
+
+HMENU LoadMenuResource(HINSTANCE instance, LPCSTR name)
+{
+    const HRSRC resource = FindResourceA(instance, name, MAKEINTRESOURCEA(menuType));
+    const void *data = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
+    if (!data)
+        return nullptr;
+    // A version, 0, and the length of what lies between this header and the items.
+    Reader reader = {static_cast<const BYTE *>(data), SizeofResource(instance, resource), false};
+    const WORD version = reader.Word();
+    reader.Skip(reader.Word());
+    return version == 0 && !reader.isWrong ? ReadItems(&reader, 0) : nullptr;
+}
+
+HMENU WINAPI GetMenu(HWND window)
+{
+    const Window *record = WindowOf(window);
+    return record ? record->menu : nullptr;
+}
+
+BOOL WINAPI EnableMenuItem(HMENU menu, UINT id, UINT flags)
+{
+    constexpr UINT states = MF_GRAYED | MF_DISABLED;
+    MenuItem *item = FindItem(menu, id);
+    if (!item)
+        return -1;
+    const UINT before = item->flags & states;
+    item->flags = (item->flags & ~states) | (flags & states);
+    if (before != (item->flags & states))
+        TellOwners(menu);
+    return static_cast<BOOL>(before);
+}
+
+UINT WINAPI GetMenuState(HMENU menu, UINT id, UINT)
+{
+    const MenuItem *item = FindItem(menu, id);
+    return item ? item->flags : static_cast<UINT>(-1);
+}
+
+HMENU WINAPI CreatePopupMenu(void)
+{
+    return static_cast<HMENU>(menus.Add());
+}
+
+BOOL WINAPI AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text)
+{
+    Menu *record = menus.Find(menu);
+    if (!record)
+        return FALSE;
+    record->items.push_back({text ? text : "", static_cast<UINT>(id), flags, nullptr});
+    return TRUE;
+}
+
+BOOL WINAPI DestroyMenu(HMENU menu)
+{
+    const Menu *record = menus.Find(menu);
+    if (!record)
+        return FALSE;
+    for (const MenuItem &item : record->items)
+        DestroyMenu(item.submenu);
+    return menus.Remove(menu);
+}
+
+void ReportMenuClosed(UINT id)
+{
+    isMenuOpen = false;
+    chosenId = id;
+}
+
+BOOL WINAPI TrackPopupMenu(HMENU menu, UINT, int x, int y, int, HWND owner, const RECT *)
+{
+    if (!MenuOf(menu) || !WindowOf(owner) || !visible.showMenu || isMenuOpen)
+        return FALSE;
+    isMenuOpen = true;
+    chosenId = 0;
+    visible.showMenu(menu, {x, y}, owner);
+    while (isMenuOpen) {
+        MSG message;
+        const Taken taken = WaitForMessage(&message);
+        if (taken == Taken::Message)
+            DispatchMessageA(&message);
+        if (taken == Taken::Quit || !WindowOf(owner)) {
+            if (visible.closeMenu)
+                visible.closeMenu();
+            isMenuOpen = false;
+            chosenId = 0;
+        }
+    }
+    if (chosenId)
+        PostMessageA(owner, WM_COMMAND, chosenId, 0);
+    return TRUE;
+}

@@ -1,0 +1,74 @@
+// The platform's own message box: a dialog that is laid out around its text.
+#include <algorithm>
+
+#include "platform/native/user/dialogs.h"
+#include "platform/native/user/static_text.h"
+#include "platform/native/user/text_lines.h"
+#include "platform/native/visible.h"
+
+// Dialog units.
+constexpr int margin = 8, iconSide = 20, buttonWidth = 50, buttonHeight = 14;
+constexpr int widestText = 260, leastWidth = 120;
+
+static INT_PTR CALLBACK MessageBoxProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+{
+    switch (message) {
+    case WM_INITDIALOG: {
+        RECT box;
+        GetWindowRect(dialog, &box);
+        SetWindowPos(dialog, HWND_TOP, (GetSystemMetrics(SM_CXSCREEN) - (box.right - box.left)) / 2,
+                     (GetSystemMetrics(SM_CYSCREEN) - (box.bottom - box.top)) / 2, 0, 0,
+                     SWP_NOSIZE);
+        return TRUE;
+    }
+    case WM_COMMAND:
+        // The one button answers the Escape key and the close box too.
+        if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL)
+            return FALSE;
+        EndDialog(dialog, IDOK);
+        return TRUE;
+    default: return FALSE;
+    }
+}
+
+static std::string Doubled(const char *text)
+{
+    std::string doubled;
+    for (; *text; ++text)
+        doubled.append(*text == '&' ? 2 : 1, *text);
+    return doubled;
+}
+
+int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
+{
+    const std::string shown = text ? text : "";
+    const Font font = {-11, 0, "MS Sans Serif"};
+    const int unitWidth = AverageWidth(font);
+    int textWidth = 0, lines = 0;
+    for (const std::string &line : BreakLines(font, shown, widestText * unitWidth / 4)) {
+        textWidth = std::max(textWidth, (TextWidth(font, line) + 1) * 4 / unitWidth + 2);
+        lines++;
+    }
+    const bool hasIcon = type & MB_ICONINFORMATION;
+    const int textLeft = margin + (hasIcon ? iconSide + margin : 0);
+    const int textHeight = std::max(lines * 8, hasIcon ? iconSide : 8);
+    DialogTemplate plan = {};
+    plan.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT;
+    plan.caption = caption ? caption : "Error";
+    plan.fontHeight = 8;
+    plan.fontFace = font.face;
+    plan.width = std::max(textLeft + textWidth + margin, leastWidth);
+    plan.height = margin + textHeight + margin + buttonHeight + margin;
+    if (hasIcon)
+        // The icon by its number, IDI_INFORMATION.
+        plan.controls.push_back(
+            {WS_VISIBLE | SS_ICON, margin, margin, iconSide, iconSide, -1, "static", "#32516"});
+    const int textTop = margin + std::max(0, (textHeight - lines * 8) / 2);
+    plan.controls.push_back({WS_VISIBLE, textLeft, textTop, textWidth, lines * 8, 0xFFFF, "static",
+                             Doubled(shown.c_str())});
+    plan.controls.push_back({WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
+                             (plan.width - buttonWidth) / 2, plan.height - margin - buttonHeight,
+                             buttonWidth, buttonHeight, IDOK, "button", "OK"});
+    const INT_PTR result = RunDialog(plan, nullptr, owner, MessageBoxProcedure, 0);
+    return result == IDOK ? IDOK : 0;
+}

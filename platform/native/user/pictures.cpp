@@ -1,0 +1,202 @@
+#include "platform/native/user/pictures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <strings.h>
+
+#include "platform/native/gdi/dib_decode.h"
+#include "platform/native/handles.h"
+#include "platform/native/visible.h"
+#include "platform/win32/gdi.h"
+#include "platform/win32/kernel.h"
+
+namespace
+{
+
+HandleTable<Picture, HandleKind::Icon> pictures;
+
+// What was loaded before: the same name gives the same handle.
+struct Loaded {
+    HINSTANCE instance;
+    std::string name; // "#" and the number for a number
+    bool isCursor;
+    HICON handle;
+};
+std::vector<Loaded> loadedPictures;
+
+HCURSOR shownCursor = nullptr;
+
+// Resource types (RT_CURSOR and its kin) that only this file reads.
+constexpr int cursorType = 1, iconType = 3, groupCursorType = 12, groupIconType = 14;
+constexpr int iconSide = 32;
+
+struct Bytes {
+    const BYTE *data;
+    size_t size;
+};
+
+Bytes FindBytes(HINSTANCE instance, LPCSTR name, int type)
+{
+    const HRSRC resource = FindResourceA(instance, name, MAKEINTRESOURCEA(type));
+    const void *data = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
+    return {static_cast<const BYTE *>(data), data ? SizeofResource(instance, resource) : 0};
+}
+
+WORD WordAt(const Bytes &bytes, size_t offset)
+{
+    WORD value = 0;
+    if (offset + 2 <= bytes.size)
+        std::memcpy(&value, bytes.data + offset, 2);
+    return value;
+}
+
+// The id of the group's picture whose width is nearest to the usual one; 0 when there is none.
+// A group is three words, the last their count, and 14 bytes a picture: an icon's width is its
+// first byte, a cursor's its first word; the id is the last word.
+WORD ChooseOfGroup(const Bytes &group, bool isCursor)
+{
+    WORD best = 0;
+    int bestDistance = INT32_MAX;
+    for (size_t i = 0; i < WordAt(group, 4) && 6 + (i + 1) * 14 <= group.size; ++i) {
+        const size_t entry = 6 + i * 14;
+        const int width = isCursor ? WordAt(group, entry) : group.data[entry];
+        const int distance = std::abs(width - iconSide);
+        if (distance < bestDistance) {
+            best = WordAt(group, entry + 12);
+            bestDistance = distance;
+        }
+    }
+    return best;
+}
+
+// The picture is a DIB of twice its height, whose lower half in the file is the colours, the upper
+// a mask: 1 is transparent. 32-bit colours bring their own transparency.
+bool DecodePicture(const Bytes &dib, Picture *picture)
+{
+    DibLayout layout;
+    if (!dib.data || !ReadDibLayout(dib.data, dib.size, &layout) || layout.isRunLength ||
+        layout.isTopDown || layout.height % 2)
+        return false;
+    layout.height /= 2;
+    layout.pixelsSize /= 2;
+    const auto width = static_cast<size_t>(layout.width),
+               height = static_cast<size_t>(layout.height);
+    const size_t stride = (width * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
+    const size_t maskStride = (width + 31) / 32 * 4;
+    if (width > 256 || height > 256 || layout.infoSize > dib.size ||
+        (stride + maskStride) * height > dib.size - layout.infoSize)
+        return false;
+    const BYTE *colors = dib.data + layout.infoSize;
+    const BYTE *mask = colors + stride * height;
+    Bitmap bitmap;
+    if (!DecodeDib(layout, dib.data, colors, stride * height, &bitmap))
+        return false;
+    picture->width = layout.width;
+    picture->height = layout.height;
+    picture->pixels.resize(width * height);
+    for (size_t y = 0; y < height; ++y) {
+        const size_t row = height - 1 - y;
+        for (size_t x = 0; x < width; ++x) {
+            const bool isClear = mask[row * maskStride + x / 8] >> (7 - x % 8) & 1;
+            const uint32_t alpha = layout.bits == 32 ? colors[row * stride + x * 4 + 3]
+                                   : isClear         ? 0
+                                                     : 255;
+            const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x];
+            picture->pixels[y * width + x] = (color & 0xFFFFFF) | alpha << 24;
+        }
+    }
+    return true;
+}
+
+bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, Picture *picture)
+{
+    const Bytes group = FindBytes(instance, name, isCursor ? groupCursorType : groupIconType);
+    const WORD id = ChooseOfGroup(group, isCursor);
+    Bytes dib = FindBytes(instance, MAKEINTRESOURCEA(id), isCursor ? cursorType : iconType);
+    if (isCursor && dib.size >= 4) {
+        // A cursor's DIB comes after its hot spot.
+        picture->hotX = WordAt(dib, 0);
+        picture->hotY = WordAt(dib, 2);
+        dib = {dib.data + 4, dib.size - 4};
+    }
+    return DecodePicture(dib, picture);
+}
+
+// The desktop's information icon: a blue disc with a white letter i.
+void DrawInformationSign(Picture *picture)
+{
+    constexpr int middle = iconSide / 2;
+    picture->width = picture->height = iconSide;
+    picture->pixels.resize(iconSide * iconSide);
+    for (int y = 0; y < iconSide; ++y)
+        for (int x = 0; x < iconSide; ++x) {
+            const double distance = std::hypot(x + 0.5 - middle, y + 0.5 - middle);
+            const double inside = std::clamp(15.5 - distance, 0.0, 1.0);
+            const bool isDot = std::hypot(x + 0.5 - middle, y + 0.5 - 9.0) < 2.6;
+            const bool isStem = x >= middle - 2 && x < middle + 2 && y >= 13 && y < 25;
+            const uint32_t color = isDot || isStem ? 0xFFFFFF : 0x1E5AA8;
+            picture->pixels[static_cast<size_t>(y * iconSide + x)] =
+                color | static_cast<uint32_t>(inside * 255) << 24;
+        }
+}
+
+HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
+{
+    const std::string key =
+        IS_INTRESOURCE(name) ? "#" + std::to_string(reinterpret_cast<uintptr_t>(name)) : name;
+    for (const Loaded &loaded : loadedPictures)
+        if (loaded.instance == instance && loaded.isCursor == isCursor &&
+            strcasecmp(loaded.name.c_str(), key.c_str()) == 0)
+            return loaded.handle;
+    Picture picture = {};
+    if (!instance && isCursor)
+        picture.systemCursor = static_cast<int>(reinterpret_cast<uintptr_t>(name));
+    else if (!instance)
+        DrawInformationSign(&picture);
+    else if (!LoadPicture(instance, name, isCursor, &picture))
+        return nullptr;
+    const auto handle = static_cast<HICON>(pictures.Add(std::move(picture)));
+    loadedPictures.push_back({instance, key, isCursor, handle});
+    return handle;
+}
+
+} // namespace
+
+const Picture *PictureOf(HICON handle)
+{
+    return pictures.Find(handle);
+}
+
+HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name)
+{
+    return LoadShared(instance, name, false);
+}
+
+HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name)
+{
+    return LoadShared(instance, name, true);
+}
+
+static HCURSOR Shown()
+{
+    if (!shownCursor)
+        shownCursor = LoadCursorA(nullptr, IDC_ARROW);
+    return shownCursor;
+}
+
+HCURSOR WINAPI SetCursor(HCURSOR cursor)
+{
+    const HCURSOR before = Shown();
+    shownCursor = cursor;
+    if (visible.cursorChanged)
+        visible.cursorChanged(cursor);
+    return before;
+}
+
+void NoteClassCursor(HCURSOR cursor)
+{
+    shownCursor = cursor ? cursor : LoadCursorA(nullptr, IDC_ARROW);
+}

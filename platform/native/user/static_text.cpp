@@ -1,0 +1,106 @@
+#include "platform/native/user/static_text.h"
+
+#include <cstdlib>
+
+#include "platform/native/gdi/device_context.h"
+#include "platform/native/user/control_font.h"
+#include "platform/native/user/painting.h"
+#include "platform/native/user/pictures.h"
+#include "platform/native/user/text_lines.h"
+
+namespace
+{
+
+constexpr DWORD typeMask = 0x1F;
+
+struct StaticState : ControlState {
+    HICON icon = nullptr;
+};
+
+void MakeStatic(HWND control)
+{
+    Window *record = WindowOf(control);
+    auto state = std::make_unique<StaticState>();
+    if ((record->style & typeMask) == SS_ICON && !record->text.empty()) {
+        const std::string &name = record->text;
+        state->icon =
+            LoadIconA(record->instance,
+                      name[0] == '#' ? MAKEINTRESOURCEA(atoi(name.c_str() + 1)) : name.c_str());
+    }
+    const Picture *picture = PictureOf(state->icon);
+    record->state = std::move(state);
+    if (picture)
+        MoveWindow(control, record->rect.left, record->rect.top, picture->width, picture->height,
+                   TRUE);
+}
+
+// Draws a picture over what is there, by its transparency, in whole memory pixels.
+void DrawPicture(const Picture &picture, const PixelSurface &surface)
+{
+    for (int y = 0; y < std::min(picture.height, surface.height); ++y)
+        for (int x = 0; x < std::min(picture.width, surface.width); ++x) {
+            const uint32_t color = picture.pixels[static_cast<size_t>(y * picture.width + x)];
+            const uint32_t alpha = color >> 24;
+            for (int row = MemoryEdge(surface, y); row < MemoryEdge(surface, y + 1); ++row)
+                for (int column = MemoryEdge(surface, x); column < MemoryEdge(surface, x + 1);
+                     ++column) {
+                    uint32_t &pixel = surface.pixels[static_cast<size_t>(row) * surface.stride +
+                                                     static_cast<size_t>(column)];
+                    uint32_t mixed = 0;
+                    for (int shift = 0; shift <= 16; shift += 8)
+                        mixed |= ((color >> shift & 0xFF) * alpha +
+                                  (pixel >> shift & 0xFF) * (255 - alpha)) /
+                                     255
+                                 << shift;
+                    pixel = mixed;
+                }
+        }
+}
+
+void DrawLines(HWND control, HDC dc, const RECT &all)
+{
+    const ControlFont selected(control, dc);
+    const Font &font = FontOf(control);
+    const int height = LineHeight(font);
+    SetBkMode(dc, TRANSPARENT);
+    int y = 0;
+    for (const std::string &line :
+         BreakLines(font, WithoutMnemonic(WindowOf(control)->text), all.right)) {
+        TextOutA(dc, 0, y, line.data(), static_cast<int>(line.size()));
+        y += height;
+    }
+}
+
+void PaintStatic(HWND control)
+{
+    Painting painting(control);
+    const Window *record = WindowOf(control);
+    if (!painting.dc || !record)
+        return;
+    const auto brush = reinterpret_cast<HBRUSH>(SendMessageA(record->parent, WM_CTLCOLORSTATIC,
+                                                             reinterpret_cast<WPARAM>(painting.dc),
+                                                             reinterpret_cast<LPARAM>(control)));
+    const StaticState *state = StateOf<StaticState>(control);
+    if (!state)
+        return;
+    RECT all;
+    GetClientRect(control, &all);
+    FillRect(painting.dc, &all, brush);
+    if (const Picture *picture = PictureOf(state->icon))
+        DrawPicture(*picture, WindowOf(control)->pixels.surface);
+    else if ((WindowOf(control)->style & typeMask) != SS_ICON)
+        DrawLines(control, painting.dc, all);
+}
+
+} // namespace
+
+LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: return MakeStatic(control), 0;
+    case WM_PAINT: return PaintStatic(control), 0;
+    case WM_ERASEBKGND: return TRUE;
+    case WM_SETFONT: return TakeFont(control, wParam), 0;
+    default: return DefWindowProcA(control, message, wParam, lParam);
+    }
+}

@@ -1,0 +1,107 @@
+// The windows there are: a table of records, reached by handle.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/native/gdi/surface.h"
+#include "platform/win32/user.h"
+
+// What a control or dialog keeps of its own; its file derives its record from this.
+struct ControlState {
+    virtual ~ControlState() = default;
+};
+
+struct WindowClass {
+    std::string name;
+    UINT style;
+    WNDPROC procedure;
+    HINSTANCE instance;
+    HICON icon;
+    HCURSOR cursor;
+    HBRUSH background;
+    std::string menuName; // a resource of the instance; empty: no menu
+    bool isSystems;       // a control that the system brings
+    int windows;          // how many there are
+};
+
+// Pixels that belong to a window.
+struct WindowPixels {
+    PixelSurface surface; // no pixels until it is first painted
+    std::vector<uint32_t> memory;
+};
+
+// What GetDC of a window with children drew on: it lies above the children where `covered` says.
+struct WindowOverlay {
+    WindowPixels pixels;
+    std::vector<RECT> covered; // rectangles that do not meet; logical pixels
+};
+
+struct Window {
+    HWND self;
+    WindowClass *windowClass;
+    DWORD style;
+    DWORD extendedStyle;
+    HWND parent;                // of a child, else NULL
+    HWND owner;                 // of a window that is no child, or NULL
+    std::vector<HWND> children; // in the order they were made
+    int id;                     // of a child
+    HMENU menu;
+    HINSTANCE instance;
+    std::string text; // ANSI code page; a frame's may be UTF-8
+    HFONT font;       // NULL: the system's
+    bool isMessageOnly;
+    bool isDying; // its WM_DESTROY has been sent
+    bool wasShown;
+    bool isMaximized; // how it is to be shown first
+
+    RECT rect;   // outer; on the screen, a child's in its parent's client area
+    RECT around; // widths of what lies around the client area
+
+    // Client sizes from which the window manager was asked for another, which one last and when.
+    std::vector<SIZE> askedFrom;
+    SIZE askedFor;
+    std::chrono::steady_clock::time_point askedAt;
+
+    RECT invalid; // empty when nothing is
+    bool isEraseAsked;
+    WindowPixels pixels;
+    WindowOverlay overlay;
+
+    std::unique_ptr<ControlState> state;
+};
+
+// The record behind a handle, NULL for a dead one. It stays where it is until the window goes,
+// which any message may bring about: ask again after sending one.
+Window *WindowOf(HWND window);
+
+// Adds an empty record. NULL when there is no room.
+Window *AddWindow();
+void RemoveWindow(HWND window);
+
+// The windows that are no children and are not below HWND_MESSAGE, the topmost last.
+std::vector<HWND> &TopLevelWindows();
+
+// Whether a window is visible with all its parents, and whether it takes input with all of them.
+bool IsShown(const Window *window);
+bool TakesInput(const Window *window);
+
+// The top-level window that a window lies in, itself perhaps.
+Window *FrameOf(Window *window);
+
+// Whether a window is another or lies in it.
+bool IsInside(HWND window, HWND ancestor);
+
+SIZE ClientSizeOf(const Window *window);
+
+// Where the client area begins on the screen.
+POINT ClientOriginOf(const Window *window);
+
+// A control's state as the record that its file made it.
+template <typename State> State *StateOf(HWND window)
+{
+    Window *record = WindowOf(window);
+    return record ? dynamic_cast<State *>(record->state.get()) : nullptr;
+}

@@ -1,0 +1,176 @@
+// Modal dialogs from templates, and the message box.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "resources/ids.h"
+#include "tests/platform/loops.h"
+
+namespace
+{
+
+typedef std::vector<std::string> Lines;
+
+Lines told;
+std::function<void(HWND, LPARAM)> onInit;
+std::function<void(HWND)> onUser;
+
+INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_INITDIALOG:
+        if (onInit)
+            onInit(dialog, lParam);
+        return TRUE;
+    case WM_USER:
+        if (onUser)
+            onUser(dialog);
+        return TRUE;
+    case WM_COMMAND:
+        told.push_back("command " + std::to_string(wParam));
+        if (wParam == IDOK)
+            EndDialog(dialog, 17);
+        return TRUE;
+    case WM_DESTROY: told.push_back("destroy"); return FALSE;
+    default: return FALSE;
+    }
+}
+
+struct DialogTest : testing::Test {
+    Loops loops;
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    HWND owner = CreateWindowExA(0, "static", "owner", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
+                                 nullptr, nullptr, instance, nullptr);
+
+    DialogTest()
+    {
+        told.clear();
+        onInit = nullptr;
+        onUser = nullptr;
+    }
+
+    ~DialogTest() override
+    {
+        DestroyWindow(owner);
+    }
+
+    INT_PTR Show(LPARAM parameter = 0)
+    {
+        return DialogBoxParamA(instance, "aboutbox", owner, TestProcedure, parameter);
+    }
+};
+
+TEST_F(DialogTest, RunsUntilItEndsItselfAndDisablesItsOwnerMeanwhile)
+{
+    LPARAM given = 0;
+    std::string text;
+    RECT ok = {}, strip = {}, client = {};
+    onInit = [&](HWND dialog, LPARAM parameter) {
+        given = parameter;
+        GetClientRect(dialog, &client);
+        GetWindowRect(GetDlgItem(dialog, IDOK), &ok);
+        GetWindowRect(GetDlgItem(dialog, IDC_ABOUT_PICTURE), &strip);
+        char buffer[60] = "";
+        GetDlgItemTextA(dialog, IDC_ABOUT_TEXT, buffer, sizeof buffer);
+        text = buffer;
+        PostMessageA(dialog, WM_USER, 0, 0);
+    };
+    onUser = [&](HWND dialog) {
+        EXPECT_EQ(DialogAbove(owner), dialog);
+        EXPECT_EQ(SetFocus(owner), nullptr);
+        PostMessageA(dialog, WM_COMMAND, 55, 0);
+        PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    };
+    EXPECT_EQ(Show(4711), 17);
+    EXPECT_EQ(told, (Lines{"command 55", "command 1", "destroy"}));
+    EXPECT_EQ(given, 4711);
+    EXPECT_EQ(text.substr(0, 27), "Quillmoor version %d.%d%c\n\n");
+    EXPECT_EQ(DialogAbove(owner), nullptr);
+    // 240 x 222 units, the button 50 x 14 at 128, 200, the strip 58 x 226 from -1, -1.
+    const auto isClose = [](LONG value, double expected) {
+        return std::abs(value - expected) <= 1.5;
+    };
+    const double unitX = client.right / 240.0, unitY = client.bottom / 222.0;
+    EXPECT_TRUE(isClose(ok.right - ok.left, 50 * unitX));
+    EXPECT_TRUE(isClose(ok.bottom - ok.top, 14 * unitY));
+    EXPECT_TRUE(isClose(strip.right - strip.left, 58 * unitX));
+    EXPECT_TRUE(isClose(strip.bottom - strip.top, 226 * unitY));
+    EXPECT_TRUE(isClose(ok.left - strip.left, 129 * unitX));
+    EXPECT_TRUE(isClose(ok.top - strip.top, 201 * unitY));
+}
+
+TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndEnterTheFocusedButtons)
+{
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [](HWND dialog) {
+        HWND ok = GetDlgItem(dialog, IDOK);
+        PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
+        SendMessageA(dialog, WM_CLOSE, 0, 0);
+        PostMessageA(ok, WM_KEYDOWN, VK_RETURN, 0);
+    };
+    EXPECT_EQ(Show(), 17);
+    EXPECT_EQ(told, (Lines{"command 2", "command 2", "command 1", "destroy"}));
+}
+
+TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)
+{
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [](HWND) { PostQuitMessage(5); };
+    Show();
+    EXPECT_EQ(told, Lines{"destroy"});
+    MSG message;
+    EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
+    EXPECT_EQ(message.wParam, 5u);
+}
+
+TEST_F(DialogTest, GoesWithItsOwner)
+{
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [this](HWND) { DestroyWindow(owner); };
+    EXPECT_NE(Show(), 17);
+    EXPECT_EQ(told, Lines{"destroy"});
+}
+
+TEST_F(DialogTest, IsNotShownWithoutATemplate)
+{
+    EXPECT_EQ(DialogBoxParamA(instance, "no such dialog", owner, TestProcedure, 0), -1);
+    EXPECT_TRUE(told.empty());
+}
+
+HWND boxOwner;
+
+LRESULT CALLBACK BoxOwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_USER) {
+        HWND box = DialogAbove(window);
+        told.push_back(box ? "box" : "no box");
+        PostMessageA(box, WM_COMMAND, IDOK, 0);
+        return 0;
+    }
+    if (message == WM_USER + 1)
+        return DestroyWindow(window), 0;
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+TEST_F(DialogTest, AMessageBoxIsAnsweredAndGoesWithItsOwner)
+{
+    WNDCLASSA windowClass = {};
+    windowClass.lpfnWndProc = BoxOwnerProcedure;
+    windowClass.hInstance = instance;
+    windowClass.lpszClassName = "BoxOwner";
+    RegisterClassA(&windowClass);
+    boxOwner = CreateWindowExA(0, "BoxOwner", "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                               nullptr, instance, nullptr);
+    PostMessageA(boxOwner, WM_USER, 0, 0);
+    EXPECT_EQ(MessageBoxA(boxOwner, "A text & more", "Message", MB_ICONINFORMATION), IDOK);
+    EXPECT_EQ(told, Lines{"box"});
+    PostMessageA(boxOwner, WM_USER + 1, 0, 0);
+    MessageBoxA(boxOwner, "A text", "Message", MB_ICONINFORMATION);
+    RECT rect;
+    EXPECT_FALSE(GetClientRect(boxOwner, &rect));
+    EXPECT_TRUE(UnregisterClassA("BoxOwner", instance));
+}
+
+} // namespace
