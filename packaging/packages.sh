@@ -3,6 +3,7 @@
 
 native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 libpng-dev libsdl2-dev libcli11-dev nlohmann-json3-dev"
 test_packages="libgtest-dev libgmock-dev icoutils"
+bench_packages="libbenchmark-dev icoutils p7zip-full"
 windows_packages="g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 googletest wine64 libwine xvfb"
 windows32_packages="g++-mingw-w64-i686"
 
