@@ -35,7 +35,7 @@ TEST_F(Dialogs, TheMessageDialogShowsItsTextAndAnswersTheButton)
     EXPECT_EQ(ShowMessage(globals.mainWindow, "Closed by Escape"), IDCANCEL);
     // Only a click closes it: not another command, not another notification of the button.
     PressNext(3);
-    PressNext((int)MAKEWPARAM(IDOK, BN_SETFOCUS));
+    PressNext((int)MAKEWPARAM(IDOK, 6));
     PressNext(IDOK);
     EXPECT_EQ(ShowMessage(globals.mainWindow, "Third"), IDOK);
     EXPECT_EQ(TakeShown(),

@@ -395,12 +395,12 @@ TEST_F(MainWindow, ASoundThatLiesAboutItsSizePlaysFromACopy)
 TEST_F(MainWindow, ExitAndTheCloseBoxEndTheProgram)
 {
     EXPECT_EQ(Command(IDM_EXIT), 0);
-    EXPECT_FALSE(IsWindow(globals.mainWindow));
+    EXPECT_FALSE(IsAlive(globals.mainWindow));
     StopProgram();
     StartProgram();
     SendMessageA(globals.mainWindow, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(RunUntilIdle(), 0);
-    EXPECT_FALSE(IsWindow(globals.mainWindow));
+    EXPECT_FALSE(IsAlive(globals.mainWindow));
 }
 
 TEST(Start, OpensTheFileOfTheCommandLine)
@@ -418,6 +418,6 @@ TEST(Start, EndsWhenTheHostModuleIsMissing)
     PressNext(IDOK);
     EXPECT_EQ(StartProgram("", TestFolder()), 0);
     EXPECT_EQ(TakeShown(), Texts({missing}));
-    EXPECT_FALSE(IsWindow(globals.mainWindow));
+    EXPECT_FALSE(IsAlive(globals.mainWindow));
     StopProgram();
 }

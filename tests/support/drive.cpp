@@ -3,6 +3,7 @@
 #include "resources/ids.h"
 #include "samples/builder/builder.h"
 #include "shell/globals.h"
+#include "tests/support/canvas.h"
 
 #include <gtest/gtest.h>
 
@@ -23,9 +24,7 @@ HWND Pane()
 
 std::string TitleText()
 {
-    char text[400] = "";
-    SendMessageA(globals.mainWindow, WM_GETTEXT, sizeof text, (LPARAM)text);
-    return text;
+    return TextOf(globals.mainWindow);
 }
 
 bool IsGray(UINT command)
@@ -80,8 +79,33 @@ void Select(const std::string &category, const std::string &begin)
             item = NextItem(TVGN_NEXT, item);
     }
     ASSERT_NE(item, nullptr) << category << " " << begin;
-    SendMessageA(Tree(), TVM_SELECTITEM, TVGN_CARET, (LPARAM)item);
+    SelectTreeItemOf(Tree(), item);
     RunUntilIdle();
+}
+
+int LockCount(HGLOBAL block)
+{
+    int count = -1;
+    GlobalLock(block);
+    do
+        count++;
+    while (GlobalUnlock(block));
+    for (int i = 0; i < count; i++)
+        GlobalLock(block);
+    return count;
+}
+
+Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
+{
+    Canvas canvas(width, height);
+    draw(canvas.dc);
+    Pixels pixels = {width, height, {}};
+    for (int y = 0; y < height; y++)
+        for (int x = 0; x < width; x++) {
+            const COLORREF color = canvas.At(x, y);
+            pixels.values.push_back((color & 0xFF) << 16 | (color & 0xFF00) | color >> 16);
+        }
+    return pixels;
 }
 
 Bytes ShortSound()

@@ -25,6 +25,13 @@ int RunUntilIdle();
 // prepared and not used are a failure.
 void StopProgram();
 
+// Whether the window is still there, and its text, whoever's it is.
+bool IsAlive(HWND window);
+std::string TextOf(HWND window);
+
+// Selects an item of the tree as the user does.
+void SelectTreeItemOf(HWND tree, HTREEITEM item);
+
 // Moves the mouse's cursor to a point of a window's client area.
 void MoveCursor(HWND window, int x, int y);
 
@@ -65,7 +72,7 @@ struct DrawnText {
 // corner of the line.
 std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw);
 
-// The pixels, 0xRRGGBB, row by row from the top, after draw has drawn on white.
+// Pixels, 0xRRGGBB, row by row from the top.
 struct Pixels {
     int width;
     int height;
@@ -76,13 +83,9 @@ struct Pixels {
         return values[(size_t)y * (size_t)width + (size_t)x];
     }
 };
-Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw);
 
 // The pixels that a window shows, its children and what lies over them included.
 Pixels PixelsOf(HWND window);
-
-// How many times a block of memory is locked.
-int LockCount(HGLOBAL block);
 
 // What follows stands on the interface alone: one source for both systems.
 
@@ -97,6 +100,12 @@ bool IsGray(UINT command);
 
 // Sends a command as the menu does, and runs until idle.
 int Command(UINT id);
+
+// How many times a block of memory is locked.
+int LockCount(HGLOBAL block);
+
+// The pixels of a white surface after draw has drawn on it.
+Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw);
 
 // The tree's labels in its order, resource items with two spaces in front.
 std::vector<std::string> TreeLabels();

@@ -81,7 +81,7 @@ static std::string ClassOf(HWND window)
     return name;
 }
 
-static std::string TextOf(HWND window)
+std::string TextOf(HWND window)
 {
     char text[1000] = "";
     SendMessageA(window, WM_GETTEXT, sizeof text, (LPARAM)text);
@@ -216,6 +216,16 @@ void StopProgram()
     uncreatable = INVALID_HANDLE_VALUE;
 }
 
+bool IsAlive(HWND window)
+{
+    return IsWindow(window);
+}
+
+void SelectTreeItemOf(HWND tree, HTREEITEM item)
+{
+    SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, (LPARAM)item);
+}
+
 void MoveCursor(HWND window, int x, int y)
 {
     POINT point = {x, y};
@@ -254,52 +264,13 @@ std::vector<DrawnText> RecordText(int width, int height, const std::function<voi
     return texts;
 }
 
-// Draws into a bitmap of 32 bits and hands its pixels out.
-static Pixels DrawOnBitmap(int width, int height, const std::function<void(HDC)> &draw)
-{
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void *bits = nullptr;
-    HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HDC dc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(dc, bitmap);
-    draw(dc);
-    GdiFlush();
-    Pixels pixels = {width, height, {}};
-    const DWORD *values = (const DWORD *)bits;
-    for (int i = 0; i < width * height; i++)
-        pixels.values.push_back(values[i] & 0xFFFFFF);
-    SelectObject(dc, old);
-    DeleteDC(dc);
-    DeleteObject(bitmap);
-    return pixels;
-}
-
-Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
-{
-    return DrawOnBitmap(width, height, [&](HDC dc) {
-        const RECT all = {0, 0, width, height};
-        FillRect(dc, &all, (HBRUSH)GetStockObject(WHITE_BRUSH));
-        draw(dc);
-    });
-}
-
 Pixels PixelsOf(HWND window)
 {
     RECT client;
     GetClientRect(window, &client);
-    return DrawOnBitmap(client.right, client.bottom, [&](HDC dc) {
+    return DrawOnWhite(client.right, client.bottom, [&](HDC dc) {
         HDC from = GetDC(window);
         BitBlt(dc, 0, 0, client.right, client.bottom, from, 0, 0, SRCCOPY);
         ReleaseDC(window, from);
     });
-}
-
-int LockCount(HGLOBAL block)
-{
-    return (int)(GlobalFlags(block) & GMEM_LOCKCOUNT);
 }

@@ -1,0 +1,288 @@
+// The layer's table of the visible half is filled with answers and recorders: nothing is shown.
+#include "tests/support/drive.h"
+
+#include "platform/native/comctl/tree_user.h"
+#include "platform/native/user/dialogs.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/menus.h"
+#include "platform/native/user/queue.h"
+#include "platform/native/user/window_table.h"
+#include "platform/native/visible.h"
+#include "shell/globals.h"
+#include "shell/main_window.h"
+#include "shell/start.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <deque>
+#include <filesystem>
+#include <utility>
+
+#define MESSAGE_BOX_TEXT 0xFFFF
+#define TEXT_ASCENT 11
+#define TEXT_DESCENT 3
+#define CHARACTER_WIDTH 6
+
+struct Answer {
+    enum { Press, Choose, Pick } kind;
+    UINT id;          // of the button or command
+    std::string path; // to choose
+};
+
+static std::deque<Answer> answers;
+static std::vector<std::string> shown;
+static std::vector<DrawnText> drawn;
+static std::string commandLineText;
+
+void PressNext(int button)
+{
+    answers.push_back({Answer::Press, (UINT)button, ""});
+}
+
+void ChooseNext(const std::string &path)
+{
+    answers.push_back({Answer::Choose, IDOK, path});
+}
+
+void ChooseUncreatable()
+{
+    ChooseNext(TestFile("no folder", {'x'}) + "/file");
+}
+
+void ConfirmReplacement()
+{
+    PressNext(IDYES);
+}
+
+void RefuseReplacement()
+{
+    PressNext(IDNO);
+}
+
+void CancelNext()
+{
+    answers.push_back({Answer::Choose, IDCANCEL, ""});
+}
+
+void PickNext(UINT command)
+{
+    answers.push_back({Answer::Pick, command, ""});
+}
+
+std::vector<std::string> TakeShown()
+{
+    return std::exchange(shown, {});
+}
+
+static Answer NextAnswer(const std::string &what)
+{
+    Answer answer = {Answer::Press, IDCANCEL, ""};
+    if (answers.empty()) {
+        ADD_FAILURE() << "no answer for the dialog that says " << what;
+        return answer;
+    }
+    answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+bool IsAlive(HWND window)
+{
+    return WindowOf(window) != nullptr;
+}
+
+std::string TextOf(HWND window)
+{
+    const Window *record = WindowOf(window);
+    return record != nullptr ? record->text : "";
+}
+
+static HWND FrontDialog()
+{
+    HWND front = nullptr;
+    for (HWND window : TopLevelWindows()) {
+        const Window *record = WindowOf(window);
+        if (record->windowClass->name == DIALOG_CLASS && IsShown(record) && TakesInput(record))
+            front = window;
+    }
+    return front;
+}
+
+static void AnswerFrontDialog(bool wait)
+{
+    HWND dialog = FrontDialog();
+    if (dialog == nullptr || !wait)
+        return;
+    HWND text = GetDlgItem(dialog, 101);
+    shown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
+    const bool isExpected = !answers.empty();
+    const Answer answer = NextAnswer(shown.back());
+    SendMessageA(dialog, WM_COMMAND, isExpected ? answer.id : IDOK,
+                 (LPARAM)GetDlgItem(dialog, (int)answer.id));
+}
+
+// As a chooser does: an existing file is replaced when the user confirms it, else the chooser goes
+// on.
+static bool AnswerChooser(FileChoice *choice)
+{
+    for (;;) {
+        shown.push_back(std::string("chooser: ") + choice->path);
+        const Answer answer = NextAnswer(shown.back());
+        if (answer.id != IDOK)
+            return false;
+        const std::string path = answer.path.empty() ? choice->path : answer.path;
+        if (choice->isSave && std::filesystem::exists(path)) {
+            shown.push_back("replace?");
+            if (NextAnswer("replace?").id != IDYES)
+                continue;
+        }
+        EXPECT_LT(path.size(), choice->pathSize);
+        strcpy(choice->path, path.c_str());
+        return true;
+    }
+}
+
+static void AnswerMenu(HMENU menu, POINT, HWND)
+{
+    std::string items = "menu:";
+    for (const MenuItem &item : MenuOf(menu)->items)
+        items += item.flags & MF_GRAYED ? " [" + item.text + "]" : " " + item.text;
+    shown.push_back(items);
+    ReportMenuClosed(NextAnswer(items).id);
+}
+
+static void TellFrame(HWND, RECT *around)
+{
+    *around = {4, 46, 4, 4};
+}
+
+static void TellScreen(SIZE *size)
+{
+    *size = {1280, 1024};
+}
+
+static void MeasureFont(const Font &, FontSize *size)
+{
+    *size = {TEXT_ASCENT, TEXT_DESCENT, CHARACTER_WIDTH};
+}
+
+static int MeasureText(const Font &, LPCSTR, int bytes)
+{
+    return CHARACTER_WIDTH * bytes;
+}
+
+static void RecordLine(const PixelSurface *, const RECT *, const Font &, int x, int y, uint32_t,
+                       LPCSTR text, int bytes)
+{
+    drawn.push_back({x, y, std::string(text, (size_t)bytes)});
+}
+
+static void CopyPixels(const PixelSurface &from, const PixelSurface &to, POINT at, const RECT &part)
+{
+    for (LONG y = part.top; y < part.bottom && y < from.height; y++)
+        for (LONG x = part.left; x < part.right && x < from.width; x++)
+            if (x + at.x >= 0 && y + at.y >= 0 && x + at.x < to.width && y + at.y < to.height)
+                to.pixels[(size_t)(y + at.y) * to.stride + (size_t)(x + at.x)] =
+                    from.pixels[(size_t)y * from.stride + (size_t)x];
+}
+
+// A window's own pixels, then its children's.
+static void Compose(HWND window, const PixelSurface *surface)
+{
+    const Window *record = WindowOf(window);
+    const RECT all = {0, 0, surface->width, surface->height};
+    if (record->pixels.surface.pixels != nullptr)
+        CopyPixels(record->pixels.surface, *surface, {0, 0}, all);
+    const POINT origin = ClientOriginOf(record);
+    for (HWND child : record->children) {
+        const Window *inner = WindowOf(child);
+        const POINT place = ClientOriginOf(inner);
+        if (inner->pixels.surface.pixels != nullptr)
+            CopyPixels(inner->pixels.surface, *surface, {place.x - origin.x, place.y - origin.y},
+                       all);
+    }
+}
+
+Pixels PixelsOf(HWND window)
+{
+    const SIZE size = ClientSizeOf(WindowOf(window));
+    Pixels pixels = {(int)size.cx, (int)size.cy, {}};
+    pixels.values.assign((size_t)size.cx * (size_t)size.cy, 0xFFFFFF);
+    const PixelSurface surface = {(int)size.cx, (int)size.cy, 1, pixels.values.data(),
+                                  (size_t)size.cx};
+    Compose(window, &surface);
+    const WindowOverlay &overlay = WindowOf(window)->overlay;
+    for (const RECT &part : overlay.covered)
+        CopyPixels(overlay.pixels.surface, surface, {0, 0}, part);
+    for (uint32_t &value : pixels.values)
+        value &= 0xFFFFFF;
+    return pixels;
+}
+
+std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)
+{
+    drawn.clear();
+    visible.measureFont = MeasureFont;
+    visible.measureText = MeasureText;
+    visible.drawText = RecordLine;
+    DrawOnWhite(width, height, draw);
+    return std::exchange(drawn, {});
+}
+
+int RunUntilIdle()
+{
+    MSG message;
+    for (;;) {
+        switch (TakeMessage(&message)) {
+        case Taken::Message: DispatchMessageA(&message); break;
+        case Taken::Nothing: return 1;
+        case Taken::Quit: GetMessageA(&message, nullptr, 0, 0); return 0;
+        }
+    }
+}
+
+int StartProgram(const std::string &commandLine, const std::string &folder)
+{
+    static const LONG firstSplitPosition = splitPosition;
+    splitPosition = firstSplitPosition;
+    commandLineText = commandLine;
+    visible = {};
+    visible.runEvents = AnswerFrontDialog;
+    visible.frameAround = TellFrame;
+    visible.screenSize = TellScreen;
+    visible.compose = Compose;
+    visible.measureFont = MeasureFont;
+    visible.measureText = MeasureText;
+    visible.drawText = RecordLine;
+    visible.showMenu = AnswerMenu;
+    visible.chooseFile = AnswerChooser;
+    // The tests stand in a folder below that of the programs and the host module.
+    std::filesystem::current_path(
+        folder.empty() ? std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path()
+                       : std::filesystem::path(folder));
+    EXPECT_EQ(StartUp(GetModuleHandleA(nullptr), commandLineText.data(), SW_SHOW), 1);
+    return RunUntilIdle();
+}
+
+void StopProgram()
+{
+    if (IsAlive(globals.mainWindow))
+        DestroyWindow(globals.mainWindow);
+    RunUntilIdle();
+    ShutDown();
+    EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
+    answers.clear();
+    shown.clear();
+}
+
+void SelectTreeItemOf(HWND tree, HTREEITEM item)
+{
+    ReportTreeSelection(tree, item, TVC_BYMOUSE);
+}
+
+void MoveCursor(HWND window, int x, int y)
+{
+    ReportMouse(window, WM_MOUSEMOVE, x, y);
+    RunUntilIdle();
+}
