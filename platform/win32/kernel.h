@@ -73,3 +73,82 @@ DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource);
 HGLOBAL WINAPI LoadResource(HMODULE module, HRSRC resource);
 LPVOID WINAPI LockResource(HGLOBAL resource);
 BOOL WINAPI FreeResource(HGLOBAL resource);
+
+// --- files, folders and settings ---
+
+// The path of the running program, with links resolved; module is the program's. Returns its
+// length, or `size` when it is cut to size - 1 bytes; 0 on failure.
+DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
+
+// Only asked whether there is something of that name.
+#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
+#define FILE_ATTRIBUTE_DIRECTORY 0x00000010u
+#define FILE_ATTRIBUTE_NORMAL 0x00000080u
+DWORD WINAPI GetFileAttributesA(LPCSTR path);
+
+// Both write a text and return its length; when size is too small, the size needed, with the
+// terminator; 0 on failure. The temporary folder is one of this process, which only the user can
+// enter; it is removed when the program ends. Its path ends with a separator.
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path);
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR path);
+
+// Forms the name folder + the first three characters of prefix + unique in hexadecimal + ".TMP";
+// no file is made and none is looked for. unique is not 0. path holds MAX_PATH bytes. Returns
+// unique, or 0 when there is no such folder or the name would not fit.
+UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path);
+
+// Reads a value of a settings file. A section is looked for without case, the first of its name
+// counts, and in it the first line of the key. Spaces around a value go, then one pair of quotes.
+// What is not there gives fallback, without the spaces at its end. The text is cut to size - 1
+// bytes; its length is returned.
+// On Linux a file that is missing in the user's configuration folder is looked for in the
+// system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same relative path.
+DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
+                                      DWORD size, LPCSTR file);
+
+// --- processes ---
+
+#define NORMAL_PRIORITY_CLASS 0x00000020u
+#define STARTF_USESHOWWINDOW 0x00000001u
+
+typedef struct _STARTUPINFOA {
+    DWORD cb;
+    LPSTR lpReserved;
+    LPSTR lpDesktop;
+    LPSTR lpTitle;
+    DWORD dwX;
+    DWORD dwY;
+    DWORD dwXSize;
+    DWORD dwYSize;
+    DWORD dwXCountChars;
+    DWORD dwYCountChars;
+    DWORD dwFillAttribute;
+    DWORD dwFlags;
+    WORD wShowWindow;
+    WORD cbReserved2;
+    BYTE *lpReserved2;
+    HANDLE hStdInput;
+    HANDLE hStdOutput;
+    HANDLE hStdError;
+} STARTUPINFOA, *LPSTARTUPINFOA;
+
+typedef struct _PROCESS_INFORMATION {
+    HANDLE hProcess;
+    HANDLE hThread;
+    DWORD dwProcessId;
+    DWORD dwThreadId;
+} PROCESS_INFORMATION, *LPPROCESS_INFORMATION;
+
+typedef struct _SECURITY_ATTRIBUTES *LPSECURITY_ATTRIBUTES;
+
+// Starts a program by its path, without waiting for it. The command line is that path, which may
+// hold spaces (the shortest beginning that names a program is it), a space, and the one argument.
+// Only commandLine and information are looked at. Nothing is kept of the process: both handles
+// are NULL. FALSE when there is no such program or it cannot be started.
+BOOL WINAPI CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES forProcess,
+                           LPSECURITY_ATTRIBUTES forThread, BOOL inherit, DWORD flags,
+                           LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup,
+                           LPPROCESS_INFORMATION information);
+
+// Gives back a handle that CreateProcessA made: nothing to do, TRUE for NULL.
+BOOL WINAPI CloseHandle(HANDLE handle);

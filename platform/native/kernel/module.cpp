@@ -1,15 +1,12 @@
 // Modules: the program's own resources, which are embedded in it, and PE files opened as modules.
 #include "platform/native/handles.h"
 #include "platform/native/kernel/code_page.h"
+#include "platform/native/kernel/file_bytes.h"
 #include "platform/native/kernel/module_image.h"
 #include "platform/win32/kernel.h"
 
-#include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
 #include <map>
-#include <sys/stat.h>
-#include <unistd.h>
 
 // A PE image made from the program's resource script.
 extern "C" const uint8_t QuillmoorResources[];
@@ -17,14 +14,6 @@ extern "C" const uint8_t QuillmoorResourcesEnd[];
 
 namespace
 {
-
-struct Free {
-    void operator()(uint8_t *bytes) const
-    {
-        free(bytes);
-    }
-};
-using FileBytes = std::unique_ptr<uint8_t[], Free>;
 
 struct Module {
     FileBytes owned; // nothing for the program itself
@@ -66,30 +55,6 @@ HMODULE ProgramModule()
 Module *FindModule(HMODULE handle)
 {
     return Modules().Find(handle == nullptr ? ProgramModule() : handle);
-}
-
-// Reads a whole regular file. A file that shrinks meanwhile is as long as what could be read.
-FileBytes ReadWholeFile(const char *path, size_t *size)
-{
-    // A pipe of that name must not make the program wait.
-    const int file = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return nullptr;
-    struct stat status;
-    FileBytes bytes;
-    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0)
-        bytes.reset((uint8_t *)malloc((size_t)status.st_size));
-    *size = 0;
-    while (bytes != nullptr && *size < (size_t)status.st_size) {
-        const ssize_t got = read(file, bytes.get() + *size, (size_t)status.st_size - *size);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        *size += (size_t)got;
-    }
-    close(file);
-    return bytes;
 }
 
 // A type or name argument: an integer, a text of the form "#123", or any other text.

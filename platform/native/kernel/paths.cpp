@@ -1,0 +1,109 @@
+#include "platform/native/kernel/paths.h"
+
+#include "platform/win32/kernel.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <pwd.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+bool Exists(const std::string &path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0;
+}
+
+// The value of a variable that has to be an absolute path; empty when it is none.
+std::string AbsolutePath(const char *variable)
+{
+    const char *value = getenv(variable);
+    return value != nullptr && value[0] == '/' ? value : "";
+}
+
+} // namespace
+
+std::string ProgramPath()
+{
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    if (length <= 0 || length == (ssize_t)sizeof path)
+        return "";
+    std::string program(path, (size_t)length);
+    // So the system marks a program that was replaced while it ran.
+    const std::string_view mark = " (deleted)";
+    if (program.size() > mark.size() && program.ends_with(mark) && !Exists(program))
+        program.resize(program.size() - mark.size());
+    return program;
+}
+
+std::string UserConfigFolder()
+{
+    std::string folder = AbsolutePath("XDG_CONFIG_HOME");
+    if (folder.empty()) {
+        folder = AbsolutePath("HOME");
+        const passwd *user = folder.empty() ? getpwuid(getuid()) : nullptr;
+        if (user != nullptr && user->pw_dir != nullptr && user->pw_dir[0] == '/')
+            folder = user->pw_dir;
+        if (folder.empty())
+            return "";
+        folder += "/.config";
+    }
+    while (folder.size() > 1 && folder.back() == '/')
+        folder.pop_back();
+    return folder;
+}
+
+std::vector<std::string> SystemConfigFolders()
+{
+    const char *value = getenv("XDG_CONFIG_DIRS");
+    std::string_view list = value != nullptr && value[0] != 0 ? value : "/etc/xdg";
+    std::vector<std::string> folders;
+    while (!list.empty()) {
+        const std::string_view folder = list.substr(0, list.find(':'));
+        list.remove_prefix(std::min(folder.size() + 1, list.size()));
+        if (folder.starts_with('/'))
+            folders.emplace_back(folder);
+    }
+    return folders;
+}
+
+DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size)
+{
+    const std::string program = ProgramPath();
+    if (module != nullptr && module != GetModuleHandleA(nullptr))
+        return 0;
+    if (program.empty() || path == nullptr || size == 0)
+        return 0;
+    const size_t kept = std::min(program.size(), (size_t)size - 1);
+    memcpy(path, program.data(), kept);
+    path[kept] = 0;
+    return kept < program.size() ? size : (DWORD)kept;
+}
+
+DWORD WINAPI GetFileAttributesA(LPCSTR path)
+{
+    struct stat status;
+    if (path == nullptr || stat(path, &status) != 0)
+        return INVALID_FILE_ATTRIBUTES;
+    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
+}
+
+DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path)
+{
+    char *folder = getcwd(nullptr, 0);
+    if (folder == nullptr)
+        return 0;
+    const size_t length = strlen(folder);
+    const bool fits = path != nullptr && length < size;
+    if (fits)
+        memcpy(path, folder, length + 1);
+    free(folder);
+    return (DWORD)(fits ? length : length + 1);
+}

@@ -1,0 +1,159 @@
+#include "platform/native/kernel/process.h"
+
+#include "platform/win32/kernel.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+bool IsProgram(const std::string &path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           access(path.c_str(), X_OK) == 0;
+}
+
+std::vector<char *> MakeArguments(const std::string &path,
+                                  const std::vector<std::string> &arguments)
+{
+    // The system takes them without const and leaves them as they are.
+    std::vector<char *> pointers = {const_cast<char *>(path.c_str())};
+    for (const std::string &argument : arguments)
+        pointers.push_back(const_cast<char *>(argument.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// In the new process: becomes the program with the signals as they are at first. Returns on
+// failure.
+void BecomeProgram(char *const *arguments)
+{
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (int number : {SIGPIPE, SIGINT, SIGTERM, SIGCHLD})
+        signal(number, SIG_DFL);
+    execv(arguments[0], arguments);
+}
+
+// Waits for a child; a child that somebody else waited for counts as one that failed.
+int WaitFor(pid_t child)
+{
+    int status = -1;
+    while (waitpid(child, &status, 0) < 0)
+        if (errno != EINTR)
+            return -1;
+    return status;
+}
+
+// Reads what comes from a pipe until it is closed, at most 4 KiB of it.
+std::string ReadPipe(int from)
+{
+    std::string text;
+    char piece[256];
+    ssize_t got;
+    while ((got = read(from, piece, sizeof piece)) != 0) {
+        if (got < 0 && errno != EINTR)
+            break;
+        if (got > 0 && text.size() < 4096)
+            text.append(piece, (size_t)got);
+    }
+    return text;
+}
+
+} // namespace
+
+std::string FindProgram(const std::string &name)
+{
+    if (name.find('/') != std::string::npos)
+        return IsProgram(name) ? name : "";
+    const char *value = getenv("PATH");
+    std::string_view list = value != nullptr ? value : "/usr/local/bin:/usr/bin:/bin";
+    while (!name.empty() && !list.empty()) {
+        const std::string folder(list.substr(0, list.find(':')));
+        list.remove_prefix(std::min(folder.size() + 1, list.size()));
+        // Nothing is run out of whatever folder is the current one.
+        if (folder.starts_with('/') && IsProgram(folder + '/' + name))
+            return folder + '/' + name;
+    }
+    return "";
+}
+
+bool StartProgram(const std::string &path, const std::vector<std::string> &arguments)
+{
+    const std::vector<char *> pointers = MakeArguments(path, arguments);
+    int failure[2];
+    if (pipe2(failure, O_CLOEXEC) != 0)
+        return false;
+    // The program is a grandchild, so that nobody has to wait for its end.
+    const pid_t child = fork();
+    if (child == 0) {
+        setsid();
+        const pid_t grandchild = fork();
+        if (grandchild == 0)
+            BecomeProgram(pointers.data());
+        if (grandchild <= 0 && write(failure[1], "!", 1) != 1)
+            _exit(2);
+        _exit(grandchild <= 0);
+    }
+    close(failure[1]);
+    // The pipe closes by itself when the program has begun.
+    const std::string told = child > 0 ? ReadPipe(failure[0]) : "!";
+    close(failure[0]);
+    if (child > 0)
+        WaitFor(child);
+    return told.empty();
+}
+
+std::string AskProgram(const std::string &path, const std::vector<std::string> &arguments)
+{
+    const std::vector<char *> pointers = MakeArguments(path, arguments);
+    int output[2];
+    if (pipe2(output, O_CLOEXEC) != 0)
+        return "";
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(output[1], STDOUT_FILENO);
+        BecomeProgram(pointers.data());
+        _exit(127);
+    }
+    close(output[1]);
+    const std::string text = child > 0 ? ReadPipe(output[0]) : "";
+    close(output[0]);
+    if (child < 0 || WaitFor(child) != 0)
+        return "";
+    return text.substr(0, text.find('\n'));
+}
+
+BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES,
+                           BOOL, DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA,
+                           LPPROCESS_INFORMATION information)
+{
+    if (commandLine == nullptr || information == nullptr)
+        return FALSE;
+    *information = {};
+    const std::string line = commandLine;
+    for (size_t end = 0; end != std::string::npos;) {
+        end = line.find(' ', end + 1);
+        const std::string program = FindProgram(line.substr(0, end));
+        if (!program.empty())
+            return StartProgram(program, end == std::string::npos
+                                             ? std::vector<std::string>{}
+                                             : std::vector{line.substr(end + 1)});
+    }
+    return FALSE;
+}
+
+BOOL WINAPI CloseHandle(HANDLE handle)
+{
+    return handle == nullptr;
+}

@@ -1,0 +1,110 @@
+// Settings files by the rules of Windows. The packaged readers of such files keep other ones: they
+// cut a value at a semicolon, take a colon for "=", or want the whole file well-formed.
+#include "platform/native/kernel/file_bytes.h"
+#include "platform/native/kernel/paths.h"
+#include "platform/win32/kernel.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <strings.h>
+#include <sys/stat.h>
+
+namespace
+{
+
+const std::string_view blanks = " \t\v\f";
+
+std::string_view Trim(std::string_view text)
+{
+    const size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+bool IsSameName(std::string_view a, std::string_view b)
+{
+    return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
+
+// Takes the next line that is not empty; either byte of a line end ends it.
+std::string_view TakeLine(std::string_view *text)
+{
+    const size_t start = std::min(text->find_first_not_of("\r\n"), text->size());
+    text->remove_prefix(start);
+    const std::string_view line = text->substr(0, text->find_first_of("\r\n"));
+    text->remove_prefix(line.size());
+    return Trim(line);
+}
+
+// Finds the value of a key; what stands before the first section belongs to the section "".
+bool FindValue(std::string_view text, std::string_view section, std::string_view key,
+               std::string_view *value)
+{
+    bool isInside = section.empty();
+    while (!text.empty()) {
+        const std::string_view line = TakeLine(&text);
+        if (line.starts_with(';'))
+            continue;
+        const size_t end = line.starts_with('[') ? line.find(']') : std::string_view::npos;
+        if (end != std::string_view::npos) {
+            if (isInside)
+                return false;
+            isInside = IsSameName(Trim(line.substr(1, end - 1)), section);
+            continue;
+        }
+        const size_t equals = line.find('=');
+        if (!isInside || equals == std::string_view::npos ||
+            !IsSameName(Trim(line.substr(0, equals)), key))
+            continue;
+        *value = Trim(line.substr(equals + 1));
+        const size_t length = value->size();
+        if (length >= 2 && value->front() == value->back() &&
+            (value->front() == '"' || value->front() == '\''))
+            *value = value->substr(1, length - 2);
+        return true;
+    }
+    return false;
+}
+
+bool Exists(const std::string &path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0;
+}
+
+// The path to read in place of one that may be missing in the user's folder.
+std::string FindSettingsFile(const std::string &path)
+{
+    const std::string user = UserConfigFolder() + '/';
+    if (user == "/" || !path.starts_with(user) || Exists(path))
+        return path;
+    const std::string relative = path.substr(user.size());
+    for (const std::string &folder : SystemConfigFolders())
+        if (Exists(folder + '/' + relative))
+            return folder + '/' + relative;
+    const std::string program = ProgramPath();
+    return program.substr(0, program.rfind('/') + 1) + relative;
+}
+
+} // namespace
+
+DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
+                                      DWORD size, LPCSTR file)
+{
+    if (section == nullptr || key == nullptr || text == nullptr || size == 0 || file == nullptr)
+        return 0;
+    size_t length = 0;
+    const FileBytes bytes = ReadWholeFile(FindSettingsFile(file).c_str(), &length);
+    std::string_view value;
+    if (bytes == nullptr ||
+        !FindValue({(const char *)bytes.get(), length}, Trim(section), Trim(key), &value)) {
+        value = fallback == nullptr ? "" : fallback;
+        value = value.substr(0, value.find_last_not_of(' ') + 1);
+    }
+    const size_t kept = std::min(value.size(), (size_t)size - 1);
+    std::copy_n(value.begin(), kept, text);
+    text[kept] = 0;
+    return (DWORD)kept;
+}

@@ -1,0 +1,90 @@
+// The temporary folder of this process, and names in it.
+#include "platform/win32/kernel.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+bool IsOwnFolder(const std::string &path)
+{
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == geteuid() && (status.st_mode & 077) == 0;
+}
+
+// Makes a folder that only the user can enter; empty on failure.
+std::string MakeOwnFolder()
+{
+    const char *chosen = getenv("TMPDIR");
+    for (const char *parent : {chosen, "/tmp"}) {
+        if (parent == nullptr || parent[0] != '/')
+            continue;
+        std::string path = std::string(parent) + "/quillmoor-XXXXXX";
+        if (mkdtemp(path.data()) != nullptr)
+            return path;
+    }
+    return "";
+}
+
+// The folder, from its first use to the end of the process that made it.
+struct TemporaryFolder {
+    std::string path;
+    pid_t maker = 0;
+
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        if (maker == getpid())
+            std::filesystem::remove_all(path, ignored);
+    }
+};
+
+const std::string &OwnFolder()
+{
+    static TemporaryFolder folder;
+    // The system's cleaner may have taken a folder that was not used for days.
+    if (folder.maker != getpid() || !IsOwnFolder(folder.path)) {
+        folder.path = MakeOwnFolder();
+        folder.maker = folder.path.empty() ? 0 : getpid();
+    }
+    return folder.path;
+}
+
+} // namespace
+
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
+{
+    const std::string &folder = OwnFolder();
+    if (folder.empty())
+        return 0;
+    const std::string text = folder + '/';
+    if (path == nullptr || text.size() >= size)
+        return (DWORD)text.size() + 1;
+    memcpy(path, text.c_str(), text.size() + 1);
+    return (DWORD)text.size();
+}
+
+UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
+{
+    struct stat status;
+    unique &= 0xFFFF;
+    if (folder == nullptr || prefix == nullptr || path == nullptr || unique == 0 ||
+        stat(folder, &status) != 0 || !S_ISDIR(status.st_mode))
+        return 0;
+    char number[8];
+    snprintf(number, sizeof number, "%X", unique);
+    std::string name = folder;
+    if (!name.empty() && name.back() != '/')
+        name += '/';
+    name += std::string(prefix, strnlen(prefix, 3)) + number + ".TMP";
+    if (name.size() >= MAX_PATH)
+        return 0;
+    memcpy(path, name.c_str(), name.size() + 1);
+    return unique;
+}

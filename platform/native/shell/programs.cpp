@@ -1,0 +1,60 @@
+// Starting a program by name, and the desktop's application for a file.
+#include "platform/native/kernel/process.h"
+#include "platform/win32/shell.h"
+
+#include <cstring>
+#include <strings.h>
+#include <sys/stat.h>
+
+namespace
+{
+
+// Windows' results: above 32 is success.
+HINSTANCE Result(intptr_t number)
+{
+    return reinterpret_cast<HINSTANCE>(number);
+}
+
+const intptr_t started = 33;
+const intptr_t fileNotFound = 2;
+const intptr_t accessDenied = 5;
+const intptr_t noAssociation = 31;
+
+bool EndsWith(const std::string &text, const char *end)
+{
+    const size_t length = strlen(end);
+    return text.size() > length && strcasecmp(text.c_str() + text.size() - length, end) == 0;
+}
+
+} // namespace
+
+HINSTANCE WINAPI ShellExecuteA(HWND, LPCSTR, LPCSTR file, LPCSTR parameters, LPCSTR, int)
+{
+    std::string name = file == nullptr ? "" : file;
+    if (EndsWith(name, ".exe"))
+        name.resize(name.size() - strlen(".exe"));
+    const std::string program = FindProgram(name);
+    if (program.empty())
+        return Result(fileNotFound);
+    std::vector<std::string> arguments;
+    if (parameters != nullptr)
+        arguments.push_back(parameters);
+    return Result(StartProgram(program, arguments) ? started : accessDenied);
+}
+
+HINSTANCE WINAPI FindExecutableA(LPCSTR file, LPCSTR, LPSTR path)
+{
+    struct stat status;
+    path[0] = 0;
+    if (file == nullptr || stat(file, &status) != 0)
+        return Result(fileNotFound);
+    const bool isHtml = EndsWith(file, ".htm") || EndsWith(file, ".html");
+    const std::string ask = FindProgram("xdg-mime");
+    const std::string opener = FindProgram("xdg-open");
+    // xdg-open alone does not tell beforehand that nothing opens the file.
+    if (!isHtml || ask.empty() || opener.empty() || opener.size() >= MAX_PATH ||
+        AskProgram(ask, {"query", "default", "text/html"}).empty())
+        return Result(noAssociation);
+    strcpy(path, opener.c_str());
+    return Result(started);
+}
