@@ -152,9 +152,10 @@ static void AnswerMenu(HMENU menu, POINT, HWND)
     ReportMenuClosed(NextAnswer(items).id);
 }
 
-static void TellFrame(HWND, RECT *around)
+static void TellFrame(HWND window, RECT *around)
 {
-    *around = {4, 46, 4, 4};
+    const bool hasCaption = WindowOf(window)->style & WS_CAPTION;
+    *around = hasCaption ? RECT{4, 46, 4, 4} : RECT{};
 }
 
 static void TellScreen(SIZE *size)

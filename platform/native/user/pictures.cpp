@@ -16,7 +16,7 @@
 namespace
 {
 
-HandleTable<Picture, HandleKind::Icon> pictures;
+HandleTable<ImagePixels, HandleKind::Icon> pictures;
 
 // What was loaded before: the same name gives the same handle.
 struct Loaded {
@@ -74,7 +74,7 @@ WORD ChooseOfGroup(const Bytes &group, bool isCursor)
 
 // The picture is a DIB of twice its height, whose lower half in the file is the colours, the upper
 // a mask: 1 is transparent. 32-bit colours bring their own transparency.
-bool DecodePicture(const Bytes &dib, Picture *picture)
+bool DecodePicture(const Bytes &dib, ImagePixels *picture)
 {
     DibLayout layout;
     if (!dib.data || !ReadDibLayout(dib.data, dib.size, &layout) || layout.isRunLength ||
@@ -111,7 +111,7 @@ bool DecodePicture(const Bytes &dib, Picture *picture)
     return true;
 }
 
-bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, Picture *picture)
+bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
 {
     const Bytes group = FindBytes(instance, name, isCursor ? groupCursorType : groupIconType);
     const WORD id = ChooseOfGroup(group, isCursor);
@@ -126,7 +126,7 @@ bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, Picture *pictur
 }
 
 // The desktop's information icon: a blue disc with a white letter i.
-void DrawInformationSign(Picture *picture)
+void DrawInformationSign(ImagePixels *picture)
 {
     constexpr int middle = iconSide / 2;
     picture->width = picture->height = iconSide;
@@ -151,7 +151,7 @@ HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
         if (loaded.instance == instance && loaded.isCursor == isCursor &&
             strcasecmp(loaded.name.c_str(), key.c_str()) == 0)
             return loaded.handle;
-    Picture picture = {};
+    ImagePixels picture = {};
     if (!instance && isCursor)
         picture.systemCursor = static_cast<int>(reinterpret_cast<uintptr_t>(name));
     else if (!instance)
@@ -165,7 +165,7 @@ HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
 
 } // namespace
 
-const Picture *PictureOf(HICON handle)
+const ImagePixels *PictureOf(HICON handle)
 {
     return pictures.Find(handle);
 }

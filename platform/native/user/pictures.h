@@ -5,7 +5,7 @@
 
 #include "platform/win32/user.h"
 
-struct Picture {
+struct ImagePixels {
     int width;
     int height;
     int hotX; // of a cursor
@@ -15,7 +15,7 @@ struct Picture {
 };
 
 // The picture behind an icon's or cursor's handle; NULL for a dead one.
-const Picture *PictureOf(HICON handle);
+const ImagePixels *PictureOf(HICON handle);
 
 // The mouse is over a window of a class with this cursor (NULL: the desktop's own), which shows it.
 void NoteClassCursor(HCURSOR cursor);

@@ -27,7 +27,7 @@ void MakeStatic(HWND control)
             LoadIconA(record->instance,
                       name[0] == '#' ? MAKEINTRESOURCEA(atoi(name.c_str() + 1)) : name.c_str());
     }
-    const Picture *picture = PictureOf(state->icon);
+    const ImagePixels *picture = PictureOf(state->icon);
     record->state = std::move(state);
     if (picture)
         MoveWindow(control, record->rect.left, record->rect.top, picture->width, picture->height,
@@ -35,7 +35,7 @@ void MakeStatic(HWND control)
 }
 
 // Draws a picture over what is there, by its transparency, in whole memory pixels.
-void DrawPicture(const Picture &picture, const PixelSurface &surface)
+void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
 {
     for (int y = 0; y < std::min(picture.height, surface.height); ++y)
         for (int x = 0; x < std::min(picture.width, surface.width); ++x) {
@@ -86,7 +86,7 @@ void PaintStatic(HWND control)
     RECT all;
     GetClientRect(control, &all);
     FillRect(painting.dc, &all, brush);
-    if (const Picture *picture = PictureOf(state->icon))
+    if (const ImagePixels *picture = PictureOf(state->icon))
         DrawPicture(*picture, WindowOf(control)->pixels.surface);
     else if ((WindowOf(control)->style & typeMask) != SS_ICON)
         DrawLines(control, painting.dc, all);
