@@ -48,8 +48,7 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
         ->type_name("DIR");
     save->add_option("--category", options->categories, "Save only this kind; may be repeated")
         ->type_name("bitmap|icon|string|binary")
-        ->take_all()
-        ->expected(1)
+        ->allow_extra_args(false)
         ->transform(CLI::CheckedTransformer(categories, CLI::ignore_case).description(""));
     save->add_flag("--force", options->force, "Replace files that are there already");
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");

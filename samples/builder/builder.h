@@ -41,17 +41,17 @@ struct SectionDescription {
 };
 
 struct ExecutableDescription {
-    std::vector<ResourceDescription> resources;
+    std::vector<ResourceDescription> resources = {};
     // Types that are listed with no resource below them.
-    std::vector<ResourceId> emptyTypes;
+    std::vector<ResourceId> emptyTypes = {};
     // Types, names and languages stay in the order of their first mention (texts still go before
     // numbers); otherwise they are sorted, as loaders want them.
     bool keepOrder = false;
 
     // PE only
-    bool is64 = false;                              // PE32+ for x86_64 instead of PE32 for i386
-    std::string sectionName = ".rsrc";              // of the resources
-    std::vector<SectionDescription> sectionsBefore; // stand before the resources' section
+    bool is64 = false;                 // PE32+ for x86_64 instead of PE32 for i386
+    std::string sectionName = ".rsrc"; // of the resources
+    std::vector<SectionDescription> sectionsBefore = {}; // stand before the resources' section
     uint64_t imageBase = 0x10000000;
 
     // NE only; data offsets and lengths are 16-bit counts of 1 << alignmentShift bytes

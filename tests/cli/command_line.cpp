@@ -1,0 +1,256 @@
+#include "cli/command_line.h"
+#include "cli/file_names.h"
+#include "samples/builder/builder.h"
+#include "tests/support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+struct ToolRun {
+    ExitStatus status;
+    std::string out;
+    std::string err;
+};
+
+static ToolRun RunTool(const TempFolder &folder, const Lines &arguments)
+{
+    ToolRun run;
+    const fs::path outPath = folder.path / "standard output",
+                   errPath = folder.path / "standard error";
+    FILE *out = fopen(outPath.string().c_str(), "wb");
+    FILE *err = fopen(errPath.string().c_str(), "wb");
+    run.status = RunCommandLine(arguments, out, err);
+    fclose(out);
+    fclose(err);
+    const Bytes outBytes = ReadFile(outPath), errBytes = ReadFile(errPath);
+    run.out.assign(outBytes.begin(), outBytes.end());
+    run.err.assign(errBytes.begin(), errBytes.end());
+    fs::remove(outPath);
+    fs::remove(errPath);
+    return run;
+}
+
+static Bytes Text(std::string_view text)
+{
+    Bytes bytes;
+    AddText(bytes, text);
+    return bytes;
+}
+
+static BuiltExecutable BuildFour()
+{
+    return BuildPe({.resources = {{2, 10, Text("ten")},
+                                  {2, 2, Text("two")},
+                                  {10, u"T\u00C9\u4E00", Text("RIFF????WAVE")},
+                                  {6, 7, MakeStringBlock({u"Hello"})}}});
+}
+
+static const char *const fourListed = "BINARY DATA\n"
+                                      "  T\xC3\x89? (12 bytes)\n"
+                                      "BITMAP\n"
+                                      "  10 (3 bytes)\n"
+                                      "  2 (3 bytes)\n"
+                                      "STRING TABLE\n"
+                                      "  7 (42 bytes)\n";
+
+TEST(ListCommand, PrintsTheTree)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("a\xC3\xA9 b.dll", BuildFour().bytes);
+    const ToolRun one = RunTool(folder, {"list", path});
+    EXPECT_EQ(one.status, ExitDone);
+    EXPECT_EQ(one.out, fourListed);
+    EXPECT_EQ(one.err, "");
+    const ToolRun two = RunTool(folder, {"list", path, path});
+    EXPECT_EQ(two.out, path + "\n" + fourListed + path + "\n" + fourListed);
+}
+
+TEST(ListCommand, PrintsOneJsonObjectALine)
+{
+    const TempFolder folder;
+    const BuiltExecutable built = BuildFour();
+    const std::string path = folder.Write("four.dll", built.bytes);
+    const ToolRun run = RunTool(folder, {"list", "--json", path});
+    const std::string first = run.out.substr(0, run.out.find('\n'));
+    EXPECT_EQ(first, "{\"index\":0,\"category\":2,\"label\":\"BITMAP\",\"name\":\"2\",\"size\":3,"
+                     "\"fileOffset\":" +
+                         std::to_string(built.resources[1].data) + ",\"isWave\":false}");
+    EXPECT_NE(run.out.find("\"name\":\"T\xC3\x89?\",\"size\":12"), std::string::npos);
+    EXPECT_NE(run.out.find("\"isWave\":true"), std::string::npos);
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 4);
+    const ToolRun two = RunTool(folder, {"list", "--json", path, path});
+    EXPECT_NE(two.out.find("four.dll\"}\n"), std::string::npos);
+}
+
+TEST(ListCommand, TellsWhyAFileIsRefusedAndGoesOn)
+{
+    const TempFolder folder;
+    BuiltExecutable damaged = BuildFour();
+    PutU32(damaged.bytes, damaged.resources[1].dataEntry + 4, 0x7FFFFFFF);
+    const std::string good = folder.Write("good.dll", BuildFour().bytes);
+    const std::string bad = folder.Write("bad.dll", damaged.bytes);
+    const std::string text = folder.Write("text.txt", Text("text"));
+    const ToolRun run = RunTool(folder, {"list", text, bad, good, folder.Path("missing")});
+    EXPECT_EQ(run.status, ExitFailed);
+    EXPECT_EQ(run.out, good + "\n" + fourListed);
+    const std::string offset = std::to_string(damaged.resources[1].data);
+    const std::string told =
+        "quillmoor-cli: " + text +
+        ": It is not an executable: it does not begin with the letters MZ.\n"
+        "quillmoor-cli: " +
+        bad +
+        ": The file you have attempted to open appears to be corrupt or there was an error "
+        "allocating memory.\n"
+        "quillmoor-cli: " +
+        bad + ": The resource data at offset " + offset +
+        " do not lie in the file.\n"
+        "quillmoor-cli: " +
+        folder.Path("missing") + ": It cannot be opened: ";
+    EXPECT_EQ(run.err.substr(0, told.size()), told);
+
+    const ToolRun salvaged = RunTool(folder, {"list", "--salvage", bad});
+    EXPECT_EQ(salvaged.status, ExitDone);
+    EXPECT_NE(salvaged.out.find("  10 (3 bytes)\n"), std::string::npos);
+    EXPECT_NE(salvaged.err.find("The file is damaged"), std::string::npos);
+}
+
+TEST(CommandLine, TellsWrongUsageFromHelp)
+{
+    const TempFolder folder;
+    for (const Lines &wrong :
+         {Lines{}, Lines{"list"}, Lines{"save"}, Lines{"print", "x"},
+          Lines{"list", "--colour", "x"}, Lines{"save", "--category", "menu", "x"}}) {
+        const ToolRun run = RunTool(folder, wrong);
+        EXPECT_EQ(run.status, ExitUsage);
+        EXPECT_EQ(run.out, "");
+        EXPECT_NE(run.err, "");
+    }
+    for (const Lines &right : {Lines{"--help"}, Lines{"--version"}, Lines{"save", "--help"}}) {
+        const ToolRun run = RunTool(folder, right);
+        EXPECT_EQ(run.status, ExitDone);
+        EXPECT_NE(run.out, "");
+        EXPECT_EQ(run.err, "");
+    }
+}
+
+TEST(SaveCommand, WritesWhatIsAskedFor)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("four.dll", BuildFour().bytes);
+    EXPECT_EQ(RunTool(folder, {"save", "--output", folder.Path("all/of it"), path}).status,
+              ExitDone);
+    EXPECT_EQ(folder.Files(),
+              (Lines{"all/of it/BINARY DATA/T\xC3\x89%3F.WAV", "all/of it/BITMAP/10.BMP",
+                     "all/of it/BITMAP/2.BMP", "all/of it/STRING TABLE/7.TXT", "four.dll"}));
+    EXPECT_EQ(ReadFile(folder.path / "all/of it/STRING TABLE/7.TXT"), Text("7,\t\"Hello\"\r\n"));
+
+    fs::remove_all(folder.path / "all");
+    EXPECT_EQ(RunTool(folder, {"save", "--output", folder.Path("some"), "--category", "bitmap",
+                               "--category", "string", path, "2", "7", "t\xC3\xA9?"})
+                  .status,
+              ExitFailed); // the sound's name matches, but its category is not asked for
+    EXPECT_EQ(folder.Files(), (Lines{"four.dll", "some/BITMAP/2.BMP", "some/STRING TABLE/7.TXT"}));
+    const ToolRun unknown =
+        RunTool(folder, {"save", "--output", folder.Path("none"), path, "2", "unknown"});
+    EXPECT_EQ(unknown.status, ExitFailed);
+    EXPECT_NE(unknown.err.find("named unknown"), std::string::npos);
+}
+
+TEST(SaveCommand, ReplacesOnlyWhenForced)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("four.dll", BuildFour().bytes);
+    const Lines save = {"save", "--output", folder.Path("out"), path, "2"};
+    ASSERT_EQ(RunTool(folder, save).status, ExitDone);
+    folder.Write("out/BITMAP/2.BMP", Text("mine"));
+    const ToolRun again = RunTool(folder, save);
+    EXPECT_EQ(again.status, ExitFailed);
+    EXPECT_NE(again.err.find("2.BMP: The file is there already"), std::string::npos);
+    EXPECT_EQ(ReadFile(folder.path / "out/BITMAP/2.BMP"), Text("mine"));
+    Lines forced = save;
+    forced.push_back("--force");
+    EXPECT_EQ(RunTool(folder, forced).status, ExitDone);
+    EXPECT_EQ(ReadFile(folder.path / "out/BITMAP/2.BMP").size(), 17u);
+    EXPECT_EQ(folder.Files(), (Lines{"four.dll", "out/BITMAP/2.BMP"})); // nothing unfinished left
+}
+
+TEST(SaveCommand, LeavesTheFolderThroughNoNameAndNoLink)
+{
+    const TempFolder folder;
+    const std::string path =
+        folder.Write("hostile.dll", BuildPe({.resources = {{2, u"../../up", Text("a")},
+                                                           {2, u"/abs", Text("b")},
+                                                           {2, u"..", Text("c")},
+                                                           {2, u"C:\\x", Text("d")},
+                                                           {2, u"CON", Text("e")},
+                                                           {3, 1, Text("icon")}}})
+                                        .bytes);
+    fs::create_directories(folder.path / "out");
+    fs::create_directories(folder.path / "elsewhere");
+    std::error_code noLinks;
+    fs::create_directory_symlink(folder.path / "elsewhere", folder.path / "out/ICON", noLinks);
+    const ToolRun run = RunTool(folder, {"save", "--force", "--output", folder.Path("out"), path});
+    EXPECT_EQ(run.status, noLinks ? ExitDone : ExitFailed);
+    EXPECT_TRUE(fs::is_empty(folder.path / "elsewhere"));
+    Lines bitmaps;
+    for (const std::string &name : folder.Files())
+        if (name.find(".BMP") != std::string::npos)
+            bitmaps.push_back(name);
+    EXPECT_EQ(bitmaps,
+              (Lines{"out/BITMAP/%2Fabs.BMP", "out/BITMAP/%43ON.BMP", "out/BITMAP/..%2F..%2Fup.BMP",
+                     "out/BITMAP/...BMP", "out/BITMAP/C%3A%5Cx.BMP"}));
+}
+
+TEST(SaveCommand, ReplacesALinkItselfAndNotWhatItLeadsTo)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("four.dll", BuildFour().bytes);
+    folder.Write("precious", Text("precious"));
+    fs::create_directories(folder.path / "out/BITMAP");
+    std::error_code noLinks;
+    fs::create_symlink(folder.path / "precious", folder.path / "out/BITMAP/2.BMP", noLinks);
+    if (noLinks)
+        GTEST_SKIP() << "this system makes no links";
+    EXPECT_EQ(
+        RunTool(folder, {"save", "--force", "--output", folder.Path("out"), path, "2"}).status,
+        ExitDone);
+    EXPECT_EQ(ReadFile(folder.path / "precious"), Text("precious"));
+    EXPECT_FALSE(fs::is_symlink(folder.path / "out/BITMAP/2.BMP"));
+}
+
+TEST(FileNames, AreTakenByBothSystemsAndToldApart)
+{
+    const struct {
+        const char *name;
+        const char *encoded;
+    } cases[] = {
+        {"PICTURE", "PICTURE"},
+        {"a<b>:\"|?*", "a%3Cb%3E%3A%22%7C%3F%2A"},
+        {"tab\there", "tab%09here"},
+        {"nul", "%6Eul"},
+        {"Com1.x", "%43om1.x"},
+        {"COM10", "COM10"},
+        {"100%", "100%"},
+        {"\xC3\x89", "\xC3\x89"},
+    };
+    for (const auto &row : cases)
+        EXPECT_EQ(EncodeFileName(row.name), row.encoded);
+
+    NamesInFolder folder;
+    EXPECT_EQ(NextFileName(&folder, "A", ".BMP"), "A.BMP");
+    EXPECT_EQ(NextFileName(&folder, "a (2)", ".BMP"), "a (2).BMP");
+    EXPECT_EQ(NextFileName(&folder, "a", ".BMP"), "a (3).BMP");
+    EXPECT_EQ(NextFileName(&folder, "\xC3\x89", ".BMP"), "\xC3\x89.BMP");
+    EXPECT_EQ(NextFileName(&folder, "\xC3\xA9", ".BMP"), "\xC3\xA9 (2).BMP");
+
+    std::string longName = std::string(249, 'n');
+    for (int i = 0; i < 10; i++)
+        longName += "\xC3\xA9";
+    EXPECT_EQ(NextFileName(&folder, longName, ".ICO"),
+              std::string(249, 'n') + "\xC3\xA9" + ".ICO"); // 255 bytes, no half character
+    EXPECT_EQ(NextFileName(&folder, longName, ".ICO"), std::string(247, 'n') + " (2).ICO");
+    EXPECT_EQ(NextFileName(&folder, std::string(250, 'x') + "%2F", ".ICO"),
+              std::string(250, 'x') + ".ICO"); // no half escape
+}

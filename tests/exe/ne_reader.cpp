@@ -1,0 +1,105 @@
+#include "tests/support/reading.h"
+
+#include <gtest/gtest.h>
+
+using Lines = std::vector<std::string>;
+
+static Bytes Text(std::string_view text)
+{
+    Bytes bytes;
+    AddText(bytes, text);
+    return bytes;
+}
+
+TEST(NeReader, CataloguesTheKeptKindsInTableOrder)
+{
+    const BuiltExecutable built =
+        BuildNe({.resources = {{4, 1, Text("menu")},
+                               {2, 1, Text("picture of more than sixteen bytes")},
+                               {2, u"LOGO", Text("named")},
+                               {10, std::u16string(255, u'L'), Text("RIFF????WAVE")},
+                               {6, 1, MakeNeStringBlock({"text"})},
+                               {u"TYPE", 3, Text("of a named type")}},
+                 .keepOrder = true});
+    const Reading reading = ReadBytes(built.bytes);
+    EXPECT_EQ(reading.outcome, ProbeRead);
+    // A builder for the old format puts the named type before or after; only kept kinds show.
+    EXPECT_EQ(reading.entries,
+              (Lines{"BITMAP 1 48", "BITMAP LOGO 16",
+                     "BINARY DATA " + std::string(255, 'L') + " 16 wave", "STRING TABLE 1 32"}));
+    EXPECT_EQ(std::string(reading.data[0].begin(), reading.data[0].begin() + 34),
+              "picture of more than sixteen bytes");
+}
+
+TEST(NeReader, FailsAtTheFirstThingThatIsNotThere)
+{
+    const BuiltExecutable good =
+        BuildNe({.resources = {{2, 1, Text("picture")}, {4, 1, Text("menu")}, {10, 1, Text("raw")}},
+                 .keepOrder = true});
+    const struct {
+        const char *defect;
+        size_t offset;
+        unsigned value; // 16 bits
+        FailureKind failure;
+        size_t left;
+    } cases[] = {
+        {"resource table", good.header + 36, 0xFFFF, FailureTable, 0},
+        {"data of a menu, which is not kept", good.resources[1].entry, 0xFFFF, FailureData, 1},
+        {"length of a kept resource", good.resources[2].entry + 2, 0xFFFF, FailureData, 1},
+        {"resource count", good.resources[2].type.entry + 2, 0xFFFF, FailureData, 2},
+        {"alignment shift", good.table, 31, FailureNone, 0},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.defect);
+        Bytes bytes = good.bytes;
+        PutU16(bytes, row.offset, row.value);
+        const Reading reading = ReadBytes(bytes);
+        if (row.failure != FailureNone) {
+            EXPECT_EQ(reading.outcome, ProbeFailed);
+            EXPECT_EQ(reading.failure, row.failure);
+        }
+        EXPECT_EQ(reading.entries.size() >= row.left, true);
+    }
+}
+
+TEST(NeReader, FailsWithoutTheEndOfTheTable)
+{
+    const BuiltExecutable good = BuildNe({.resources = {{2, 1, Text("picture")}}});
+    Bytes bytes = good.bytes;
+    bytes.resize(good.resources[0].entry + 12);
+    const Reading reading = ReadBytes(bytes);
+    EXPECT_EQ(reading.outcome, ProbeFailed);
+}
+
+TEST(NeReader, StopsANameAtTheEndOfTheFile)
+{
+    const BuiltExecutable good = BuildNe({.resources = {{2, u"LOGO", Text("picture")}}});
+    Bytes bytes = good.bytes;
+    // A name string that begins two bytes before the end and says it is 200 long.
+    const size_t place = bytes.size() - 2;
+    bytes[place] = 200;
+    bytes[place + 1] = 'Z';
+    PutU16(bytes, good.resources[0].entry + 6, (unsigned)(place - good.table));
+    const Reading reading = ReadBytes(bytes);
+    EXPECT_EQ(reading.outcome, ProbeRead);
+    EXPECT_EQ(reading.entries, Lines{"BITMAP Z 16"});
+    // A length byte that lies past the end leaves the resource without a name.
+    PutU16(bytes, good.resources[0].entry + 6, (unsigned)(bytes.size() - good.table));
+    EXPECT_EQ(ReadBytes(bytes).entries, Lines{});
+}
+
+TEST(NeReader, SurvivesEveryCutAndEveryWildByte)
+{
+    const Bytes good =
+        BuildNe({.resources = {{2, 1, Text("picture")}, {3, u"ICON", Text("icon")}}}).bytes;
+    for (size_t length = 0; length < good.size(); length++)
+        EXPECT_LE(ReadBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length)).entries.size(),
+                  2u);
+    for (size_t at = 60; at < good.size(); at++) {
+        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
+            Bytes bytes = good;
+            bytes[at] = (unsigned char)value;
+            EXPECT_LE(ReadBytes(bytes).entries.size(), 70000u);
+        }
+    }
+}

@@ -1,0 +1,230 @@
+#include "tests/support/reading.h"
+
+#include <gtest/gtest.h>
+
+using Lines = std::vector<std::string>;
+
+static Bytes Text(std::string_view text)
+{
+    Bytes bytes;
+    AddText(bytes, text);
+    return bytes;
+}
+
+static BuiltExecutable BuildThree()
+{
+    return BuildPe(
+        {.resources = {{2, 1, Text("picture")}, {3, 5, Text("icon")}, {10, u"DATA", Text("raw")}}});
+}
+
+TEST(PeReader, CataloguesTheKeptKindsInDirectoryOrder)
+{
+    Bytes wave;
+    AddText(wave, "riFF????wAVe and more");
+    const Reading reading =
+        ReadBytes(BuildPe({.resources = {{14, 1, Text("group")},
+                                         {10, u"TUNE", wave},
+                                         {10, u"NOTE", Text("RIFF????WAV")},
+                                         {6, 7, MakeStringBlock({u"text"})},
+                                         {16, 1, Text("version")},
+                                         {2, 2, Text("second")},
+                                         {2, 1, Text("first")},
+                                         {u"BITMAP", 9, Text("of a named type")},
+                                         {240, 9, Text("of type F0")},
+                                         {3, 1, Text("icon")},
+                                         {2, u"MYLOGO", Text("named")}}})
+                      .bytes);
+    EXPECT_EQ(reading.outcome, ProbeRead);
+    EXPECT_EQ(reading.entries,
+              (Lines{"BITMAP MYLOGO 5", "BITMAP 1 5", "BITMAP 2 6", "ICON 1 4", "STRING TABLE 7 40",
+                     "BINARY DATA NOTE 11", "BINARY DATA TUNE 21 wave"}));
+    EXPECT_EQ(reading.data[1], Text("first"));
+    EXPECT_EQ(reading.data[6], wave);
+}
+
+TEST(PeReader, TakesTheFirstLanguageOfAName)
+{
+    const Reading reading = ReadBytes(
+        BuildPe({.resources = {{2, 1, Text("German"), 0x407}, {2, 1, Text("English"), 0x409}}})
+            .bytes);
+    ASSERT_EQ(reading.entries, Lines{"BITMAP 1 6"});
+    EXPECT_EQ(reading.data[0], Text("German"));
+}
+
+TEST(PeReader, TurnsNamesIntoTexts)
+{
+    const std::u16string longName(300, u'N');
+    const Reading reading =
+        ReadBytes(BuildPe({.resources = {{2, longName, Text("a")},
+                                         {2, u"", Text("nameless")},
+                                         {2, u"\u00C9T\u00C9 \u4E00", Text("b")},
+                                         {2, 65535, Text("c")}},
+                           .keepOrder = true})
+                      .bytes);
+    EXPECT_EQ(reading.outcome, ProbeRead);
+    EXPECT_EQ(reading.entries, (Lines{"BITMAP " + std::string(260, 'N') + " 1",
+                                      "BITMAP \xC9T\xC9 ? 1", "BITMAP 65535 1"}));
+}
+
+TEST(PeReader, KeepsAResourceOfNoLength)
+{
+    const Reading reading =
+        ReadBytes(BuildPe({.resources = {{2, 1, Bytes()}, {10, 1, Text("data")}}}).bytes);
+    EXPECT_EQ(reading.outcome, ProbeRead);
+    EXPECT_EQ(reading.entries, (Lines{"BITMAP 1 0", "BINARY DATA 1 4"}));
+}
+
+TEST(PeReader, FindsTheSectionByItsNameAlone)
+{
+    const struct {
+        const char *section;
+        bool is64;
+        FailureKind failure;
+        const char *reason;
+    } cases[] = {
+        {".rsrc", false, FailureNone, ""},
+        {".RSRC", false, FailureNone, ""},
+        {".rsrc1", false, FailureNoSection,
+         "It has no section named .rsrc; its resources are in the section .rsrc1."},
+        {".data", false, FailureNoSection,
+         "It has no section named .rsrc; its resources are in the section .data."},
+        {".rsrc", true, Failure64Bit,
+         "It is a 64-bit image; only 32-bit PE and 16-bit NE files are read."},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(std::string(row.section) + (row.is64 ? " 64" : ""));
+        const Reading reading = ReadBytes(BuildPe({.resources = {{2, 1, Text("picture")}},
+                                                   .is64 = row.is64,
+                                                   .sectionName = row.section,
+                                                   .sectionsBefore = {{".text", Text("code")}}})
+                                              .bytes);
+        EXPECT_EQ(reading.failure, row.failure);
+        EXPECT_EQ(reading.entries.size(), row.failure == FailureNone ? 1u : 0u);
+        if (row.failure != FailureNone) {
+            EXPECT_EQ(reading.reason, row.reason);
+        }
+    }
+}
+
+TEST(PeReader, SkipsWhatLiesOutsideAndFails)
+{
+    const uint32_t far = 0x7FFFFFF0;
+    const BuiltExecutable good = BuildThree();
+    const ResourcePlaces &icon = good.resources[1];
+    const ResourcePlaces &data = good.resources[2];
+    const struct {
+        const char *defect;
+        size_t offset;
+        uint32_t value;
+        FailureKind failure;
+        Lines left;
+    } cases[] = {
+        {"type directory",
+         icon.type.entry + 4,
+         far | 0x80000000,
+         FailureDirectory,
+         {"BITMAP 1 7", "BINARY DATA DATA 3"}},
+        {"language directory",
+         icon.entry + 4,
+         far | 0x80000000,
+         FailureDirectory,
+         {"BITMAP 1 7", "BINARY DATA DATA 3"}},
+        {"entry count",
+         icon.directory + 12,
+         0xFFFFFFFF,
+         FailureDirectoryEntry,
+         {"BITMAP 1 7", "ICON 5 4", "BINARY DATA DATA 3"}},
+        {"name", data.entry, far | 0x80000000, FailureName, {"BITMAP 1 7", "ICON 5 4"}},
+        {"data entry",
+         icon.languageEntry + 4,
+         far,
+         FailureDataEntry,
+         {"BITMAP 1 7", "BINARY DATA DATA 3"}},
+        {"data address",
+         icon.dataEntry,
+         0xFFFFFFF0,
+         FailureData,
+         {"BITMAP 1 7", "BINARY DATA DATA 3"}},
+        {"data size",
+         icon.dataEntry + 4,
+         0xFFFFFFFF,
+         FailureData,
+         {"BITMAP 1 7", "BINARY DATA DATA 3"}},
+        {"section start", good.sectionHeader + 20, far, FailureDirectory, {}},
+        {"header offset", 60, (uint32_t)good.bytes.size() - 247, FailureNewHeader, {}},
+        {"signature", good.header, 0x00014550, FailureHeaders, {}},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.defect);
+        Bytes bytes = good.bytes;
+        PutU32(bytes, row.offset, row.value);
+        const Reading reading = ReadBytes(bytes);
+        EXPECT_NE(reading.outcome, ProbeRead);
+        EXPECT_EQ(reading.failure, row.failure);
+        EXPECT_EQ(reading.entries, row.left);
+    }
+}
+
+TEST(PeReader, EndsOnDirectoriesThatHoldThemselves)
+{
+    const BuiltExecutable good = BuildThree();
+    const ResourcePlaces &icon = good.resources[1];
+    // The icon's directory of languages names the root, so the walk goes down without end.
+    Bytes bytes = good.bytes;
+    PutU32(bytes, icon.languageEntry + 4, 0x80000000);
+    const Reading reading = ReadBytes(bytes);
+    EXPECT_EQ(reading.outcome, ProbeFailed);
+    EXPECT_LE(reading.entries.size(), 100u);
+
+    // Seven levels of a thousand entries that all name the next level: a walk to the end of it
+    // would visit 10^21 directories.
+    Bytes section;
+    for (unsigned level = 0; level < 7; level++) {
+        section.resize(section.size() + 12);
+        AddU16(section, 0);
+        AddU16(section, 1000);
+        for (unsigned i = 0; i < 1000; i++) {
+            AddU32(section, 0x70000000 + i);
+            AddU32(section, 0x80000000 | (level + 1) * 8016);
+        }
+    }
+    section.resize(section.size() + 16);
+    bytes = BuildPe({.resources = {{10, 1, section}}}).bytes;
+    // The section header of the data's own place makes the tower the root.
+    const BuiltExecutable tower = BuildPe({.resources = {{10, 1, section}}});
+    PutU32(bytes, tower.sectionHeader + 20, (uint32_t)tower.resources[0].data);
+    EXPECT_EQ(ReadBytes(bytes).failure, FailureDirectoryCount);
+}
+
+TEST(PeReader, RefusesDataThatAreNamedOverAndOver)
+{
+    const size_t size = 130u << 20;
+    ExecutableDescription description;
+    description.resources.push_back({10, 1, Bytes(size)});
+    for (int i = 2; i <= 5; i++)
+        description.resources.push_back({10, i, Text("small")});
+    BuiltExecutable built = BuildPe(description);
+    for (const ResourcePlaces &places : built.resources) {
+        PutU32(built.bytes, places.dataEntry, GetU32(built.bytes, built.resources[0].dataEntry));
+        PutU32(built.bytes, places.dataEntry + 4, (uint32_t)size);
+    }
+    const Reading reading = ReadBytes(built.bytes);
+    EXPECT_EQ(reading.failure, FailureKeptBytes);
+    EXPECT_EQ(reading.entries.size(), 4u); // 4 x 130 MiB is below four times the file
+}
+
+// Whatever a file holds, reading it ends and stays inside it (the sanitizer watches).
+TEST(PeReader, SurvivesEveryCutAndEveryWildByte)
+{
+    const Bytes good = BuildThree().bytes;
+    for (size_t length = 0; length < good.size(); length++)
+        EXPECT_LE(ReadBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length)).entries.size(),
+                  3u);
+    for (size_t at = 60; at < good.size(); at++) {
+        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
+            Bytes bytes = good;
+            bytes[at] = (unsigned char)value;
+            EXPECT_LE(ReadBytes(bytes).entries.size(), 1000u);
+        }
+    }
+}

@@ -1,0 +1,101 @@
+#include "exe/tree_items.h"
+#include "tests/support/reading.h"
+
+#include <gtest/gtest.h>
+
+static Bytes Text(std::string_view text)
+{
+    Bytes bytes;
+    AddText(bytes, text);
+    return bytes;
+}
+
+TEST(Probe, TellsWhatAFileIs)
+{
+    Bytes other = BuildPe({.resources = {{2, 1, Text("picture")}}}).bytes;
+    other[GetU32(other, 60)] = 'L';
+    const Bytes nothingKept =
+        BuildPe({.resources = {{16, 1, Text("version")}, {24, 1, Text("manifest")}}}).bytes;
+    const struct {
+        const char *name;
+        Bytes bytes;
+        ProbeOutcome outcome;
+        std::vector<UINT> messages;
+        const char *reason;
+    } cases[] = {
+        {"empty",
+         {},
+         ProbeNotExecutable,
+         {},
+         "It is not an executable: it does not begin with the letters MZ."},
+        {"one byte",
+         Text("M"),
+         ProbeNotExecutable,
+         {},
+         "It is not an executable: it does not begin with the letters MZ."},
+        {"text",
+         Text("A text file"),
+         ProbeNotExecutable,
+         {},
+         "It is not an executable: it does not begin with the letters MZ."},
+        {"two bytes",
+         Text("MZ"),
+         ProbeNotStandard,
+         {100},
+         "The header at offset 60 is neither NE nor PE."},
+        {"another header",
+         other,
+         ProbeNotStandard,
+         {100},
+         "The header at offset 128 is neither NE nor PE but LE."},
+        {"no resource",
+         BuildPe({.resources = {}}).bytes,
+         ProbeRead,
+         {112},
+         "It holds no resources."},
+        {"nothing kept",
+         nothingKept,
+         ProbeRead,
+         {112},
+         "It holds only resources of kinds that are not kept: version, manifest."},
+        {"no section",
+         BuildPe({.resources = {{2, 1, Text("x")}}, .sectionName = ".data"}).bytes,
+         ProbeFailed,
+         {101, 112},
+         "It has no section named .rsrc; its resources are in the section .data."},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.name);
+        const Reading reading = ReadBytes(row.bytes);
+        EXPECT_EQ(reading.outcome, row.outcome);
+        EXPECT_EQ(reading.reason, row.reason);
+        UINT ids[2];
+        const int count = ProbeMessageIds(reading.outcome, (LONG)reading.entries.size(), ids);
+        EXPECT_EQ(std::vector<UINT>(ids, ids + count), row.messages);
+    }
+}
+
+TEST(Catalog, GrowsByAppendingAndIsEmptyAfterRelease)
+{
+    ResourceCatalog catalog = {};
+    ResourceEntry entry = {};
+    ResourceEntry read;
+    EXPECT_EQ(GetEntry(catalog.entries, &read, 0), 0);
+    for (DWORD i = 0; i < 3; i++) {
+        entry.size = i;
+        entry.data = AllocateData(i);
+        ASSERT_EQ(AppendEntry(&catalog, &entry), 1);
+    }
+    EXPECT_EQ(catalog.count, 3);
+    EXPECT_GE(GlobalSize(catalog.entries), 3 * sizeof(ResourceEntry));
+    ASSERT_EQ(GetEntry(catalog.entries, &read, 2), 1);
+    EXPECT_EQ(read.size, 2u);
+    const HGLOBAL data = read.data;
+    EXPECT_NE(GlobalLock(data), nullptr);
+    GlobalUnlock(data);
+    ReleaseCatalog(&catalog);
+    EXPECT_EQ(catalog.entries, nullptr);
+    EXPECT_EQ(catalog.count, 0);
+    EXPECT_EQ(GlobalLock(data), nullptr);
+    ReleaseCatalog(&catalog);
+}

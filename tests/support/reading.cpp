@@ -1,0 +1,27 @@
+#include "tests/support/reading.h"
+
+#include "exe/tree_items.h"
+#include "tests/support/temp_folder.h"
+
+Reading ReadBytes(const Bytes &bytes)
+{
+    Reading reading = {};
+    FILE *file = OpenContent(bytes);
+    reading.outcome = ProbeFile(nullptr, file);
+    fclose(file);
+    reading.failure = NotedFailure();
+    char reason[REASON_SIZE];
+    DescribeFailure(reason);
+    reading.reason = reason;
+    ResourceEntry entry;
+    for (LONG i = 0; i < openCatalog.count; i++) {
+        GetEntry(openCatalog.entries, &entry, i);
+        reading.entries.push_back(std::string(CategoryLabel(entry.category)) + " " + entry.name +
+                                  " " + std::to_string(entry.size) + (entry.isWave ? " wave" : ""));
+        const BYTE *data = (const BYTE *)GlobalLock(entry.data);
+        reading.data.emplace_back(data, data + entry.size);
+        GlobalUnlock(entry.data);
+    }
+    ReleaseCatalog(&openCatalog);
+    return reading;
+}

@@ -1,0 +1,20 @@
+// Reads an executable that a test made, and tells what was catalogued.
+#pragma once
+
+#include "exe/probe.h"
+#include "exe/refusal.h"
+#include "samples/builder/builder.h"
+
+#include <string>
+#include <vector>
+
+struct Reading {
+    ProbeOutcome outcome;
+    FailureKind failure;
+    std::string reason;
+    std::vector<std::string> entries; // "CATEGORY NAME SIZE", and " wave" for a sound
+    std::vector<Bytes> data;
+};
+
+// Reads the bytes with no tree; the catalogue is empty again afterwards.
+Reading ReadBytes(const Bytes &bytes);

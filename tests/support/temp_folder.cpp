@@ -1,0 +1,73 @@
+#include "tests/support/temp_folder.h"
+
+#include "platform/files.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+static fs::path FromUtf8(const std::string &text)
+{
+    return fs::path(std::u8string(text.begin(), text.end()));
+}
+
+static std::string ToUtf8(const fs::path &path)
+{
+    const std::u8string text = path.generic_u8string();
+    return std::string(text.begin(), text.end());
+}
+
+TempFolder::TempFolder()
+{
+    static std::atomic<int> count;
+    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+    path = fs::temp_directory_path() /
+           ("quillmoor-" + std::to_string(now) + "-" + std::to_string(count++));
+    fs::create_directories(path);
+}
+
+TempFolder::~TempFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+}
+
+std::string TempFolder::Path(const std::string &name) const
+{
+    return ToUtf8(path / FromUtf8(name));
+}
+
+std::string TempFolder::Write(const std::string &name, const Bytes &bytes) const
+{
+    std::ofstream stream(path / FromUtf8(name), std::ios::binary);
+    stream.write((const char *)bytes.data(), (std::streamsize)bytes.size());
+    return Path(name);
+}
+
+std::vector<std::string> TempFolder::Files() const
+{
+    std::vector<std::string> names;
+    for (const auto &entry : fs::recursive_directory_iterator(path))
+        if (!entry.is_directory())
+            names.push_back(ToUtf8(entry.path().lexically_relative(path)));
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Bytes ReadFile(const fs::path &path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(stream), {});
+}
+
+FILE *OpenContent(const Bytes &bytes)
+{
+    static TempFolder folder;
+    static int count;
+    const std::string path = folder.Write(std::to_string(count++), bytes);
+    return OpenForReading(path.c_str());
+}
