@@ -67,11 +67,14 @@ static WriteOutcome WriteLines(FILE *stream, const ResourceEntry *entry, const B
     DWORD number =
         (DWORD)std::clamp<long long>(strtoll(entry->name, nullptr, 10), INT_MIN, INT_MAX);
     char text[STRING_TEXT_LENGTH + 1];
+    char line[STRING_TEXT_LENGTH + 20];
     StringBlock block = {data, entry->size, 0};
     WriteOutcome outcome = WriteDone;
     while (NextString(&block, text)) {
         EscapeControlChars(text);
-        if (fprintf(stream, "%d,\t\"%s\"\r\n", (int)number, text) < 0)
+        const int length = snprintf(line, sizeof line, "%d,\t\"%s\"\r\n", (int)number, text);
+        // Not fprintf: on Windows its result does not tell of a failed write.
+        if (WriteBytes(stream, line, (size_t)length) != WriteDone)
             outcome = WriteShort;
         number++;
     }

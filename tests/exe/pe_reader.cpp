@@ -108,7 +108,7 @@ TEST(PeReader, FindsTheSectionByItsNameAlone)
 
 TEST(PeReader, SkipsWhatLiesOutsideAndFails)
 {
-    const uint32_t far = 0x7FFFFFF0;
+    const uint32_t outside = 0x7FFFFFF0;
     const BuiltExecutable good = BuildThree();
     const ResourcePlaces &icon = good.resources[1];
     const ResourcePlaces &data = good.resources[2];
@@ -121,12 +121,12 @@ TEST(PeReader, SkipsWhatLiesOutsideAndFails)
     } cases[] = {
         {"type directory",
          icon.type.entry + 4,
-         far | 0x80000000,
+         outside | 0x80000000,
          FailureDirectory,
          {"BITMAP 1 7", "BINARY DATA DATA 3"}},
         {"language directory",
          icon.entry + 4,
-         far | 0x80000000,
+         outside | 0x80000000,
          FailureDirectory,
          {"BITMAP 1 7", "BINARY DATA DATA 3"}},
         {"entry count",
@@ -134,10 +134,10 @@ TEST(PeReader, SkipsWhatLiesOutsideAndFails)
          0xFFFFFFFF,
          FailureDirectoryEntry,
          {"BITMAP 1 7", "ICON 5 4", "BINARY DATA DATA 3"}},
-        {"name", data.entry, far | 0x80000000, FailureName, {"BITMAP 1 7", "ICON 5 4"}},
+        {"name", data.entry, outside | 0x80000000, FailureName, {"BITMAP 1 7", "ICON 5 4"}},
         {"data entry",
          icon.languageEntry + 4,
-         far,
+         outside,
          FailureDataEntry,
          {"BITMAP 1 7", "BINARY DATA DATA 3"}},
         {"data address",
@@ -150,7 +150,7 @@ TEST(PeReader, SkipsWhatLiesOutsideAndFails)
          0xFFFFFFFF,
          FailureData,
          {"BITMAP 1 7", "BINARY DATA DATA 3"}},
-        {"section start", good.sectionHeader + 20, far, FailureDirectory, {}},
+        {"section start", good.sectionHeader + 20, outside, FailureDirectory, {}},
         {"header offset", 60, (uint32_t)good.bytes.size() - 247, FailureNewHeader, {}},
         {"signature", good.header, 0x00014550, FailureHeaders, {}},
     };
