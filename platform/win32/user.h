@@ -3,6 +3,10 @@
 
 #include "platform/win32/types.h"
 
+// Where the window program starts; it defines this. commandLine is the text after the program's
+// name: on Linux the arguments joined by single spaces.
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int showCommand);
+
 // --- window classes ---
 
 // A window's procedure: answers every message that the window gets.

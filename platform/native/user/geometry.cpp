@@ -95,6 +95,10 @@ static bool SetRect(HWND window, const RECT &wanted)
     else
         record->rect = wanted;
     TellChange(record, WindowChange::Rect);
+    if (Window *parent = WindowOf(record->parent)) {
+        UncoverPart(parent, old);
+        UncoverPart(parent, record->rect);
+    }
     AnnounceSize(window, before);
     return true;
 }

@@ -106,8 +106,8 @@ void DropOverlay(Window *window)
     TellOverlay(window);
 }
 
-// Painting a part of a window uncovers it on every overlay above.
-static void Uncover(Window *window, RECT part)
+// On every overlay that lies above.
+void UncoverPart(Window *window, RECT part)
 {
     for (; window; window = WindowOf(window->parent)) {
         if (!window->overlay.covered.empty()) {
@@ -296,7 +296,7 @@ static RECT TakeInvalid(Window *window)
 
 static void TellPainted(Window *window, const RECT &part)
 {
-    Uncover(window, part);
+    UncoverPart(window, part);
     if (visible.painted)
         visible.painted(window->self, &part);
 }
@@ -344,5 +344,5 @@ void PaintElsewhere(HWND window)
 void ReportRepaint(HWND window)
 {
     if (Window *record = WindowOf(window))
-        Uncover(record, ClientRectOf(record));
+        UncoverPart(record, ClientRectOf(record));
 }

@@ -32,5 +32,6 @@ void PaintElsewhere(HWND window);
 // The visible half painted a window of its own anew, or scrolled it.
 void ReportRepaint(HWND window);
 
-// What GetDC drew above the window's children goes, all of it.
+// What GetDC drew above windows goes: all of it, or what lies over a part of the client area.
 void DropOverlay(Window *window);
+void UncoverPart(Window *window, RECT part);

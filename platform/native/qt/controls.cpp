@@ -1,0 +1,140 @@
+#include "platform/native/qt/controls.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/surfaces.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/control_font.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/painting.h"
+#include "platform/native/user/text_lines.h"
+#include "platform/win32/gdi.h"
+
+SurfaceWidget::SurfaceWidget(HWND shown, QWidget *parent) : QWidget(parent), window(shown)
+{
+    setPalette(LightPalette());
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoMousePropagation);
+}
+
+void SurfaceWidget::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    const Window *record = WindowOf(window);
+    if (!record || !record->pixels.surface.pixels) {
+        painter.fillRect(event->rect(), SystemColor(COLOR_BTNFACE));
+        return;
+    }
+    const PixelSurface &surface = record->pixels.surface;
+    if (surface.ratio != devicePixelRatioF())
+        InvalidateAll(window);
+    const RECT &around = record->around;
+    const bool hasBorder = record->parent && around.left > 0;
+    const QPoint origin = hasBorder ? QPoint(around.left, around.top) : QPoint();
+    const QRect pixels(origin, QSize(surface.width, surface.height));
+    if (!pixels.contains(event->rect()))
+        painter.fillRect(event->rect(), SystemColor(COLOR_BTNFACE));
+    painter.drawImage(origin, ImageOf(surface));
+    if (!hasBorder)
+        return;
+    painter.setPen(SystemColor(COLOR_WINDOWTEXT));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void SurfaceWidget::Report(UINT message, const QMouseEvent *event)
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return;
+    const RECT border = record->parent ? record->around : RECT{0, 0, 0, 0};
+    const QPoint place = event->position().toPoint();
+    ReportMouse(window, message, place.x() - border.left, place.y() - border.top);
+}
+
+void SurfaceWidget::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        Report(WM_LBUTTONDOWN, event);
+    else if (event->button() == Qt::RightButton)
+        Report(WM_RBUTTONDOWN, event);
+}
+
+void SurfaceWidget::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        Report(WM_LBUTTONUP, event);
+}
+
+void SurfaceWidget::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        Report(WM_LBUTTONDBLCLK, event);
+    else
+        mousePressEvent(event);
+}
+
+void SurfaceWidget::mouseMoveEvent(QMouseEvent *event)
+{
+    Report(WM_MOUSEMOVE, event);
+}
+
+void SurfaceWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Space)
+        ReportKey(window, VK_SPACE, false);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+OverlayWidget::OverlayWidget(HWND shown, QWidget *parent) : QWidget(parent), window(shown)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoSystemBackground);
+    hide();
+}
+
+void OverlayWidget::Follow()
+{
+    const Window *record = WindowOf(window);
+    const bool covers = record && !record->overlay.covered.empty();
+    setVisible(covers);
+    if (covers) {
+        raise();
+        update();
+    }
+}
+
+void OverlayWidget::paintEvent(QPaintEvent *)
+{
+    const Window *record = WindowOf(window);
+    if (!record || record->overlay.covered.empty())
+        return;
+    QRegion covered;
+    for (const RECT &part : record->overlay.covered)
+        covered += QRect(part.left, part.top, part.right - part.left, part.bottom - part.top);
+    QPainter painter(this);
+    painter.setClipRegion(covered);
+    painter.drawImage(QPoint(0, 0), ImageOf(record->overlay.pixels.surface));
+}
+
+PushButtonWidget::PushButtonWidget(HWND shown, QWidget *parent) : QPushButton(parent), window(shown)
+{
+    setPalette(LightPalette());
+    setCursor(Qt::ArrowCursor);
+    setAutoDefault(true);
+    FollowText();
+    connect(this, &QPushButton::clicked, this, [this] { ReportClick(window); });
+}
+
+void PushButtonWidget::FollowText()
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return;
+    setText(FromCodePage(record->text));
+    setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
+    setFont(QtFont(FontOf(window)));
+}

@@ -1,0 +1,318 @@
+#include "platform/native/qt/display.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QSessionManager>
+#include <memory>
+#include <strings.h>
+
+#include "platform/native/qt/file_choosers.h"
+#include "platform/native/qt/frames.h"
+#include "platform/native/qt/menu_bars.h"
+#include "platform/native/qt/pump.h"
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/surfaces.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/qt/tree_view.h"
+#include "platform/native/user/button.h"
+#include "platform/native/user/dialogs.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/text_lines.h"
+#include "platform/native/user/window_table.h"
+
+namespace
+{
+
+std::unique_ptr<QApplication> application;
+
+// --- windows ---
+
+bool IsOfClass(const Window *record, const char *name)
+{
+    return strcasecmp(record->windowClass->name.c_str(), name) == 0;
+}
+
+QWidget *MakeControl(HWND window, const Window *record)
+{
+    QWidget *parent = WidgetOf(record->parent);
+    if (!parent)
+        return nullptr;
+    if (IsOfClass(record, WC_TREEVIEWA))
+        return new TreeWidget(window, parent);
+    if (IsOfClass(record, "button") && !IsOwnerDrawn(window))
+        return new PushButtonWidget(window, parent);
+    auto *control = new SurfaceWidget(window, parent);
+    control->setCursor(Qt::ArrowCursor);
+    if (IsOfClass(record, "button")) {
+        control->setFocusPolicy(Qt::TabFocus);
+        control->setAccessibleName(QStringLiteral("Picture"));
+    } else {
+        control->setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
+    }
+    return control;
+}
+
+void OnWindowMade(HWND window)
+{
+    const Window *record = WindowOf(window);
+    if (!record->parent) {
+        const QWidget *owner = WidgetOf(record->owner);
+        auto *frame = new FrameWidget(window, owner ? owner->window() : nullptr);
+        EnterWidget(window, frame->Client());
+        return;
+    }
+    if (QWidget *control = MakeControl(window, record)) {
+        EnterWidget(window, control);
+        control->setGeometry(record->rect.left, record->rect.top,
+                             record->rect.right - record->rect.left,
+                             record->rect.bottom - record->rect.top);
+        control->hide();
+    }
+}
+
+void OnWindowGone(HWND window)
+{
+    QWidget *widget = WidgetOf(window);
+    FrameWidget *frame = FrameShowing(window);
+    if (widget)
+        DropWidget(window, frame ? frame : widget);
+}
+
+void FollowControl(QWidget *control, const Window *record, WindowChange change)
+{
+    const RECT &rect = record->rect;
+    switch (change) {
+    case WindowChange::Rect:
+        control->setGeometry(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+        break;
+    case WindowChange::Shown: control->setVisible(record->style & WS_VISIBLE); break;
+    case WindowChange::Enabled: control->setEnabled(!(record->style & WS_DISABLED)); break;
+    case WindowChange::Order: control->raise(); break;
+    case WindowChange::Text:
+        if (auto *button = dynamic_cast<PushButtonWidget *>(control))
+            button->FollowText();
+        else if (auto *tree = dynamic_cast<TreeWidget *>(control))
+            tree->FollowFont();
+        else if (!record->text.empty())
+            control->setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
+        break;
+    default: break;
+    }
+}
+
+void FollowFrame(FrameWidget *frame, WindowChange change)
+{
+    switch (change) {
+    case WindowChange::Rect: frame->FollowRect(); break;
+    case WindowChange::Text: frame->FollowText(); break;
+    case WindowChange::Shown: frame->FollowShown(); break;
+    case WindowChange::Menu: frame->FollowMenuStates(); break;
+    case WindowChange::Order: frame->raise(); break;
+    default: break; // a dialog's modality keeps its owner from input
+    }
+}
+
+void OnWindowChanged(HWND window, WindowChange change)
+{
+    QWidget *widget = WidgetOf(window);
+    if (!widget)
+        return;
+    if (change == WindowChange::Focus)
+        widget->setFocus(Qt::OtherFocusReason);
+    else if (FrameWidget *frame = FrameShowing(window))
+        FollowFrame(frame, change);
+    else
+        FollowControl(widget, WindowOf(window), change);
+}
+
+void OnFrameAround(HWND window, RECT *around)
+{
+    if (const FrameWidget *frame = FrameShowing(window))
+        *around = frame->Around();
+}
+
+void OnScreenSize(SIZE *size)
+{
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    *size = {screen.width(), screen.height()};
+}
+
+void OnCursorChanged(HCURSOR cursor)
+{
+    const ImagePixels *picture = PictureOf(cursor);
+    const bool isWait = picture && MAKEINTRESOURCEA(picture->systemCursor) == IDC_WAIT;
+    if (isWait && !QApplication::overrideCursor())
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else if (!isWait && QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+}
+
+// --- pictures ---
+
+double OnRatio(HWND window)
+{
+    const QWidget *widget = WidgetOf(window);
+    return widget ? widget->devicePixelRatioF() : 1;
+}
+
+void OnPainted(HWND window, const RECT *part)
+{
+    QWidget *widget = WidgetOf(window);
+    const Window *record = WindowOf(window);
+    if (!widget || !record)
+        return;
+    if (auto *tree = dynamic_cast<TreeWidget *>(widget))
+        tree->viewport()->update();
+    const RECT border = record->parent ? record->around : RECT{0, 0, 0, 0};
+    widget->update(part->left + border.left, part->top + border.top, part->right - part->left,
+                   part->bottom - part->top);
+}
+
+void OnOverlayChanged(HWND window)
+{
+    if (FrameWidget *frame = FrameShowing(window))
+        frame->FollowOverlay();
+}
+
+void TakeInTreeChanges()
+{
+    ForEachWidget([](HWND, QWidget *widget) {
+        if (auto *tree = dynamic_cast<TreeWidget *>(widget))
+            tree->TakeInChange();
+    });
+}
+
+void OnFlush(HWND window)
+{
+    const QWidget *widget = WidgetOf(window);
+    TakeInTreeChanges();
+    if (widget)
+        QCoreApplication::sendPostedEvents(widget->window(), QEvent::UpdateRequest);
+}
+
+void OnCompose(HWND window, const PixelSurface *surface)
+{
+    QWidget *widget = WidgetOf(window);
+    if (!widget)
+        return;
+    QImage image = ImageOf(*surface);
+    widget->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+}
+
+void OnTreeChanged(HWND window)
+{
+    if (auto *tree = dynamic_cast<TreeWidget *>(WidgetOf(window)))
+        tree->NoteChange();
+}
+
+// --- what the user does ---
+
+// The window manager may tell a frame's widths at any time.
+void AfterEvents()
+{
+    TakeInTreeChanges();
+    ForEachWidget([](HWND window, QWidget *) {
+        if (FrameWidget *frame = FrameShowing(window))
+            frame->ReportPlace();
+    });
+}
+
+// The keys that a dialog treats itself; 0 for others.
+int DialogKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return VK_TAB;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return VK_RETURN;
+    case Qt::Key_Escape: return VK_ESCAPE;
+    case Qt::Key_Left: return VK_LEFT;
+    case Qt::Key_Right: return VK_RIGHT;
+    case Qt::Key_Up: return VK_UP;
+    case Qt::Key_Down: return VK_DOWN;
+    default: return 0;
+    }
+}
+
+class DialogKeys : public QObject
+{
+  public:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress || !object->isWidgetType())
+            return false;
+        const auto *widget = static_cast<QWidget *>(object);
+        const HWND window = WindowShownBy(widget);
+        const Window *frame = FrameOf(WindowOf(window));
+        if (!frame || !IsOfClass(frame, DIALOG_CLASS))
+            return false;
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const int code = DialogKey(key->key());
+        if (code == 0)
+            return false;
+        ReportKey(window, code, key->key() == Qt::Key_Backtab);
+        return true;
+    }
+};
+
+void FillTable()
+{
+    visible.runEvents = RunQtEvents;
+    visible.wakeUp = WakeQt;
+    visible.windowMade = OnWindowMade;
+    visible.windowChanged = OnWindowChanged;
+    visible.windowGone = OnWindowGone;
+    visible.frameAround = OnFrameAround;
+    visible.screenSize = OnScreenSize;
+    visible.cursorChanged = OnCursorChanged;
+    visible.ratio = OnRatio;
+    visible.painted = OnPainted;
+    visible.overlayChanged = OnOverlayChanged;
+    visible.flush = OnFlush;
+    visible.compose = OnCompose;
+    visible.measureFont = MeasureFont;
+    visible.measureText = MeasureText;
+    visible.drawText = DrawTextLine;
+    visible.treeChanged = OnTreeChanged;
+    visible.showMenu = ShowPopupMenu;
+    visible.closeMenu = ClosePopupMenu;
+    visible.chooseFile = ChooseFile;
+}
+
+// Asks the program when the desktop's session is about to end.
+void AskEndOfSession(QSessionManager &session)
+{
+    const std::vector<HWND> windows = TopLevelWindows();
+    for (HWND window : windows)
+        if (WindowOf(window) && !SendMessageA(window, WM_QUERYENDSESSION, 0, 0))
+            session.cancel();
+}
+
+} // namespace
+
+void AttachDisplay(int *argc, char **argv)
+{
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    application = std::make_unique<QApplication>(*argc, argv);
+    application->setApplicationName(QStringLiteral("quillmoor"));
+    application->setDesktopFileName(QStringLiteral("quillmoor"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    application->installEventFilter(new DialogKeys);
+    QObject::connect(application.get(), &QApplication::focusChanged, application.get(),
+                     [](QWidget *, QWidget *now) { ReportFocus(WindowShownBy(now)); });
+    QObject::connect(application.get(), &QGuiApplication::commitDataRequest, application.get(),
+                     AskEndOfSession, Qt::DirectConnection);
+    afterQtEvents = AfterEvents;
+    FillTable();
+}
+
+void DetachDisplay()
+{
+    visible = {};
+    afterQtEvents = nullptr;
+    DeleteDropped();
+    application.reset();
+}

@@ -1,0 +1,136 @@
+#include "platform/native/qt/file_choosers.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <cstring>
+
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/geometry.h"
+#include "platform/native/user/queue.h"
+
+namespace
+{
+
+// The folder that the user chose from last.
+QString lastFolder;
+
+class Chooser : public QFileDialog
+{
+  public:
+    Chooser(QWidget *parent, const QString &offeredName, DWORD bytes)
+        : QFileDialog(parent), offered(offeredName), pathSize(bytes)
+    {
+        setOption(QFileDialog::DontUseNativeDialog);
+    }
+
+    QLineEdit *NameField() const
+    {
+        return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    }
+
+  protected:
+    void accept() override
+    {
+        const QLineEdit *field = NameField();
+        // A resource may be named like a path; only one that the user wrote is taken as such.
+        if (field && field->text() == offered && offered.contains(QLatin1Char('/'))) {
+            Refuse(QStringLiteral("A file name cannot hold \"/\". Please change the name."));
+            return;
+        }
+        const QStringList files = selectedFiles();
+        if (!files.isEmpty() &&
+            static_cast<DWORD>(QFile::encodeName(files[0]).size()) >= pathSize) {
+            Refuse(QStringLiteral("The path is too long: at most %1 bytes can be used.")
+                       .arg(pathSize - 1));
+            return;
+        }
+        QFileDialog::accept();
+    }
+
+  private:
+    void Refuse(const QString &text)
+    {
+        QMessageBox::warning(this, windowTitle(), text);
+    }
+
+    QString offered;
+    DWORD pathSize;
+};
+
+// "Description", "*.A;*.B" becomes "Description (*.A *.B)"; "*.*" is every file.
+QStringList FiltersOf(const char *pairs)
+{
+    QStringList filters;
+    while (*pairs) {
+        const QString description = FromCaption(pairs);
+        pairs += std::strlen(pairs) + 1;
+        QStringList patterns = FromCaption(pairs).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        pairs += std::strlen(pairs) + 1;
+        patterns.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
+        filters.append(QStringLiteral("%1 (%2)").arg(description, patterns.join(QLatin1Char(' '))));
+    }
+    return filters;
+}
+
+Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
+{
+    QWidget *client = WidgetOf(choice.owner);
+    const QString offered = FromCaption(choice.path);
+    auto *chooser = new Chooser(client ? client->window() : nullptr, offered, choice.pathSize);
+    chooser->setAcceptMode(choice.isSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    chooser->setFileMode(choice.isSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    chooser->setWindowModality(Qt::ApplicationModal);
+    if (!filters.isEmpty()) {
+        chooser->setNameFilters(filters);
+        const auto index = static_cast<qsizetype>(choice.filterIndex) - 1;
+        chooser->selectNameFilter(filters.value(index, filters.first()));
+    }
+    if (choice.folder)
+        chooser->setDirectory(QFile::decodeName(choice.folder));
+    else if (!lastFolder.isEmpty())
+        chooser->setDirectory(lastFolder);
+    if (QLineEdit *field = chooser->NameField())
+        field->setText(offered);
+    return chooser;
+}
+
+// Loops until the chooser closes by itself, or goes with its owner or the program.
+void Loop(const QPointer<Chooser> &chooser)
+{
+    while (chooser && chooser->isVisible()) {
+        MSG message;
+        const Taken taken = WaitForMessage(&message);
+        if (taken == Taken::Message)
+            DispatchMessageA(&message);
+        else if (taken == Taken::Quit)
+            return;
+    }
+}
+
+} // namespace
+
+bool ChooseFile(FileChoice *choice)
+{
+    const QStringList filters = FiltersOf(choice->filters);
+    const QPointer<Chooser> chooser = MakeChooser(*choice, filters);
+    SetTakesInput(choice->owner, false);
+    chooser->open();
+    Loop(chooser);
+    SetTakesInput(choice->owner, true);
+    if (!chooser)
+        return false;
+    const QStringList files = chooser->selectedFiles();
+    const bool isConfirmed = chooser->result() == QDialog::Accepted && !files.isEmpty();
+    if (isConfirmed) {
+        const QByteArray path = QFile::encodeName(files[0]);
+        std::memcpy(choice->path, path.constData(), static_cast<size_t>(path.size()) + 1);
+        choice->filterIndex =
+            static_cast<DWORD>(filters.indexOf(chooser->selectedNameFilter()) + 1);
+        lastFolder = chooser->directory().absolutePath();
+    }
+    DropLater(chooser);
+    return isConfirmed;
+}

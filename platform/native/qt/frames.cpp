@@ -1,0 +1,159 @@
+#include "platform/native/qt/frames.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QWindow>
+
+#include "platform/native/qt/menu_bars.h"
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/surfaces.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/geometry.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/pictures.h"
+
+static bool IsSizable(const Window *record)
+{
+    return (record->style & WS_OVERLAPPEDWINDOW) == WS_OVERLAPPEDWINDOW;
+}
+
+static Qt::WindowFlags FlagsFor(const Window *record)
+{
+    if (IsSizable(record))
+        return Qt::Window;
+    Qt::WindowFlags flags = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    if (record->style & WS_SYSMENU)
+        flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    return flags;
+}
+
+FrameWidget::FrameWidget(HWND shown, QWidget *owner)
+    : QWidget(owner, FlagsFor(WindowOf(shown))), window(shown), menuBar(nullptr),
+      client(new SurfaceWidget(shown, this)), overlay(new OverlayWidget(shown, this))
+{
+    const Window *record = WindowOf(window);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    if (GetMenu(window))
+        menuBar = MakeMenuBar(window, this);
+    if (owner)
+        setWindowModality(Qt::ApplicationModal);
+    if (const ImagePixels *icon = PictureOf(record->windowClass->icon))
+        setWindowIcon(QIcon(PixmapOf(*icon)));
+    const ImagePixels *cursor = PictureOf(record->windowClass->cursor);
+    if (cursor && !cursor->pixels.empty())
+        client->setCursor(QCursor(PixmapOf(*cursor), cursor->hotX, cursor->hotY));
+    client->setFocusPolicy(Qt::TabFocus);
+    FollowText();
+    FollowRect();
+}
+
+int FrameWidget::MenuHeight() const
+{
+    return menuBar ? menuBar->sizeHint().height() : 0;
+}
+
+RECT FrameWidget::Around() const
+{
+    const QMargins margins =
+        isVisible() && windowHandle() ? windowHandle()->frameMargins() : QMargins();
+    return {margins.left(), margins.top() + MenuHeight(), margins.right(), margins.bottom()};
+}
+
+void FrameWidget::LayOut()
+{
+    const int top = MenuHeight();
+    if (menuBar)
+        menuBar->setGeometry(0, 0, width(), top);
+    const QRect area(0, top, width(), std::max(0, height() - top));
+    client->setGeometry(area);
+    overlay->setGeometry(area);
+}
+
+void FrameWidget::FollowRect()
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return;
+    const SIZE size = ClientSizeOf(record);
+    const QSize outside(static_cast<int>(size.cx), static_cast<int>(size.cy) + MenuHeight());
+    if (QPoint(record->rect.left, record->rect.top) != pos())
+        move(record->rect.left, record->rect.top);
+    if (IsSizable(record))
+        resize(outside);
+    else
+        setFixedSize(outside.expandedTo({1, 1}));
+    LayOut();
+}
+
+void FrameWidget::ReportPlace()
+{
+    const Window *record = WindowOf(window);
+    if (!record || !isVisible() || isMinimized())
+        return;
+    const RECT around = Around();
+    const QPoint corner = pos();
+    const RECT outer = {corner.x(), corner.y(), corner.x() + around.left + width() + around.right,
+                        corner.y() + around.top + height() - MenuHeight() + around.bottom};
+    const auto isSame = [](const RECT &a, const RECT &b) {
+        return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+    };
+    if (!isSame(outer, record->rect) || !isSame(around, record->around))
+        ReportRect(window, outer, around);
+}
+
+void FrameWidget::resizeEvent(QResizeEvent *)
+{
+    LayOut();
+    ReportPlace();
+}
+
+void FrameWidget::moveEvent(QMoveEvent *)
+{
+    ReportPlace();
+}
+
+void FrameWidget::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    ReportClose(window);
+}
+
+void FrameWidget::FollowText()
+{
+    if (const Window *record = WindowOf(window))
+        setWindowTitle(FromCaption(record->text));
+}
+
+void FrameWidget::FollowShown()
+{
+    const Window *record = WindowOf(window);
+    if (!record)
+        return;
+    if (!(record->style & WS_VISIBLE)) {
+        hide();
+        return;
+    }
+    if (record->isMaximized)
+        showMaximized();
+    else
+        show();
+    if (record->owner)
+        activateWindow();
+}
+
+void FrameWidget::FollowMenuStates()
+{
+    if (menuBar)
+        FollowMenu(window, menuBar);
+}
+
+void FrameWidget::FollowOverlay()
+{
+    overlay->Follow();
+}
+
+FrameWidget *FrameShowing(HWND window)
+{
+    QWidget *widget = WidgetOf(window);
+    return widget ? dynamic_cast<FrameWidget *>(widget->parentWidget()) : nullptr;
+}

@@ -1,0 +1,102 @@
+#include "platform/native/qt/text.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStringDecoder>
+#include <map>
+#include <strings.h>
+#include <tuple>
+
+#include "platform/native/gdi/objects.h"
+#include "platform/native/qt/surfaces.h"
+#include "platform/win32/kernel.h"
+
+QString FromCodePage(const char *text, int bytes)
+{
+    std::u16string wide(static_cast<size_t>(std::max(bytes, 0)), 0);
+    const int length =
+        bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, text, bytes, wide.data(), bytes) : 0;
+    return QString::fromUtf16(wide.data(), length);
+}
+
+QString FromCodePage(const std::string &text)
+{
+    return FromCodePage(text.data(), static_cast<int>(text.size()));
+}
+
+QString FromCaption(const std::string &text)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString decoded =
+        decoder(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+    return decoder.hasError() ? FromCodePage(text) : decoded;
+}
+
+static QString FaceOf(const Font &font)
+{
+    if (strcasecmp(font.face.c_str(), "Courier New") == 0)
+        return QStringLiteral("Liberation Mono");
+    if (strcasecmp(font.face.c_str(), "MS Sans Serif") == 0)
+        return QStringLiteral("Liberation Sans");
+    return FromCodePage(font.face);
+}
+
+// A positive height is that of the whole cell: the largest face whose cell is not higher.
+static QFont FitCell(QFont font, int cell)
+{
+    for (int size = cell; size > 1; --size) {
+        font.setPixelSize(size);
+        if (QFontMetrics(font).height() <= cell)
+            break;
+    }
+    return font;
+}
+
+QFont QtFont(const Font &font)
+{
+    static std::map<std::tuple<int, int, std::string>, QFont> known;
+    const auto key = std::make_tuple(font.height, font.weight, font.face);
+    const auto found = known.find(key);
+    if (found != known.end())
+        return found->second;
+    QFont made(FaceOf(font));
+    if (strcasecmp(font.face.c_str(), "Courier New") == 0)
+        made.setStyleHint(QFont::Monospace);
+    if (font.weight)
+        made.setWeight(static_cast<QFont::Weight>(font.weight));
+    if (font.height < 0)
+        made.setPixelSize(-font.height);
+    else
+        made = FitCell(made, font.height ? font.height : 16);
+    known[key] = made;
+    return made;
+}
+
+void MeasureFont(const Font &font, FontSize *size)
+{
+    const QFontMetrics metrics(QtFont(font));
+    static const QString letters =
+        QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    size->ascent = metrics.ascent();
+    size->descent = metrics.descent();
+    size->averageWidth = static_cast<int>(
+        (metrics.horizontalAdvance(letters) + letters.size() / 2) / letters.size());
+}
+
+int MeasureText(const Font &font, LPCSTR text, int bytes)
+{
+    return QFontMetrics(QtFont(font)).horizontalAdvance(FromCodePage(text, bytes));
+}
+
+void DrawTextLine(const PixelSurface *surface, const RECT *clip, const Font &font, int x, int y,
+                  uint32_t pixel, LPCSTR text, int bytes)
+{
+    QImage image = ImageOf(*surface);
+    QPainter painter(&image);
+    const QFont chosen = QtFont(font);
+    painter.setClipRect(
+        QRect(clip->left, clip->top, clip->right - clip->left, clip->bottom - clip->top));
+    painter.setFont(chosen);
+    painter.setPen(QColor::fromRgb(pixel));
+    painter.drawText(QPoint(x, y + QFontMetrics(chosen).ascent()), FromCodePage(text, bytes));
+}

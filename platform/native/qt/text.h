@@ -1,0 +1,24 @@
+// Texts of the quiet half made Qt's, and drawn.
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <string>
+
+#include "platform/native/visible.h"
+
+// From the ANSI code page.
+QString FromCodePage(const char *text, int bytes);
+QString FromCodePage(const std::string &text);
+
+// From UTF-8 when it is valid UTF-8, else from the code page: captions and file names.
+QString FromCaption(const std::string &text);
+
+// The face, height and weight that stand for a font of the interface.
+QFont QtFont(const Font &font);
+
+// Entries of the visible half's table.
+void MeasureFont(const Font &font, FontSize *size);
+int MeasureText(const Font &font, LPCSTR text, int bytes);
+void DrawTextLine(const PixelSurface *surface, const RECT *clip, const Font &font, int x, int y,
+                  uint32_t pixel, LPCSTR text, int bytes);

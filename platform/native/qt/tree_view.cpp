@@ -1,0 +1,180 @@
+#include "platform/native/qt/tree_view.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include "platform/native/comctl/image_list.h"
+#include "platform/native/comctl/tree.h"
+#include "platform/native/comctl/tree_user.h"
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/control_font.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/painting.h"
+
+TreeModel::TreeModel(HWND tree, QObject *parent) : QAbstractItemModel(parent), window(tree)
+{
+}
+
+void TreeModel::Renew()
+{
+    beginResetModel();
+    icons.clear();
+    endResetModel();
+}
+
+HTREEITEM TreeModel::ItemAt(const QModelIndex &index)
+{
+    return index.isValid() ? reinterpret_cast<HTREEITEM>(index.internalId()) : nullptr;
+}
+
+QModelIndex TreeModel::IndexOf(HTREEITEM item) const
+{
+    const int position = item ? TreePosition(window, item) : -1;
+    return position < 0 ? QModelIndex()
+                        : createIndex(position, 0, reinterpret_cast<quintptr>(item));
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex &parent) const
+{
+    const HTREEITEM item = column == 0 ? TreeChildAt(window, ItemAt(parent), row) : nullptr;
+    return item ? createIndex(row, 0, reinterpret_cast<quintptr>(item)) : QModelIndex();
+}
+
+QModelIndex TreeModel::parent(const QModelIndex &child) const
+{
+    return IndexOf(TreeParent(window, ItemAt(child)));
+}
+
+int TreeModel::rowCount(const QModelIndex &parent) const
+{
+    return CountTreeChildren(window, ItemAt(parent));
+}
+
+int TreeModel::columnCount(const QModelIndex &) const
+{
+    return 1;
+}
+
+static void AddListPicture(QIcon *icon, HIMAGELIST list, int index, QIcon::Mode mode)
+{
+    ListPicture picture;
+    if (!FindListPicture(list, index, &picture))
+        return;
+    const QImage image(reinterpret_cast<const uchar *>(picture.pixels), picture.width,
+                       picture.height, picture.width * 4, QImage::Format_RGB32);
+    icon->addPixmap(QPixmap::fromImage(image.copy()), mode);
+}
+
+const QIcon &TreeModel::IconOf(int image, int selectedImage) const
+{
+    QIcon &icon = icons[{image, selectedImage}];
+    if (icon.isNull()) {
+        AddListPicture(&icon, TreeImages(window), image, QIcon::Normal);
+        AddListPicture(&icon, TreeImages(window), selectedImage, QIcon::Selected);
+    }
+    return icon;
+}
+
+QVariant TreeModel::data(const QModelIndex &index, int role) const
+{
+    TreeItemLook look;
+    if (!GetTreeItemLook(window, ItemAt(index), &look))
+        return {};
+    switch (role) {
+    case Qt::DisplayRole: return FromCodePage(*look.label);
+    case Qt::DecorationRole: return IconOf(look.image, look.selectedImage);
+    default: return {};
+    }
+}
+
+TreeWidget::TreeWidget(HWND tree, QWidget *parent)
+    : QTreeView(parent), window(tree), items(new TreeModel(tree, this))
+{
+    setPalette(LightPalette());
+    setCursor(Qt::ArrowCursor);
+    setFrameStyle(WindowOf(tree)->style & WS_BORDER ? QFrame::Box | QFrame::Plain
+                                                    : QFrame::NoFrame);
+    setLineWidth(1);
+    setModel(items);
+    setHeaderHidden(true);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    setUniformRowHeights(true);
+    setTextElideMode(Qt::ElideNone);
+    setEditTriggers(NoEditTriggers);
+    setIconSize({16, 14});
+    setAccessibleName(QStringLiteral("Resources"));
+    connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) {
+        if (!ReportTreeExpansion(window, TreeModel::ItemAt(index), true))
+            collapse(index);
+    });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex &index) {
+        ReportTreeExpansion(window, TreeModel::ItemAt(index), false);
+    });
+    for (const QScrollBar *bar : {verticalScrollBar(), horizontalScrollBar()})
+        connect(bar, &QScrollBar::valueChanged, this, [this] { ReportRepaint(window); });
+    FollowFont();
+}
+
+void TreeWidget::NoteChange()
+{
+    isChanged = true;
+}
+
+void TreeWidget::TakeInChange()
+{
+    if (!std::exchange(isChanged, false))
+        return;
+    items->Renew();
+    ReportRepaint(window);
+}
+
+void TreeWidget::FollowFont()
+{
+    setFont(QtFont(FontOf(window)));
+}
+
+void TreeWidget::mousePressEvent(QMouseEvent *event)
+{
+    const QPoint place = event->position().toPoint();
+    if (event->button() == Qt::RightButton) {
+        // It selects nothing: the context menu acts on what is selected.
+        ReportMouse(window, WM_RBUTTONDOWN, place.x(), place.y());
+        return;
+    }
+    lastAction = TVC_BYMOUSE;
+    QTreeView::mousePressEvent(event);
+    ReportTreeEvent(window, NM_CLICK);
+}
+
+void TreeWidget::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        mousePressEvent(event);
+        return;
+    }
+    QTreeView::mouseDoubleClickEvent(event);
+    ReportTreeEvent(window, NM_DBLCLK);
+}
+
+void TreeWidget::keyPressEvent(QKeyEvent *event)
+{
+    lastAction = TVC_BYKEYBOARD;
+    ReportTreeEvent(window, TVN_KEYDOWN);
+    QTreeView::keyPressEvent(event);
+}
+
+void TreeWidget::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    ReportRepaint(window);
+    const HTREEITEM item =
+        selected.isEmpty() ? nullptr : TreeModel::ItemAt(selected.indexes().first());
+    if (!item || item == TreeSelection(window))
+        return;
+    if (!ReportTreeSelection(window, item, lastAction))
+        setCurrentIndex(items->IndexOf(TreeSelection(window)));
+}

@@ -1,0 +1,57 @@
+// The tree control as a Qt view over the quiet half's items.
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QIcon>
+#include <QTreeView>
+
+#include "platform/win32/comctl.h"
+
+// Reads the items each time it is asked. Positions carry the items' handles, which find nothing
+// once the items are gone.
+class TreeModel : public QAbstractItemModel
+{
+  public:
+    TreeModel(HWND tree, QObject *parent);
+
+    // The items are others.
+    void Renew();
+    static HTREEITEM ItemAt(const QModelIndex &index);
+    QModelIndex IndexOf(HTREEITEM item) const;
+
+    QModelIndex index(int row, int column, const QModelIndex &parent) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent) const override;
+    int columnCount(const QModelIndex &parent) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+  private:
+    const QIcon &IconOf(int image, int selectedImage) const;
+
+    HWND window;
+    mutable QHash<QPair<int, int>, QIcon> icons;
+};
+
+class TreeWidget : public QTreeView
+{
+  public:
+    TreeWidget(HWND tree, QWidget *parent);
+
+    // The items are others: the view takes them in when it is next shown.
+    void NoteChange();
+    void TakeInChange();
+    void FollowFont();
+
+  protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
+
+  private:
+    HWND window;
+    TreeModel *items;
+    bool isChanged = false;
+    UINT lastAction = TVC_BYKEYBOARD;
+};
