@@ -1,6 +1,7 @@
 #include "platform/win32.h"
 
 #include "resources/ids.h"
+#include "samples/builder/builder.h"
 
 #include <gtest/gtest.h>
 
@@ -55,4 +56,74 @@ TEST(Module, TextsAreCutToTheBuffer)
     char text[8] = "before";
     EXPECT_EQ(LoadStringA(program, 1, text, sizeof text), 0); // no such block
     EXPECT_EQ(LoadStringA(program, 111 + 16, text, sizeof text), 0);
+}
+
+// A module file of one test; resources hold the one byte that they are described with.
+struct ModuleFile {
+    std::string path;
+
+    explicit ModuleFile(const Bytes &bytes)
+    {
+        char folder[MAX_PATH];
+        GetTempPathA(sizeof folder, folder);
+        path = std::string(folder) + "module.exe";
+        EXPECT_TRUE(WriteBytes(path.c_str(), bytes));
+    }
+    ~ModuleFile()
+    {
+        remove(path.c_str());
+    }
+};
+
+static int FirstByte(HMODULE module, LPCSTR name, LPCSTR type)
+{
+    HRSRC found = FindResourceA(module, name, type);
+    const void *bytes = LockResource(LoadResource(module, found));
+    return bytes == nullptr ? -1 : *(const BYTE *)bytes;
+}
+
+TEST(Module, FileIsAModuleOfResources)
+{
+    ExecutableDescription description;
+    description.is64 = true;
+    description.imageBase = 0x140000000;
+    description.resources = {
+        {10, "MESSAGEBOX", {1}, 0x409},
+        {10, 5, {2}, 0x407}, // German, English, neutral
+        {10, 5, {3}, 0x409},
+        {10, 5, {4}, 0},
+        {10, 6, {5}, 0x407},
+        {10, 6, {6}, 0x409},
+        {10, 7, {7}, 0x407},
+        {10, 7, {9}, 0x809},
+        {"KIND", 7, {8}, 0x40C},
+    };
+    const ModuleFile file(BuildPe(description).bytes);
+    HMODULE module = LoadLibraryA(file.path.c_str());
+    ASSERT_NE(module, nullptr);
+    LPCSTR data = MAKEINTRESOURCEA(10);
+    EXPECT_EQ(FirstByte(module, "MessageBox", data), 1);
+    EXPECT_EQ(FirstByte(module, "Message", data), -1);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(5), data), 4);
+    EXPECT_EQ(FirstByte(module, "#6", data), 6);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(7), "#10"), 7);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(7), "kind"), 8);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(8), data), -1);
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
+TEST(Module, OtherFilesAreRefused)
+{
+    ExecutableDescription description;
+    description.resources = {{10, 5, {1}}};
+    const Bytes whole = BuildPe(description).bytes;
+    const size_t header = BuildPe(description).header;
+    Bytes noMagic = whole;
+    noMagic[header + 24] = 0;
+    for (const Bytes &bytes :
+         {Bytes{}, Bytes{'M', 'Z'}, BuildNe(description).bytes,
+          Bytes(whole.begin(), whole.begin() + (ptrdiff_t)header + 30), noMagic}) {
+        const ModuleFile file(bytes);
+        EXPECT_EQ(LoadLibraryA(file.path.c_str()), nullptr);
+    }
 }

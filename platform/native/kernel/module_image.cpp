@@ -111,15 +111,14 @@ size_t FindEntry(const ModuleImage &image, size_t directory, const ResourceKey &
 size_t ChooseLanguage(const ModuleImage &image, size_t directory)
 {
     const uint32_t neutral = 0;
-    const uint32_t english = 9;
-    const uint32_t primaryLanguage = 0x3FF;
+    const uint32_t english = 0x409; // of the United States
     size_t chosen = notThere;
     int best = 3;
     const size_t count = CountEntries(image, directory);
     for (size_t i = 0; i < count && best > 0; i++) {
         const size_t entry = directory + 16 + 8 * i;
         const uint32_t language = Read32(image.resources, image.resourcesSize, entry);
-        const int rank = language == neutral ? 0 : (language & primaryLanguage) == english ? 1 : 2;
+        const int rank = language == neutral ? 0 : language == english ? 1 : 2;
         if (rank < best) {
             best = rank;
             chosen = Read32(image.resources, image.resourcesSize, entry + 4);

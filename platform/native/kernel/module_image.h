@@ -38,7 +38,7 @@ struct ResourcePlace {
 // resource directory is one, with resources nullptr.
 bool ReadModuleImage(const uint8_t *bytes, size_t size, ModuleImage *image);
 
-// Finds a resource; of several languages the neutral one, else English, else the first. Returns
-// false when there is none or its bytes are not all in the file.
+// Finds a resource; of several languages the neutral one, else American English, else the first.
+// Returns false when there is none or its bytes are not all in the file.
 bool FindImageResource(const ModuleImage &image, const ResourceKey &type, const ResourceKey &name,
                        ResourcePlace *place);
