@@ -29,6 +29,7 @@ struct SaveRun {
     OutputFolder *output;
     std::map<DWORD, CategoryFolder> folders;
     std::vector<bool> nameMatched; // of options->names
+    std::vector<char> buffer;      // of the one file that is written; most fit whole
     Clock::time_point start;
     Clock::time_point lastProgress;
     ExitStatus status;
@@ -118,6 +119,7 @@ static bool FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream,
         Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
         return false;
     }
+    setvbuf(stream, run->buffer.data(), _IOFBF, run->buffer.size());
     const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
     const bool closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
@@ -213,6 +215,7 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
     run.options = &options;
     run.err = err;
     run.nameMatched.resize(options.names.size());
+    run.buffer.resize(1 << 16);
     run.start = Clock::now();
     if (!ReadExecutable(options.file, nullptr, options.salvage, err))
         return ExitFailed;

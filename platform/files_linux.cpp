@@ -151,9 +151,9 @@ void CloseFolder(OutputFolder *folder)
 
 FILE *CreateNewFile(const OutputFolder *folder, const char *name)
 {
-    return OpenDescriptor(
-        openat(folder->descriptor, name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
-        "w+b");
+    return OpenDescriptor(openat(folder->descriptor, name,
+                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
+                          "wb");
 }
 
 MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 static ResourceEntry MakeEntry(DWORD category, const char *name, const Bytes &bytes)
@@ -13,7 +14,7 @@ static ResourceEntry MakeEntry(DWORD category, const char *name, const Bytes &by
     entry.category = category;
     entry.size = (DWORD)bytes.size();
     entry.data = AllocateData(entry.size);
-    memcpy(GlobalLock(entry.data), bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), (BYTE *)GlobalLock(entry.data));
     ProbeWave(&entry, bytes.data());
     GlobalUnlock(entry.data);
     strcpy(entry.name, name);

@@ -1,6 +1,6 @@
-// Movable memory blocks. Small ones lie on the C heap; large ones are mapped by themselves and ask
-// for huge pages, because touching a file's worth of small pages one by one takes longer than
-// reading the file.
+// Movable memory blocks. Large ones are mapped by themselves, small ones share a mapping with their
+// neighbours in time; mappings ask for huge pages, because touching a file's worth of small pages
+// one by one takes longer than reading the file. Blocks that grow lie on the C heap.
 #include "platform/native/handles.h"
 #include "platform/win32/kernel.h"
 
@@ -14,12 +14,30 @@ namespace
 
 constexpr size_t hugePage = 2 << 20;
 constexpr size_t mappedFrom = 2 * hugePage; // bytes
+#ifdef __SANITIZE_ADDRESS__
+constexpr size_t pooledBelow = 0; // blocks of their own, so that reads past their ends are seen
+#else
+constexpr size_t pooledBelow = 128 << 10; // bytes
+#endif
+constexpr size_t poolSize = 2 * hugePage;
+constexpr size_t poolAlignment = 16;
 
-// Memory of one block: heap memory, or a part of a mapping.
+// A mapping for small blocks, which are placed one after another and never again where one was.
+struct Pool {
+    void *mapping;
+    char *next;
+    size_t left; // bytes
+    size_t live; // blocks
+};
+
+Pool *openPool; // the one that takes new blocks
+
+// Memory of one block: heap memory, a mapping of its own, or a part of a pool.
 struct Memory {
     char *bytes;     // nullptr only when the capacity is 0
     size_t capacity; // bytes there is room for
-    void *mapping;   // nullptr for heap memory
+    void *mapping;   // its own, or nullptr
+    Pool *pool;      // or nullptr
 };
 
 struct Block {
@@ -45,41 +63,78 @@ Memory MapMemory(size_t bytes)
         return {};
     char *start = (char *)mapping + (hugePage - (uintptr_t)mapping % hugePage) % hugePage;
     madvise(start, bytes / hugePage * hugePage, MADV_HUGEPAGE);
-    return {start, bytes, mapping};
+    return {start, bytes, mapping, nullptr};
+}
+
+void LeavePool(Pool *pool)
+{
+    if (--pool->live > 0)
+        return;
+    munmap(pool->mapping, poolSize + hugePage);
+    delete pool;
+}
+
+// Takes zeroed memory from the open pool, or from a new one.
+Memory TakeFromPool(size_t bytes)
+{
+    const size_t taken = (bytes + poolAlignment - 1) / poolAlignment * poolAlignment;
+    if (openPool == nullptr || openPool->left < taken) {
+        const Memory memory = MapMemory(poolSize);
+        if (memory.bytes == nullptr)
+            return {};
+        // Being open counts as one block.
+        if (openPool != nullptr)
+            LeavePool(openPool);
+        openPool = new Pool{memory.mapping, memory.bytes, poolSize, 1};
+    }
+    char *place = openPool->next;
+    openPool->next += taken;
+    openPool->left -= taken;
+    openPool->live++;
+    return {place, bytes, nullptr, openPool};
 }
 
 Memory AllocateMemory(size_t bytes, bool zero)
 {
     if (bytes >= mappedFrom)
         return MapMemory(bytes);
+    if (bytes < pooledBelow)
+        return TakeFromPool(bytes);
     char *memory = (char *)(zero ? calloc(1, bytes) : malloc(bytes));
-    return {memory, memory == nullptr ? 0 : bytes, nullptr};
+    return {memory, memory == nullptr ? 0 : bytes, nullptr, nullptr};
 }
 
 void ReleaseMemory(const Memory &memory)
 {
-    if (memory.mapping != nullptr)
+    if (memory.pool != nullptr)
+        LeavePool(memory.pool);
+    else if (memory.mapping != nullptr)
         munmap(memory.mapping, memory.capacity + hugePage);
     else
         free(memory.bytes);
 }
 
-// Moves the block's bytes into room for `bytes` bytes.
+// Moves the block's bytes into room for `bytes` bytes, on the heap or in a mapping of their own.
 bool Move(Block *block, size_t bytes)
 {
-    if (block->memory.mapping == nullptr && bytes < mappedFrom) {
-        char *moved = (char *)realloc(block->memory.bytes, bytes);
+    Memory &old = block->memory;
+    if (old.mapping == nullptr && old.pool == nullptr && bytes < mappedFrom) {
+        char *moved = (char *)realloc(old.bytes, bytes);
         if (moved != nullptr)
-            block->memory = {moved, bytes, nullptr};
+            old = {moved, bytes, nullptr, nullptr};
         return moved != nullptr;
     }
-    const Memory memory = AllocateMemory(bytes, false);
+    Memory memory = {};
+    if (bytes >= mappedFrom)
+        memory = MapMemory(bytes);
+    else
+        memory = {(char *)malloc(bytes), bytes, nullptr, nullptr};
     if (memory.bytes == nullptr)
         return false;
     if (block->size > 0)
-        memcpy(memory.bytes, block->memory.bytes, block->size);
-    ReleaseMemory(block->memory);
-    block->memory = memory;
+        memcpy(memory.bytes, old.bytes, block->size);
+    ReleaseMemory(old);
+    old = memory;
     return true;
 }
 
