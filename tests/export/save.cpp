@@ -110,6 +110,30 @@ TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
     }
 }
 
+TEST_F(Save, AWriteThatFailsIsReportedAndLeavesNoFile)
+{
+    const std::string path = TestFolder() + "full";
+    for (const char *item : {"BITMAP 101", "ICON 1", "BINARY DATA 500", "STRING TABLE 7"}) {
+        SCOPED_TRACE(item);
+        const std::string label(item);
+        const bool isReported = label != "STRING TABLE 7"; // its lines are not watched
+        Select(label.substr(0, label.rfind(' ')), label.substr(label.rfind(' ') + 1));
+        TakeShown();
+        if (!LimitFileSize(8))
+            GTEST_SKIP();
+        ChooseNext(path);
+        if (isReported)
+            PressNext(IDOK);
+        Command(IDM_SAVE_AS);
+        LimitFileSize(-1);
+        const Texts shown = TakeShown();
+        EXPECT_EQ(shown.back() == "There has been an error writing this file.", isReported);
+        bool exists;
+        ReadWhole(path, &exists);
+        EXPECT_NE(exists, isReported);
+    }
+}
+
 TEST_F(Save, WithoutAnEntryOrAFormatNothingIsShown)
 {
     EXPECT_EQ(SaveResource(globals.mainWindow, &openCatalog, -1), 0);

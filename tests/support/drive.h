@@ -46,6 +46,10 @@ void ChooseNext(const std::string &path);
 // Confirms, in the chooser of the save command, a path at which no file can be created.
 void ChooseUncreatable();
 
+// From here on no file of this process grows past that many bytes; -1 lifts the limit. Returns 0,
+// and limits nothing, where the system has no such limit.
+int LimitFileSize(long bytes);
+
 // What the user says to the system's question whether to replace the file that was chosen.
 void ConfirmReplacement();
 void RefuseReplacement();

@@ -14,9 +14,12 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <filesystem>
+#include <sys/resource.h>
 #include <utility>
 
 #define MESSAGE_BOX_TEXT 0xFFFF
@@ -48,6 +51,15 @@ void ChooseNext(const std::string &path)
 void ChooseUncreatable()
 {
     ChooseNext(TestFile("no folder", {'x'}) + "/file");
+}
+
+int LimitFileSize(long bytes)
+{
+    rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = bytes < 0 ? limit.rlim_max : (rlim_t)bytes;
+    signal(SIGXFSZ, bytes < 0 ? SIG_DFL : SIG_IGN); // the write fails instead
+    return setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }
 
 void ConfirmReplacement()
@@ -248,6 +260,7 @@ int StartProgram(const std::string &commandLine, const std::string &folder)
     static const LONG firstSplitPosition = splitPosition;
     splitPosition = firstSplitPosition;
     commandLineText = commandLine;
+    setenv("SDL_AUDIODRIVER", "dummy", 1); // sounds are played and not heard
     visible = {};
     visible.runEvents = AnswerFrontDialog;
     visible.frameAround = TellFrame;

@@ -48,6 +48,11 @@ void ChooseUncreatable()
     ConfirmReplacement();
 }
 
+int LimitFileSize(long)
+{
+    return 0;
+}
+
 void ConfirmReplacement()
 {
     PressNext(IDYES);
