@@ -7,10 +7,68 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <utility>
+
+std::vector<std::string> allShown;
+static std::deque<Answer> answers;
+
+void PressNext(int button)
+{
+    answers.push_back({(UINT)button, ""});
+}
+
+void ChooseNext(const std::string &path)
+{
+    answers.push_back({IDOK, path});
+}
+
+void CancelNext()
+{
+    answers.push_back({IDCANCEL, ""});
+}
+
+void PickNext(UINT command)
+{
+    answers.push_back({command, ""});
+}
+
+void ConfirmReplacement()
+{
+    PressNext(IDYES);
+}
+
+void RefuseReplacement()
+{
+    PressNext(IDNO);
+}
+
+std::vector<std::string> TakeShown()
+{
+    return std::exchange(allShown, {});
+}
+
+Answer NextAnswer(const std::string &what, UINT otherwise)
+{
+    if (answers.empty()) {
+        ADD_FAILURE() << "no answer for the dialog that says " << what;
+        return {otherwise, ""};
+    }
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+void ExpectAllAnswered()
+{
+    EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
+    answers.clear();
+    allShown.clear();
+}
 
 HWND Tree()
 {

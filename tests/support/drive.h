@@ -64,6 +64,16 @@ void PickNext(UINT command);
 // offered, "menu: " and the items of a menu, gray ones in brackets.
 std::vector<std::string> TakeShown();
 
+// What the two systems' sources have in common: the next answer to give (`otherwise`, and a
+// failure, when none was prepared), what was shown, and the end of a program's run.
+struct Answer {
+    UINT id;          // of the button or command
+    std::string path; // to choose
+};
+extern std::vector<std::string> allShown;
+Answer NextAnswer(const std::string &what, UINT otherwise);
+void ExpectAllAnswered();
+
 // --- what is painted ---
 
 struct DrawnText {

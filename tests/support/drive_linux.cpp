@@ -17,7 +17,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <deque>
 #include <filesystem>
 #include <sys/resource.h>
 #include <utility>
@@ -27,26 +26,8 @@
 #define TEXT_DESCENT 3
 #define CHARACTER_WIDTH 6
 
-struct Answer {
-    enum { Press, Choose, Pick } kind;
-    UINT id;          // of the button or command
-    std::string path; // to choose
-};
-
-static std::deque<Answer> answers;
-static std::vector<std::string> shown;
 static std::vector<DrawnText> drawn;
 static std::string commandLineText;
-
-void PressNext(int button)
-{
-    answers.push_back({Answer::Press, (UINT)button, ""});
-}
-
-void ChooseNext(const std::string &path)
-{
-    answers.push_back({Answer::Choose, IDOK, path});
-}
 
 void ChooseUncreatable()
 {
@@ -60,43 +41,6 @@ int LimitFileSize(long bytes)
     limit.rlim_cur = bytes < 0 ? limit.rlim_max : (rlim_t)bytes;
     signal(SIGXFSZ, bytes < 0 ? SIG_DFL : SIG_IGN); // the write fails instead
     return setrlimit(RLIMIT_FSIZE, &limit) == 0;
-}
-
-void ConfirmReplacement()
-{
-    PressNext(IDYES);
-}
-
-void RefuseReplacement()
-{
-    PressNext(IDNO);
-}
-
-void CancelNext()
-{
-    answers.push_back({Answer::Choose, IDCANCEL, ""});
-}
-
-void PickNext(UINT command)
-{
-    answers.push_back({Answer::Pick, command, ""});
-}
-
-std::vector<std::string> TakeShown()
-{
-    return std::exchange(shown, {});
-}
-
-static Answer NextAnswer(const std::string &what)
-{
-    Answer answer = {Answer::Press, IDCANCEL, ""};
-    if (answers.empty()) {
-        ADD_FAILURE() << "no answer for the dialog that says " << what;
-        return answer;
-    }
-    answer = answers.front();
-    answers.pop_front();
-    return answer;
 }
 
 bool IsAlive(HWND window)
@@ -127,11 +71,9 @@ static void AnswerFrontDialog(bool wait)
     if (dialog == nullptr || !wait)
         return;
     HWND text = GetDlgItem(dialog, 101);
-    shown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
-    const bool isExpected = !answers.empty();
-    const Answer answer = NextAnswer(shown.back());
-    SendMessageA(dialog, WM_COMMAND, isExpected ? answer.id : IDOK,
-                 (LPARAM)GetDlgItem(dialog, (int)answer.id));
+    allShown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
+    const UINT id = NextAnswer(allShown.back(), IDOK).id;
+    SendMessageA(dialog, WM_COMMAND, id, (LPARAM)GetDlgItem(dialog, (int)id));
 }
 
 // As a chooser does: an existing file is replaced when the user confirms it, else the chooser goes
@@ -139,14 +81,14 @@ static void AnswerFrontDialog(bool wait)
 static bool AnswerChooser(FileChoice *choice)
 {
     for (;;) {
-        shown.push_back(std::string("chooser: ") + choice->path);
-        const Answer answer = NextAnswer(shown.back());
+        allShown.push_back(std::string("chooser: ") + choice->path);
+        const Answer answer = NextAnswer(allShown.back(), IDCANCEL);
         if (answer.id != IDOK)
             return false;
         const std::string path = answer.path.empty() ? choice->path : answer.path;
         if (choice->isSave && std::filesystem::exists(path)) {
-            shown.push_back("replace?");
-            if (NextAnswer("replace?").id != IDYES)
+            allShown.push_back("replace?");
+            if (NextAnswer("replace?", IDNO).id != IDYES)
                 continue;
         }
         EXPECT_LT(path.size(), choice->pathSize);
@@ -160,8 +102,8 @@ static void AnswerMenu(HMENU menu, POINT, HWND)
     std::string items = "menu:";
     for (const MenuItem &item : MenuOf(menu)->items)
         items += item.flags & MF_GRAYED ? " [" + item.text + "]" : " " + item.text;
-    shown.push_back(items);
-    ReportMenuClosed(NextAnswer(items).id);
+    allShown.push_back(items);
+    ReportMenuClosed(NextAnswer(items, 0).id);
 }
 
 static void TellFrame(HWND window, RECT *around)
@@ -285,9 +227,7 @@ void StopProgram()
         DestroyWindow(globals.mainWindow);
     RunUntilIdle();
     ShutDown();
-    EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
-    answers.clear();
-    shown.clear();
+    ExpectAllAnswered();
 }
 
 void SelectTreeItemOf(HWND tree, HTREEITEM item)

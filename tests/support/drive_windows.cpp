@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <utility>
 
 #define MENU_CLASS "#32768"
@@ -17,28 +16,10 @@
 #define MESSAGE_BOX_TEXT 0xFFFF
 #define LOOK_INTERVAL 10 // milliseconds
 
-struct Answer {
-    enum { Press, Choose, Pick } kind;
-    UINT id;          // of the button or command
-    std::string path; // to choose
-};
-
-static std::deque<Answer> answers;
-static std::vector<std::string> shown;
 static std::string commandLineText;
 static HANDLE uncreatable = INVALID_HANDLE_VALUE; // an open file that nobody else can open
 static UINT_PTR lookTimer;
 static bool isMenuAnswered; // the keys that close it are on their way
-
-void PressNext(int button)
-{
-    answers.push_back({Answer::Press, (UINT)button, ""});
-}
-
-void ChooseNext(const std::string &path)
-{
-    answers.push_back({Answer::Choose, IDOK, path});
-}
 
 void ChooseUncreatable()
 {
@@ -51,32 +32,6 @@ void ChooseUncreatable()
 int LimitFileSize(long)
 {
     return 0;
-}
-
-void ConfirmReplacement()
-{
-    PressNext(IDYES);
-}
-
-void RefuseReplacement()
-{
-    PressNext(IDNO);
-}
-
-void CancelNext()
-{
-    answers.push_back({Answer::Choose, IDCANCEL, ""});
-}
-
-void PickNext(UINT command)
-{
-    isMenuAnswered = false;
-    answers.push_back({Answer::Pick, command, ""});
-}
-
-std::vector<std::string> TakeShown()
-{
-    return std::exchange(shown, {});
 }
 
 static std::string ClassOf(HWND window)
@@ -120,12 +75,12 @@ static HWND ChooserField(HWND dialog)
 static void AnswerDialog(HWND dialog, const Answer &answer)
 {
     if (HWND field = ChooserField(dialog)) {
-        shown.push_back("chooser: " + TextOf(field));
+        allShown.push_back("chooser: " + TextOf(field));
         if (!answer.path.empty())
             SendMessageA(field, WM_SETTEXT, 0, (LPARAM)answer.path.c_str());
     } else {
         HWND text = GetDlgItem(dialog, 101);
-        shown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
+        allShown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
     }
     SendMessageA(dialog, WM_COMMAND, answer.id, (LPARAM)GetDlgItem(dialog, (int)answer.id));
 }
@@ -143,7 +98,7 @@ static void AnswerMenu(HWND window, const Answer &answer)
         if (answer.id != 0 && GetMenuItemID(menu, i) == answer.id)
             place = i;
     }
-    shown.push_back(items);
+    allShown.push_back(items);
     for (int i = 0; i <= place; i++)
         PostMessageA(window, WM_KEYDOWN, VK_DOWN, 0);
     PostMessageA(window, WM_KEYDOWN, place < 0 ? VK_ESCAPE : VK_RETURN, 0);
@@ -158,14 +113,10 @@ static void CALLBACK LookForDialog(HWND, UINT, UINT_PTR, DWORD)
     const bool isMenu = ClassOf(window) == MENU_CLASS;
     if (isMenu && isMenuAnswered)
         return;
-    Answer answer = {isMenu ? Answer::Pick : Answer::Press, isMenu ? 0u : (UINT)IDCANCEL, ""};
-    if (answers.empty()) {
-        ADD_FAILURE() << "no answer for the dialog that says " << TextOf(window);
-        SendMessageA(window, WM_COMMAND, IDOK, 0);
-    } else {
-        answer = answers.front();
-        answers.pop_front();
-    }
+    UINT otherwise = isMenu ? 0 : IDOK;
+    if (ChooserField(window) != nullptr)
+        otherwise = IDCANCEL;
+    const Answer answer = NextAnswer(TextOf(window), otherwise);
     if (!isMenu)
         return AnswerDialog(window, answer);
     isMenuAnswered = true;
@@ -174,6 +125,7 @@ static void CALLBACK LookForDialog(HWND, UINT, UINT_PTR, DWORD)
 
 int RunUntilIdle()
 {
+    isMenuAnswered = false;
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT)
@@ -214,9 +166,7 @@ void StopProgram()
         DestroyWindow(globals.mainWindow);
     RunUntilIdle();
     ShutDown();
-    EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
-    answers.clear();
-    shown.clear();
+    ExpectAllAnswered();
     CloseHandle(uncreatable);
     uncreatable = INVALID_HANDLE_VALUE;
 }
