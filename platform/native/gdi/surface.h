@@ -1,6 +1,7 @@
 // Pixels in memory that the raster operations work on: bitmaps, windows, the pane, an overlay.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -18,5 +19,5 @@ struct PixelSurface {
 // The memory column or row at which a logical one begins.
 inline int MemoryEdge(const PixelSurface &surface, int logical)
 {
-    return (int)(logical * surface.ratio + 0.5);
+    return (int)std::lround(logical * surface.ratio);
 }

@@ -138,7 +138,7 @@ void DrawInformationSign(ImagePixels *picture)
             const bool isDot = std::hypot(x + 0.5 - middle, y + 0.5 - 9.0) < 2.6;
             const bool isStem = x >= middle - 2 && x < middle + 2 && y >= 13 && y < 25;
             const uint32_t color = isDot || isStem ? 0xFFFFFF : 0x1E5AA8;
-            picture->pixels[static_cast<size_t>(y * iconSide + x)] =
+            picture->pixels[static_cast<size_t>(y) * iconSide + static_cast<size_t>(x)] =
                 color | static_cast<uint32_t>(inside * 255) << 24;
         }
 }

@@ -25,7 +25,8 @@ void MakeStatic(HWND control)
         const std::string &name = record->text;
         state->icon =
             LoadIconA(record->instance,
-                      name[0] == '#' ? MAKEINTRESOURCEA(atoi(name.c_str() + 1)) : name.c_str());
+                      name[0] == '#' ? MAKEINTRESOURCEA(strtoul(name.c_str() + 1, nullptr, 10))
+                                     : name.c_str());
     }
     const ImagePixels *picture = PictureOf(state->icon);
     record->state = std::move(state);
@@ -39,7 +40,9 @@ void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
 {
     for (int y = 0; y < std::min(picture.height, surface.height); ++y)
         for (int x = 0; x < std::min(picture.width, surface.width); ++x) {
-            const uint32_t color = picture.pixels[static_cast<size_t>(y * picture.width + x)];
+            const uint32_t color =
+                picture.pixels[static_cast<size_t>(y) * static_cast<size_t>(picture.width) +
+                               static_cast<size_t>(x)];
             const uint32_t alpha = color >> 24;
             for (int row = MemoryEdge(surface, y); row < MemoryEdge(surface, y + 1); ++row)
                 for (int column = MemoryEdge(surface, x); column < MemoryEdge(surface, x + 1);
