@@ -286,6 +286,7 @@ TEST_F(MainWindow, TheDragBarIsACheckerboardOverBothChildrenUntilTheRelease)
         for (int y : {10, 11, 300})
             EXPECT_EQ(changed(now, x, y), 2) << x << " " << y;
         EXPECT_NE(now.At(x, 300) != before.At(x, 300), now.At(x, 301) != before.At(x, 301));
+        EXPECT_EQ(changed(now, 2, 300) + changed(now, 2, 301), 0);
         EXPECT_EQ(changed(now, 180, 300), 0);
         EXPECT_EQ(changed(now, x == 240 ? 140 : 240, 300), 0);
     }
