@@ -22,7 +22,8 @@ constexpr size_t pooledBelow = 128 << 10; // bytes
 constexpr size_t poolSize = 2 * hugePage;
 constexpr size_t poolAlignment = 16;
 
-// A mapping for small blocks, which are placed one after another and never again where one was.
+// A mapping for small blocks, which are placed one after another; a place is used again only when
+// all of them are gone.
 struct Pool {
     void *mapping;
     char *next;
@@ -68,8 +69,16 @@ Memory MapMemory(size_t bytes)
 
 void LeavePool(Pool *pool)
 {
-    if (--pool->live > 0)
+    if (--pool->live > 0) {
+        // The open pool, empty again, starts anew with zeroed memory.
+        if (pool->live == 1 && pool == openPool) {
+            const size_t used = poolSize - pool->left;
+            pool->next -= used;
+            pool->left = poolSize;
+            memset(pool->next, 0, used);
+        }
         return;
+    }
     munmap(pool->mapping, poolSize + hugePage);
     delete pool;
 }
