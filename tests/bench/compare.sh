@@ -22,6 +22,7 @@ run_once() {
     start=$(now)
     "$@" >"$work/stdout" 2>"$work/stderr" || { echo "$name failed:" >&2; head -3 "$work/stderr" >&2; exit 1; }
     echo "$(((($(now) - start) + 50) / 100))" >>"$work/$name"
+    find "$work/out" -type f | wc -l >"$work/$name.files"
 }
 
 # median NAME: of the runs, in milliseconds with a decimal
@@ -41,7 +42,11 @@ compare() {
     echo "$file, median of $runs runs, milliseconds"
     for what in list save; do
         for program in quillmoor-cli wrestool 7z; do
-            printf '  %s  %-14s %9s\n' "$what" "$program" "$(median "$what-$program")"
+            printf '  %s  %-14s %9s' "$what" "$program" "$(median "$what-$program")"
+            [ "$what" = list ] || printf '  %6s files, %s microseconds each' \
+                "$(cat "$work/$what-$program.files")" "$(median "$what-$program" |
+                    awk -v files="$(cat "$work/$what-$program.files")" '{ printf "%.1f", $1 * 1000 / files }')"
+            printf '\n'
         done
     done
 }
