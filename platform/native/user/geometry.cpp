@@ -43,11 +43,14 @@ static void AnnounceSize(HWND window, const SIZE &before)
 }
 
 // A manager that refuses a size says so at once. A size that stood for a while was granted, and
-// what comes after it is a new wish of the user's.
+// what comes after it is a new wish of the user's; but a slow manager must not keep us asking.
 static void ForgetAnsweredQuestions(Window *window)
 {
     const auto stood = std::chrono::steady_clock::now() - window->askedAt;
-    if (IsSame(ClientSizeOf(window), window->askedFor) && stood > std::chrono::seconds(1))
+    if (stood > std::chrono::seconds(10))
+        window->askedInRow = 0;
+    if (IsSame(ClientSizeOf(window), window->askedFor) && window->askedInRow < 8 &&
+        stood > std::chrono::milliseconds(300))
         window->askedFrom.clear();
 }
 
@@ -76,6 +79,7 @@ static bool MayAsk(Window *window, const SIZE &wanted)
     window->askedFrom.push_back(given);
     window->askedFor = wanted;
     window->askedAt = std::chrono::steady_clock::now();
+    window->askedInRow++;
     return true;
 }
 

@@ -60,10 +60,12 @@ struct Window {
     RECT rect;   // outer; on the screen, a child's in its parent's client area
     RECT around; // widths of what lies around the client area
 
-    // Client sizes from which the window manager was asked for another, which one last and when.
+    // Client sizes from which the window manager was asked for another; which one last, when, and
+    // how often in a row.
     std::vector<SIZE> askedFrom;
     SIZE askedFor;
     std::chrono::steady_clock::time_point askedAt;
+    int askedInRow;
 
     RECT invalid; // empty when nothing is
     bool isEraseAsked;
