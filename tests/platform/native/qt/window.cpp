@@ -1,0 +1,430 @@
+// The real window on the offscreen display, by real mouse and key events.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTreeView>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "platform/native/gdi/objects.h"
+#include "platform/native/qt/display.h"
+#include "platform/native/qt/frames.h"
+#include "platform/native/qt/registry.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/queue.h"
+#include "platform/native/user/window_table.h"
+#include "resources/ids.h"
+#include "samples/builder/builder.h"
+#include "shell/globals.h"
+#include "shell/main_window.h"
+#include "shell/start.h"
+
+namespace
+{
+
+// The application is made once: Qt does not like another.
+struct Display : testing::Environment {
+    void SetUp() override
+    {
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        static char name[] = "qt_tests";
+        static char *arguments[] = {name, nullptr};
+        static int count = 1;
+        AttachDisplay(&count, arguments);
+    }
+
+    void TearDown() override
+    {
+        DetachDisplay();
+    }
+};
+
+const auto *const display = testing::AddGlobalTestEnvironment(new Display);
+
+void RunUntilIdle()
+{
+    for (int idle = 0; idle < 3;) {
+        MSG message;
+        if (TakeMessage(&message) == Taken::Message) {
+            DispatchMessageA(&message);
+            idle = 0;
+        } else {
+            visible.runEvents(false);
+            ++idle;
+        }
+    }
+}
+
+// Does something when the next nested loop runs, once `isThere` says that what it acts on shows.
+void WhenThere(std::function<bool()> isThere, std::function<void()> act)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [=] {
+        if (!isThere())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        act();
+    });
+    timer->start(10);
+}
+
+void PressKey(QWidget *widget, int key)
+{
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(widget, &press);
+    QApplication::sendEvent(widget, &release);
+}
+
+void SendMouse(QWidget *widget, QEvent::Type type, QPoint place, Qt::MouseButton button)
+{
+    const bool isMove = type == QEvent::MouseMove;
+    QMouseEvent event(type, place, widget->mapToGlobal(place), isMove ? Qt::NoButton : button,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+    RunUntilIdle();
+}
+
+struct QtWindow : testing::Test {
+    QTemporaryDir folder;
+    std::string commandLine;
+
+    QtWindow()
+    {
+        splitPosition = 180;
+        const ExecutableDescription description = {
+            {{2, 101, SmallBitmap()}, {10, "TEXT", {'A', '1', ' ', 'z'}}, {10, "A/B", {1, 2}}}};
+        commandLine = File("many & more.dll");
+        const Bytes bytes = BuildPe(description).bytes;
+        std::ofstream(commandLine, std::ios::binary)
+            .write(reinterpret_cast<const char *>(bytes.data()), (std::streamsize)bytes.size());
+        std::filesystem::current_path(
+            std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path());
+        EXPECT_TRUE(StartUp(GetModuleHandleA(nullptr), commandLine.data(), SW_SHOWNORMAL));
+        RunUntilIdle();
+    }
+
+    ~QtWindow() override
+    {
+        DestroyWindow(globals.mainWindow);
+        MSG message;
+        while (GetMessageA(&message, nullptr, 0, 0))
+            DispatchMessageA(&message);
+        ShutDown();
+    }
+
+    std::string File(const char *name)
+    {
+        return folder.filePath(QString::fromUtf8(name)).toStdString();
+    }
+
+    // A header of 40 bytes, two colours, 16 rows of 4 bytes: 32 x 16 of the second colour, red.
+    static Bytes SmallBitmap()
+    {
+        Bytes dib(40 + 8 + 16 * 4, 0);
+        dib[0] = 40, dib[4] = 32, dib[8] = 16, dib[12] = 1, dib[14] = 1;
+        dib[40 + 4 + 2] = 255;
+        std::fill(dib.begin() + 48, dib.end(), (BYTE)255);
+        return dib;
+    }
+
+    static FrameWidget *Frame()
+    {
+        return FrameShowing(globals.mainWindow);
+    }
+
+    static QWidget *Client()
+    {
+        return WidgetOf(globals.mainWindow);
+    }
+
+    static QTreeView *Tree()
+    {
+        return dynamic_cast<QTreeView *>(WidgetOf(GetDlgItem(globals.mainWindow, IDC_TREE)));
+    }
+
+    static QWidget *Pane()
+    {
+        return WidgetOf(GetDlgItem(globals.mainWindow, IDC_PANE));
+    }
+
+    static QAction *Action(UINT id)
+    {
+        for (QAction *menu : Frame()->findChild<QMenuBar *>()->actions())
+            for (QAction *action : menu->menu()->actions())
+                if (action->data().toUInt() == id)
+                    return action;
+        return nullptr;
+    }
+
+    // Opens a category and goes to its item by keys, from the top.
+    void SelectByKeys(int category, int item)
+    {
+        PressKey(Tree(), Qt::Key_Home);
+        for (int i = 0; i < category; ++i)
+            PressKey(Tree(), Qt::Key_Down);
+        PressKey(Tree(), Qt::Key_Right);
+        for (int i = 0; i <= item; ++i)
+            PressKey(Tree(), Qt::Key_Down);
+        RunUntilIdle();
+    }
+
+    static QColor PanePixel(int x, int y)
+    {
+        return Pane()->grab().toImage().pixelColor(x, y);
+    }
+};
+
+TEST_F(QtWindow, ShowsTitleMenuAndItems)
+{
+    EXPECT_TRUE(Frame()->isVisible());
+    EXPECT_EQ(Frame()->windowTitle().toStdString(), "Quillmoor [ " + commandLine + " ] ");
+    EXPECT_FALSE(Frame()->windowIcon().isNull());
+    EXPECT_TRUE(Action(IDM_CLOSE)->isEnabled());
+    EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
+    EXPECT_EQ(Action(IDM_SAVE_AS)->text(), "Save &as...");
+    const QAbstractItemModel *items = Tree()->model();
+    ASSERT_EQ(items->rowCount(), 2);
+    const QModelIndex binary = items->index(0, 0);
+    EXPECT_EQ(binary.data().toString(), "BINARY DATA");
+    ASSERT_EQ(items->rowCount(binary), 2);
+    EXPECT_EQ(items->index(1, 0, binary).data().toString(), "TEXT (4 bytes)");
+    EXPECT_EQ(items->index(1, 0, binary).parent(), binary);
+    EXPECT_FALSE(Tree()->accessibleName().isEmpty());
+    EXPECT_FALSE(Pane()->accessibleName().isEmpty());
+}
+
+TEST_F(QtWindow, KeysSelectAndThePaneDraws)
+{
+    SelectByKeys(1, 0);
+    EXPECT_TRUE(Action(IDM_SAVE_AS)->isEnabled());
+    const QPoint middle(Pane()->width() / 2, Pane()->height() / 2);
+    EXPECT_EQ(PanePixel(middle.x(), middle.y()), QColor(255, 0, 0));
+    EXPECT_EQ(PanePixel(middle.x(), middle.y() - 20), QColor(255, 255, 255));
+    // Back on the category nothing is drawn.
+    PressKey(Tree(), Qt::Key_Up);
+    RunUntilIdle();
+    EXPECT_EQ(PanePixel(middle.x(), middle.y()), QColor(255, 255, 255));
+    EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
+}
+
+TEST_F(QtWindow, TheSplitterIsDraggedAndTheBarLiesAboveBothChildren)
+{
+    const auto greys = [](int x) {
+        const QImage image = Frame()->grab().toImage();
+        int count = 0;
+        for (int y = Frame()->height() - 60; y < Frame()->height() - 20; ++y)
+            count += image.pixelColor(x, y) != QColor(255, 255, 255);
+        return count;
+    };
+    SendMouse(Client(), QEvent::MouseButtonPress, {180, 200}, Qt::LeftButton);
+    SendMouse(Client(), QEvent::MouseMove, {230, 200}, Qt::LeftButton);
+    EXPECT_EQ(greys(230), 20);
+    SendMouse(Client(), QEvent::MouseMove, {150, 200}, Qt::LeftButton);
+    EXPECT_EQ(greys(150), 20);
+    EXPECT_EQ(greys(230), 0);
+    SendMouse(Client(), QEvent::MouseButtonRelease, {150, 200}, Qt::LeftButton);
+    EXPECT_EQ(Tree()->width(), 148);
+    EXPECT_EQ(Pane()->x(), 152);
+    EXPECT_EQ(greys(140), 0);
+    EXPECT_TRUE(WindowOf(globals.mainWindow)->overlay.covered.empty());
+}
+
+TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
+{
+    Frame()->resize(Frame()->width() + 80, Frame()->height() + 60);
+    RunUntilIdle();
+    EXPECT_EQ(Tree()->height(), Client()->height());
+    EXPECT_EQ(Pane()->width(), Client()->width() - 182);
+    Frame()->resize(500, 300);
+    RunUntilIdle();
+    RECT outer;
+    GetWindowRect(globals.mainWindow, &outer);
+    EXPECT_EQ(outer.right - outer.left, 620);
+    EXPECT_EQ(outer.bottom - outer.top, 440);
+    EXPECT_EQ(Pane()->width(), Client()->width() - 182);
+}
+
+TEST_F(QtWindow, ARightPressOffersTheContextMenu)
+{
+    SelectByKeys(0, 1);
+    QStringList texts;
+    const auto shownMenu = [] { return dynamic_cast<QMenu *>(QApplication::activePopupWidget()); };
+    const auto isMenuShown = [=] { return shownMenu() != nullptr; };
+    const auto readAndClose = [&] {
+        for (const QAction *action : shownMenu()->actions())
+            texts.append(action->text() + (action->isEnabled() ? "" : " (gray)"));
+        PressKey(shownMenu(), Qt::Key_Escape);
+    };
+    WhenThere(isMenuShown, readAndClose);
+    SendMouse(Pane(), QEvent::MouseButtonPress, {50, 50}, Qt::RightButton);
+    EXPECT_EQ(texts, (QStringList{"Save &as...", "&Play (gray)"}));
+    texts.clear();
+    WhenThere(isMenuShown, readAndClose);
+    SendMouse(Tree()->viewport(), QEvent::MouseButtonPress, {50, 5}, Qt::RightButton);
+    EXPECT_EQ(texts, QStringList{"Save &as..."});
+    // The press selected nothing.
+    EXPECT_EQ(Tree()->currentIndex().data().toString(), "TEXT (4 bytes)");
+}
+
+TEST_F(QtWindow, TheAboutBoxIsDrivenByKeys)
+{
+    const auto about = [] {
+        QWidget *active = QApplication::activeModalWidget();
+        return active && active->windowTitle() == "About" ? active : nullptr;
+    };
+    bool stayedOpen = false;
+    WhenThere([=] { return about() != nullptr; },
+              [&] {
+                  QWidget *box = about();
+                  PressKey(box->focusWidget() ? box->focusWidget() : box, Qt::Key_Escape);
+                  WhenThere([=] { return true; },
+                            [&, box] {
+                                stayedOpen = about() == box;
+                                PressKey(box->findChild<QPushButton *>(), Qt::Key_Return);
+                            });
+              });
+    Action(IDM_ABOUT)->trigger();
+    RunUntilIdle();
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_EQ(about(), nullptr);
+}
+
+// The chooser that shows, or NULL.
+QFileDialog *ShownChooser()
+{
+    return dynamic_cast<QFileDialog *>(QApplication::activeModalWidget());
+}
+
+bool IsChooserShown()
+{
+    return ShownChooser() != nullptr;
+}
+
+void Type(const QString &name)
+{
+    QFileDialog *chooser = ShownChooser();
+    chooser->findChild<QLineEdit *>("fileNameEdit")->setText(name);
+    QMetaObject::invokeMethod(chooser, "accept");
+}
+
+// Closes the chooser's own warning, which runs a loop of Qt's, with the button.
+void AnswerWarning(QMessageBox::StandardButton button, QString *text)
+{
+    const auto warning = [] {
+        return dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
+    };
+    WhenThere([=] { return warning() != nullptr; },
+              [=] {
+                  *text = warning()->text();
+                  warning()->button(button)->click();
+              });
+}
+
+TEST_F(QtWindow, TheSaveChooserKeepsTheNameAndAsksBeforeItReplaces)
+{
+    SelectByKeys(0, 1);
+    const QString path = QString::fromStdString(File("no extension"));
+    std::ofstream(path.toStdString()) << "old";
+    QString offered, filter, question;
+    WhenThere(IsChooserShown, [&] {
+        offered = ShownChooser()->findChild<QLineEdit *>("fileNameEdit")->text();
+        filter = ShownChooser()->nameFilters().join('|');
+        AnswerWarning(QMessageBox::No, &question);
+        Type(path);
+        WhenThere(IsChooserShown, [&] {
+            AnswerWarning(QMessageBox::Yes, &question);
+            Type(path);
+        });
+    });
+    Action(IDM_SAVE_AS)->trigger();
+    RunUntilIdle();
+    EXPECT_EQ(offered, "TEXT.BIN");
+    EXPECT_EQ(filter, "Binary files (*.BIN)|All files (*)");
+    EXPECT_TRUE(question.contains("no extension"));
+    EXPECT_EQ(std::filesystem::file_size(path.toStdString()), 4u);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(QtWindow, TheSaveChooserRefusesWhatCannotBeAFile)
+{
+    SelectByKeys(0, 0);
+    QString slash, tooLong;
+    WhenThere(IsChooserShown, [&] {
+        AnswerWarning(QMessageBox::Ok, &slash);
+        QMetaObject::invokeMethod(ShownChooser(), "accept");
+        AnswerWarning(QMessageBox::Ok, &tooLong);
+        Type(QString::fromStdString(File("")) + QString(259, 'x'));
+        ShownChooser()->reject();
+    });
+    Action(IDM_SAVE_AS)->trigger();
+    RunUntilIdle();
+    EXPECT_TRUE(slash.contains('/')) << slash.toStdString();
+    EXPECT_TRUE(tooLong.contains("259")) << tooLong.toStdString();
+}
+
+TEST_F(QtWindow, MessagesAreDispatchedWhileALoopOfQtsOwnRuns)
+{
+    SelectByKeys(0, 1);
+    const std::string path = File("x");
+    std::ofstream(path) << "old";
+    QString question;
+    WhenThere(IsChooserShown, [&] {
+        // While the chooser asks, the program is told to close its file.
+        WhenThere([] { return dynamic_cast<QMessageBox *>(QApplication::activeModalWidget()); },
+                  [&] {
+                      PostMessageA(globals.mainWindow, WM_COMMAND, IDM_CLOSE, 0);
+                      WhenThere([] { return Frame()->windowTitle().contains("NO FILE"); },
+                                [&] {
+                                    AnswerWarning(QMessageBox::No, &question);
+                                    WhenThere(IsChooserShown, [] { ShownChooser()->reject(); });
+                                });
+                  });
+        Type(QString::fromStdString(path));
+    });
+    Action(IDM_SAVE_AS)->trigger();
+    RunUntilIdle();
+    EXPECT_FALSE(question.isEmpty());
+    EXPECT_EQ(Frame()->windowTitle(), "Quillmoor [ NO FILE ] ");
+    EXPECT_EQ(Tree()->model()->rowCount(), 0);
+}
+
+TEST_F(QtWindow, TheCloseBoxEndsTheProgramAlsoWithAChooserOpen)
+{
+    WhenThere(IsChooserShown, [] { PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); });
+    Action(IDM_OPEN)->trigger();
+    RunUntilIdle();
+    EXPECT_EQ(Frame(), nullptr);
+    EXPECT_TRUE(IsQuitting());
+}
+
+TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)
+{
+    for (const Font &font : {Font{14, 0, "MS Sans Serif"}, Font{13, 0, "Courier New"}}) {
+        FontSize size;
+        MeasureFont(font, &size);
+        EXPECT_LE(size.ascent + size.descent, font.height);
+        EXPECT_GE(size.ascent + size.descent, font.height - 2);
+    }
+    const Font courier = {13, 0, "Courier New"};
+    EXPECT_EQ(MeasureText(courier, "iiii", 4), MeasureText(courier, "WWWW", 4));
+    EXPECT_EQ(FromCaption("\xC3\xA9t\xC3\xA9"), QString::fromUtf8("été"));
+    EXPECT_EQ(FromCaption("\xE9t\xE9"), QString::fromUtf8("été"));
+    EXPECT_EQ(FromCodePage("\xC3\xA9", 2), QString::fromUtf8("Ã©"));
+}
+
+} // namespace

@@ -1,0 +1,410 @@
+// The quiet half with a recorder in place of the display: what the display reports, what it is
+// told, and what Windows does not promise.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/native/comctl/tree.h"
+#include "platform/native/comctl/tree_user.h"
+#include "platform/native/user/geometry.h"
+#include "platform/native/user/input.h"
+#include "platform/native/user/menus.h"
+#include "platform/native/user/painting.h"
+#include "platform/native/user/queue.h"
+#include "platform/native/user/text_lines.h"
+#include "platform/native/visible.h"
+#include "platform/win32.h"
+
+namespace
+{
+
+typedef std::vector<std::string> Lines;
+
+Lines told;
+std::map<UINT, std::function<LRESULT(HWND, WPARAM, LPARAM)>> actions;
+
+LRESULT CALLBACK TestProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto action = actions.find(message);
+    return action != actions.end() ? action->second(window, wParam, lParam)
+                                   : DefWindowProcA(window, message, wParam, lParam);
+}
+
+struct NativeWindow : testing::Test {
+    HWND window;
+
+    NativeWindow()
+    {
+        told.clear();
+        actions.clear();
+        visible = {};
+        WNDCLASSA windowClass = {};
+        windowClass.lpfnWndProc = TestProcedure;
+        windowClass.style = CS_DBLCLKS;
+        windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+        windowClass.lpszClassName = "NativeWindow";
+        RegisterClassA(&windowClass);
+        window = CreateWindowExA(0, "NativeWindow", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 50,
+                                 200, 100, nullptr, nullptr, nullptr, nullptr);
+    }
+
+    ~NativeWindow() override
+    {
+        visible = {};
+        DestroyWindow(window);
+        UnregisterClassA("NativeWindow", nullptr);
+    }
+
+    HWND MakePane(int x, int width, DWORD style = 0)
+    {
+        return CreateWindowExA(0, "button", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW | style, x, 0,
+                               width, 100, window, (HMENU)7, nullptr, nullptr);
+    }
+
+    // Dispatches all that waits.
+    void Drain()
+    {
+        DispatchWaiting();
+    }
+};
+
+// --- size ---
+
+// A window manager that gives what it is asked for, or always the same size.
+SIZE stubbornSize;
+int questions;
+
+TEST_F(NativeWindow, AManagerIsAskedOnceForEachSizeThatItGives)
+{
+    // A window that wants to be at least 300 wide, as a size rule asks for it.
+    actions[WM_SIZE] = [](HWND moved, WPARAM, LPARAM) -> LRESULT {
+        RECT rect;
+        GetWindowRect(moved, &rect);
+        if (rect.right - rect.left < 300)
+            MoveWindow(moved, rect.left, rect.top, 300, 100, TRUE);
+        return 0;
+    };
+    questions = 0;
+    visible.windowChanged = [](HWND changed, WindowChange change) {
+        const RECT &wanted = WindowOf(changed)->rect;
+        if (change != WindowChange::Rect || wanted.right - wanted.left != 300)
+            return;
+        questions++;
+        ASSERT_LT(questions, 10);
+        ReportRect(changed, {100, 50, 100 + stubbornSize.cx, 50 + stubbornSize.cy}, {0, 0, 0, 0});
+    };
+    stubbornSize = {250, 90};
+    ReportRect(window, {100, 50, 350, 140}, {0, 0, 0, 0});
+    EXPECT_EQ(questions, 1);
+    RECT rect;
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.right - rect.left, 250);
+
+    stubbornSize = {240, 90};
+    ReportRect(window, {100, 50, 340, 140}, {0, 0, 0, 0});
+    EXPECT_EQ(questions, 2);
+    ReportRect(window, {100, 50, 350, 140}, {0, 0, 0, 0});
+    EXPECT_EQ(questions, 2);
+}
+
+TEST_F(NativeWindow, TheFramesWidthsCountToTheOuterRectangleOnly)
+{
+    std::vector<LPARAM> sizes;
+    actions[WM_SIZE] = [&](HWND, WPARAM, LPARAM size) -> LRESULT {
+        return sizes.push_back(size), 0;
+    };
+    ReportRect(window, {90, 20, 310, 155}, {5, 25, 5, 10});
+    ReportRect(window, {90, 20, 290, 155}, {5, 25, 5, 10});
+    EXPECT_EQ(sizes, (std::vector<LPARAM>{MAKELPARAM(210, 100), MAKELPARAM(190, 100)}));
+    POINT origin = {0, 0};
+    ClientToScreen(window, &origin);
+    EXPECT_EQ(origin.x, 95);
+    EXPECT_EQ(origin.y, 45);
+}
+
+// --- input ---
+
+TEST_F(NativeWindow, ARightPressIsToldToTheParentsBeforeTheChild)
+{
+    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE | WS_BORDER, 20, 10, 100,
+                                80, window, (HMENU)5, nullptr, nullptr);
+    actions[WM_PARENTNOTIFY] = [](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        POINT cursor;
+        GetCursorPos(&cursor);
+        told.push_back("press " + std::to_string(LOWORD(wParam)) + " at " +
+                       std::to_string(LOWORD(lParam)) + "," + std::to_string(HIWORD(lParam)) +
+                       " cursor " + std::to_string(cursor.x) + "," + std::to_string(cursor.y));
+        return 0;
+    };
+    actions[WM_NOTIFY] = [](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
+        told.push_back("notify " + std::to_string(id) + " code " +
+                       std::to_string((int)((const NMHDR *)lParam)->code));
+        return 0;
+    };
+    ReportMouse(tree, WM_RBUTTONDOWN, 3, 4);
+    EXPECT_TRUE(told.empty());
+    Drain();
+    EXPECT_EQ(told, (Lines{"press 516 at 24,15 cursor 124,65", "notify 5 code -5"}));
+
+    // The parent may end the child before the child is told.
+    told.clear();
+    actions[WM_PARENTNOTIFY] = [tree](HWND, WPARAM, LPARAM) -> LRESULT {
+        return DestroyWindow(tree);
+    };
+    ReportMouse(tree, WM_RBUTTONDOWN, 3, 4);
+    Drain();
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(NativeWindow, TheCaptureGetsTheMouseInItsOwnCoordinates)
+{
+    HWND pane = MakePane(50, 100);
+    actions[WM_MOUSEMOVE] = [](HWND, WPARAM, LPARAM place) -> LRESULT {
+        told.push_back(std::to_string((int16_t)LOWORD(place)) + "," +
+                       std::to_string((int16_t)HIWORD(place)));
+        return 0;
+    };
+    SetCapture(window);
+    ReportMouse(pane, WM_MOUSEMOVE, 10, 20);
+    ReportMouse(window, WM_MOUSEMOVE, -60, -5);
+    ReleaseCapture();
+    ReportMouse(pane, WM_MOUSEMOVE, 11, 20);
+    Drain();
+    EXPECT_EQ(told, (Lines{"60,20", "-60,-5"}));
+}
+
+TEST_F(NativeWindow, AWindowThatTakesNoInputGetsNone)
+{
+    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
+        return told.push_back("down"), 0;
+    };
+    actions[WM_SYSCOMMAND] = [](HWND, WPARAM, LPARAM) -> LRESULT {
+        return told.push_back("close"), 0;
+    };
+    SetTakesInput(window, false);
+    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
+    ReportClose(window);
+    Drain();
+    EXPECT_TRUE(told.empty());
+    SetTakesInput(window, true);
+    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
+    ReportClose(window);
+    Drain();
+    EXPECT_EQ(told, (Lines{"close", "down"}));
+}
+
+// --- the overlay ---
+
+std::vector<RECT> painted;
+
+uint32_t OverlayPixel(HWND window, int x, int y)
+{
+    const PixelSurface &surface = WindowOf(window)->overlay.pixels.surface;
+    return surface.pixels[(size_t)y * surface.stride + (size_t)x] & 0xFFFFFF;
+}
+
+bool IsCovered(HWND window, LONG x, LONG y)
+{
+    for (const RECT &part : WindowOf(window)->overlay.covered)
+        if (x >= part.left && x < part.right && y >= part.top && y < part.bottom)
+            return true;
+    return false;
+}
+
+TEST_F(NativeWindow, DrawingAboveChildrenStaysUntilWhatIsBelowIsPainted)
+{
+    HWND left = MakePane(0, 80), right = MakePane(120, 80);
+    actions[WM_DRAWITEM] = [](HWND, WPARAM, LPARAM lParam) -> LRESULT {
+        const auto *item = (const DRAWITEMSTRUCT *)lParam;
+        FillRect(item->hDC, &item->rcItem, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        told.push_back("drawn");
+        return TRUE;
+    };
+    UpdateWindow(window);
+    told.clear();
+    const auto draw = [this](const RECT &bar) {
+        HDC dc = GetDC(window);
+        HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
+        FillRect(dc, &bar, red);
+        DeleteObject(red);
+        ReleaseDC(window, dc);
+    };
+    draw({70, 0, 130, 100});
+    // The rest shows what was there: the children's white and the window's own background.
+    EXPECT_TRUE(told.empty());
+    EXPECT_EQ(OverlayPixel(window, 75, 50), 0xFF0000u);
+    EXPECT_EQ(OverlayPixel(window, 10, 50), 0xFFFFFFu);
+    EXPECT_EQ(OverlayPixel(window, 190, 50), 0xFFFFFFu);
+    draw({0, 0, 5, 5});
+    EXPECT_EQ(OverlayPixel(window, 75, 50), 0xFF0000u);
+
+    InvalidateRect(left, nullptr, FALSE);
+    UpdateWindow(left);
+    EXPECT_FALSE(IsCovered(window, 75, 50));
+    EXPECT_TRUE(IsCovered(window, 100, 50));
+    EXPECT_TRUE(IsCovered(window, 125, 50));
+
+    const RECT bar = {95, 0, 125, 100};
+    InvalidateRect(window, &bar, TRUE);
+    UpdateWindow(window);
+    EXPECT_FALSE(IsCovered(window, 100, 50));
+    EXPECT_FALSE(IsCovered(window, 124, 50));
+    EXPECT_TRUE(IsCovered(window, 90, 50));
+
+    MoveWindow(right, 85, 0, 80, 100, TRUE);
+    EXPECT_FALSE(IsCovered(window, 90, 50));
+}
+
+TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
+{
+    HWND pane = MakePane(0, 80);
+    visible.ratio = [](HWND) { return 1.5; };
+    actions[WM_DRAWITEM] = [](HWND, WPARAM, LPARAM lParam) -> LRESULT {
+        const auto *item = (const DRAWITEMSTRUCT *)lParam;
+        EXPECT_EQ(item->rcItem.right, 80);
+        FillRect(item->hDC, &item->rcItem, (HBRUSH)GetStockObject(WHITE_BRUSH));
+        return TRUE;
+    };
+    UpdateWindow(window);
+    const WindowPixels &pixels = WindowOf(pane)->pixels;
+    EXPECT_EQ(pixels.surface.width, 80);
+    EXPECT_EQ(pixels.memory.size(),
+              120u * (size_t)MemoryEdge(pixels.surface, pixels.surface.height));
+    EXPECT_EQ(pixels.memory.back() & 0xFFFFFF, 0xFFFFFFu);
+}
+
+// --- popup menus, trees, choosers ---
+
+TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
+{
+    HMENU menu = CreatePopupMenu();
+    AppendMenuA(menu, MF_STRING, 103, "&Play");
+    actions[WM_COMMAND] = [](HWND, WPARAM id, LPARAM) -> LRESULT {
+        return told.push_back("command " + std::to_string(id)), 0;
+    };
+    visible.runEvents = [](bool) { ReportMenuClosed(103); };
+    visible.showMenu = [](HMENU, POINT place, HWND) {
+        told.push_back("shown at " + std::to_string(place.x) + "," + std::to_string(place.y));
+    };
+    EXPECT_TRUE(TrackPopupMenu(menu, 0, 30, 40, 0, window, nullptr));
+    EXPECT_EQ(told, Lines{"shown at 30,40"});
+    Drain();
+    EXPECT_EQ(told, (Lines{"shown at 30,40", "command 103"}));
+
+    // It goes with its owner, and with the program.
+    visible.closeMenu = [] { told.push_back("closed"); };
+    visible.runEvents = [](bool) { PostQuitMessage(0); };
+    told.clear();
+    TrackPopupMenu(menu, 0, 1, 2, 0, window, nullptr);
+    EXPECT_EQ(told, (Lines{"shown at 1,2", "closed"}));
+    MSG message;
+    EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
+    DestroyMenu(menu);
+}
+
+TEST_F(NativeWindow, ATreeTellsWhatTheUserDoesAndItsParentMayRefuse)
+{
+    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD, 0, 0, 50, 50, window, (HMENU)5,
+                                nullptr, nullptr);
+    const auto insert = [tree](const char *label, LPARAM value) {
+        TVINSERTSTRUCTA insertion = {};
+        insertion.hParent = TVI_ROOT;
+        insertion.hInsertAfter = TVI_SORT;
+        insertion.item.mask = TVIF_TEXT | TVIF_PARAM;
+        insertion.item.pszText = const_cast<LPSTR>(label);
+        insertion.item.lParam = value;
+        return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEMA, 0, (LPARAM)&insertion);
+    };
+    LRESULT answer = 0;
+    actions[WM_NOTIFY] = [&](HWND, WPARAM, LPARAM lParam) -> LRESULT {
+        const auto *change = (const NMTREEVIEWA *)lParam;
+        EXPECT_EQ(change->hdr.hwndFrom, tree);
+        told.push_back(std::to_string((int)change->hdr.code) + ": " +
+                       std::to_string(change->itemOld.lParam) + " to " +
+                       std::to_string(change->itemNew.lParam));
+        return answer;
+    };
+    HTREEITEM first = insert("first", 11), second = insert("second", 22);
+    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
+    EXPECT_TRUE(ReportTreeSelection(tree, second, TVC_BYKEYBOARD));
+    EXPECT_EQ(told, (Lines{"-401: 0 to 11", "-402: 0 to 11", "-401: 11 to 22", "-402: 11 to 22"}));
+    answer = TRUE;
+    EXPECT_FALSE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
+    EXPECT_EQ(TreeSelection(tree), second);
+    EXPECT_FALSE(ReportTreeExpansion(tree, first, true));
+
+    told.clear();
+    SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
+    EXPECT_TRUE(told.empty());
+    EXPECT_EQ(TreeSelection(tree), nullptr);
+    EXPECT_FALSE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
+}
+
+std::string chosenPath;
+
+TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
+{
+    char path[20] = "7.BIN", title[20] = "";
+    OPENFILENAMEA record = {};
+    record.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
+    record.hwndOwner = window;
+    record.lpstrFilter = "Icon files\0*.ICO\0All files\0*.*\0";
+    record.nFilterIndex = 1;
+    record.lpstrFile = path;
+    record.nMaxFile = sizeof path;
+    record.lpstrFileTitle = title;
+    record.nMaxFileTitle = sizeof title;
+    EXPECT_FALSE(GetSaveFileNameA(&record));
+    visible.chooseFile = [](FileChoice *choice) {
+        EXPECT_TRUE(choice->isSave);
+        EXPECT_STREQ(choice->path, "7.BIN");
+        std::strcpy(choice->path, "/d.x/other");
+        choice->filterIndex = 2;
+        return false;
+    };
+    EXPECT_FALSE(GetSaveFileNameA(&record));
+    EXPECT_STREQ(path, "7.BIN");
+    EXPECT_EQ(record.nFilterIndex, 1u);
+    visible.chooseFile = [](FileChoice *choice) {
+        EXPECT_EQ(choice->pathSize, 20u);
+        std::strcpy(choice->path, "/d.x/other.ico");
+        choice->filterIndex = 2;
+        return true;
+    };
+    EXPECT_TRUE(GetSaveFileNameA(&record));
+    EXPECT_STREQ(path, "/d.x/other.ico");
+    EXPECT_STREQ(title, "other.ico");
+    EXPECT_EQ(record.nFilterIndex, 2u);
+    EXPECT_EQ(record.nFileOffset, 5);
+    EXPECT_EQ(record.nFileExtension, 11);
+}
+
+// --- texts ---
+
+TEST(TextLines, BreakBetweenWordsAndAtLineFeeds)
+{
+    visible = {};
+    // With no display a letter is 6 wide.
+    const Font font = {13, 0, "MS Sans Serif"};
+    const struct {
+        const char *text;
+        Lines lines;
+    } cases[] = {
+        {"", {""}},
+        {"one two three", {"one two", "three"}},
+        {"one\r\n\ntwo", {"one", "", "two"}},
+        {"  indented", {"  indented"}},
+        {"unbreakable words", {"unbreakable", "words"}},
+        {"ends with spaces ", {"ends with", "spaces "}},
+    };
+    for (const auto &one : cases)
+        EXPECT_EQ(BreakLines(font, one.text, 9 * 6), one.lines) << one.text;
+    EXPECT_EQ(WithoutMnemonic("Save &as && go&"), "Save as & go&");
+}
+
+} // namespace
