@@ -300,7 +300,9 @@ void AttachDisplay(int *argc, char **argv)
     application->setApplicationName(QStringLiteral("quillmoor"));
     application->setDesktopFileName(QStringLiteral("quillmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
-    application->installEventFilter(new DialogKeys);
+    auto *keys = new DialogKeys;
+    keys->setParent(application.get());
+    application->installEventFilter(keys);
     QObject::connect(application.get(), &QApplication::focusChanged, application.get(),
                      [](QWidget *, QWidget *now) { ReportFocus(WindowShownBy(now)); });
     QObject::connect(application.get(), &QGuiApplication::commitDataRequest, application.get(),
