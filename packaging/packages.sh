@@ -1,13 +1,14 @@
 # Sourced by ./run, ./test and ./package: installs what is missing, and says what.
 # Sets nothing else and asks nothing; works as root, and with sudo as a user.
 
-native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev libsdl2-dev libcli11-dev nlohmann-json3-dev"
-# What the window needs when it runs: the faces it draws with, Wayland, and the desktop's
-# applications for the manual.
-window_packages="fonts-liberation qt6-wayland xdg-utils"
+# What the native build is configured with, its tests included.
+native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev libsdl2-dev libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev"
+# What the window needs when it runs: the faces it draws with, one for its menus (with the others
+# alone "sans" is a typewriter's), Wayland, and the desktop's applications for the manual.
+window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
 # A virtual display, keys for it and its picture.
 screenshot_packages="xvfb xdotool imagemagick"
-test_packages="libgtest-dev libgmock-dev icoutils"
+test_packages="icoutils"
 bench_packages="libbenchmark-dev icoutils p7zip-full"
 windows_packages="g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 googletest wine64 libwine xvfb"
 windows32_packages="g++-mingw-w64-i686"
