@@ -7,6 +7,7 @@
 #include "platform/console.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -14,21 +15,11 @@ std::string TextToUtf8(const char *text)
 {
     std::vector<WCHAR> units(strlen(text) + 1);
     const int count = MultiByteToWideChar(CP_ACP, 0, text, -1, units.data(), (int)units.size());
-    std::string utf8;
-    // A code page holds no character that takes two code units.
-    for (int i = 0; i + 1 < count; i++) {
-        const unsigned unit = units[(size_t)i];
-        if (unit < 0x80) {
-            utf8 += (char)unit;
-        } else if (unit < 0x800) {
-            utf8 += (char)(0xC0 | unit >> 6);
-            utf8 += (char)(0x80 | (unit & 0x3F));
-        } else {
-            utf8 += (char)(0xE0 | unit >> 12);
-            utf8 += (char)(0x80 | (unit >> 6 & 0x3F));
-            utf8 += (char)(0x80 | (unit & 0x3F));
-        }
-    }
+    // The terminator is left out; a code unit takes up to three bytes.
+    std::string utf8((size_t)std::max(count - 1, 0) * 3, 0);
+    if (count > 1)
+        utf8.resize((size_t)WideCharToMultiByte(CP_UTF8, 0, units.data(), count - 1, utf8.data(),
+                                                (int)utf8.size(), nullptr, nullptr));
     return utf8;
 }
 

@@ -1,5 +1,18 @@
 #include "platform/console.h"
 
+// Whether the byte at a place belongs to a UTF-8 character that an earlier byte begins.
+static bool IsContinued(const std::string &text, size_t at)
+{
+    for (size_t back = 1; back <= 3 && back <= at; back++) {
+        const unsigned char byte = (unsigned char)text[at - back];
+        if (byte >= 0xC0)
+            return byte >= (back == 1 ? 0xC2 : back == 2 ? 0xE0 : 0xF0);
+        if (byte < 0x80)
+            return false;
+    }
+    return false;
+}
+
 std::string SafeText(FILE *stream, const std::string &text)
 {
     if (!IsTerminal(stream))
@@ -15,6 +28,8 @@ std::string SafeText(FILE *stream, const std::string &text)
         } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
             safe += "\xEF\xBF\xBD"; // the second set of control characters has no pictures
             i++;
+        } else if (byte >= 0x80 && byte < 0xA0 && !IsContinued(text, i)) {
+            safe += "\xEF\xBF\xBD"; // not UTF-8, and a control character to a terminal of 8 bits
         } else {
             safe += (char)byte;
         }

@@ -163,14 +163,19 @@ MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char
         replace ? renameat(in, from, in, to) : renameat2(in, from, in, to, RENAME_NOREPLACE);
     if (failed && !replace && errno == EINVAL) {
         // The file system cannot move without replacing; a file can be given a second name.
+        // A folder cannot, but its move never replaces a file, a link or a folder that holds
+        // anything.
         failed = linkat(in, from, in, to, 0);
+        struct stat status;
         if (!failed)
             unlinkat(in, from, 0);
+        else if (fstatat(in, from, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode))
+            failed = renameat(in, from, in, to);
     }
     if (!failed)
         return MoveDone;
     lastError = errno;
-    return errno == EEXIST ? MoveExists : MoveFailed;
+    return errno == EEXIST || errno == ENOTEMPTY ? MoveExists : MoveFailed;
 }
 
 int ExistsInFolder(const OutputFolder *folder, const char *name)

@@ -34,11 +34,12 @@ SIZE_T WINAPI GlobalSize(HGLOBAL block);
 // --- code pages ---
 
 #define CP_ACP 0
+#define CP_UTF8 65001
 
-// Converts UTF-16 to the ANSI code page. Returns the number of bytes written; 0 when an argument
-// is wrong or the output is too small. units may be -1: up to and with the terminator. A size of 0
-// asks for the number of bytes needed. What the code page lacks becomes "?", with no best fit.
-// flags are 0, the last two arguments NULL.
+// Converts UTF-16 to the ANSI code page, or to UTF-8. Returns the number of bytes written; 0 when
+// an argument is wrong or the output is too small. units may be -1: up to and with the terminator.
+// A size of 0 asks for the number of bytes needed. What the ANSI page lacks becomes "?", with no
+// best fit; in UTF-8 a surrogate without its pair becomes U+FFFD.
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
                                int outSize, LPCSTR defaultChar, LPBOOL usedDefault);
 

@@ -47,18 +47,16 @@ TEST(NeReader, FailsAtTheFirstThingThatIsNotThere)
         {"data of a menu, which is not kept", good.resources[1].entry, 0xFFFF, FailureData, 1},
         {"length of a kept resource", good.resources[2].entry + 2, 0xFFFF, FailureData, 1},
         {"resource count", good.resources[2].type.entry + 2, 0xFFFF, FailureData, 2},
-        {"alignment shift", good.table, 31, FailureNone, 0},
+        {"alignment shift", good.table, 20, FailureData, 0},
     };
     for (const auto &row : cases) {
         SCOPED_TRACE(row.defect);
         Bytes bytes = good.bytes;
         PutU16(bytes, row.offset, row.value);
         const Reading reading = ReadBytes(bytes);
-        if (row.failure != FailureNone) {
-            EXPECT_EQ(reading.outcome, ProbeFailed);
-            EXPECT_EQ(reading.failure, row.failure);
-        }
-        EXPECT_EQ(reading.entries.size() >= row.left, true);
+        EXPECT_EQ(reading.outcome, ProbeFailed);
+        EXPECT_EQ(reading.failure, row.failure);
+        EXPECT_EQ(reading.entries.size(), row.left);
     }
 }
 
@@ -93,13 +91,12 @@ TEST(NeReader, SurvivesEveryCutAndEveryWildByte)
     const Bytes good =
         BuildNe({.resources = {{2, 1, Text("picture")}, {3, u"ICON", Text("icon")}}}).bytes;
     for (size_t length = 0; length < good.size(); length++)
-        EXPECT_LE(ReadBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length)).entries.size(),
-                  2u);
+        ExpectHonest(Bytes(good.begin(), good.begin() + (ptrdiff_t)length), 2);
     for (size_t at = 60; at < good.size(); at++) {
         for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
             Bytes bytes = good;
             bytes[at] = (unsigned char)value;
-            EXPECT_LE(ReadBytes(bytes).entries.size(), 70000u);
+            ExpectHonest(bytes, 0);
         }
     }
 }

@@ -218,13 +218,12 @@ TEST(PeReader, SurvivesEveryCutAndEveryWildByte)
 {
     const Bytes good = BuildThree().bytes;
     for (size_t length = 0; length < good.size(); length++)
-        EXPECT_LE(ReadBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length)).entries.size(),
-                  3u);
+        ExpectHonest(Bytes(good.begin(), good.begin() + (ptrdiff_t)length), 3);
     for (size_t at = 60; at < good.size(); at++) {
         for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
             Bytes bytes = good;
             bytes[at] = (unsigned char)value;
-            EXPECT_LE(ReadBytes(bytes).entries.size(), 1000u);
+            ExpectHonest(bytes, 0);
         }
     }
 }

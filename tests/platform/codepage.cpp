@@ -35,6 +35,18 @@ TEST(CodePage, UnitsThatThePageLacksBecomeQuestionMarks)
     EXPECT_STREQ(text, "a?b??c?d?");
 }
 
+TEST(CodePage, Utf8TakesEveryCharacter)
+{
+    const WCHAR wide[] = {'a', 0xE9, 0x20AC, 0xD83D, 0xDE00, 0xDC00, 'z', 0xD83D, 0};
+    const char expected[] = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBDz\xEF\xBF\xBD";
+    const int size = sizeof expected;
+    char text[32];
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr), size);
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, text, size - 1, nullptr, nullptr), 0);
+    ASSERT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, text, size, nullptr, nullptr), size);
+    EXPECT_STREQ(text, expected);
+}
+
 TEST(CodePage, LengthsAndSizes)
 {
     const WCHAR wide[] = {'a', 0xE9, 0x20AC, 0, 'z'};

@@ -41,6 +41,12 @@ LRESULT CALLBACK TestProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
+BOOL CALLBACK NoteVisit(HWND window, LPARAM)
+{
+    told.push_back(NameOf(window));
+    return TRUE;
+}
+
 struct MessageTest : testing::Test {
     Loops loops;
 
@@ -167,17 +173,10 @@ TEST_F(MessageTest, ChildrenAreFoundByIdAndVisitedWithTheirChildren)
     EXPECT_EQ(GetDlgItem(window, 6), second);
     EXPECT_EQ(GetDlgItem(window, 7), nullptr);
     EXPECT_EQ(GetDlgItem(first, 7), inner);
-    static std::vector<std::string> visited;
-    visited.clear();
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM stopAt) -> BOOL {
-            visited.push_back(NameOf(child));
-            return (LPARAM)visited.size() != stopAt;
-        },
-        0);
-    std::sort(visited.begin(), visited.end());
-    EXPECT_EQ(visited, (Lines{"first", "inner", "second"}));
+    told.clear();
+    EnumChildWindows(window, NoteVisit, 0);
+    std::sort(told.begin(), told.end());
+    EXPECT_EQ(told, (Lines{"first", "inner", "second"}));
 
     char text[5] = "????";
     SetDlgItemTextA(window, 6, "a label");

@@ -3,6 +3,8 @@
 #include "exe/tree_items.h"
 #include "tests/support/temp_folder.h"
 
+#include <gtest/gtest.h>
+
 Reading ReadBytes(const Bytes &bytes)
 {
     Reading reading = {};
@@ -24,4 +26,15 @@ Reading ReadBytes(const Bytes &bytes)
     }
     ReleaseCatalog(&openCatalog);
     return reading;
+}
+
+void ExpectHonest(const Bytes &bytes, size_t whole)
+{
+    const Reading reading = ReadBytes(bytes);
+    EXPECT_EQ(reading.outcome == ProbeRead, reading.failure == FailureNone);
+    if (reading.outcome == ProbeRead && whole > 0) {
+        EXPECT_EQ(reading.entries.size(), whole);
+    }
+    for (const Bytes &data : reading.data)
+        EXPECT_LE(data.size(), bytes.size());
 }

@@ -124,22 +124,39 @@ const CodePage &AnsiCodePage()
     return page;
 }
 
+static void AppendUtf8(std::string *out, uint32_t character)
+{
+    if (character < 0x80) {
+        *out += (char)character;
+        return;
+    }
+    const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+    *out += (char)((0xF80 >> following & 0xFF) | character >> 6 * following);
+    for (int i = following - 1; i >= 0; i--)
+        *out += (char)(0x80 | (character >> 6 * i & 0x3F));
+}
+
 std::string TextToUtf8(std::string_view text)
 {
     const CodePage &page = AnsiCodePage();
     std::string out;
     out.reserve(text.size());
-    for (char character : text) {
-        const unsigned unit = page.units[(unsigned char)character];
-        if (unit < 0x80) {
-            out += (char)unit;
-        } else if (unit < 0x800) {
-            out += (char)(0xC0 | unit >> 6);
-            out += (char)(0x80 | (unit & 0x3F));
+    for (char character : text)
+        AppendUtf8(&out, page.units[(unsigned char)character]);
+    return out;
+}
+
+static std::string UnitsToUtf8(LPCWSTR wide, int units)
+{
+    std::string out;
+    for (int i = 0; i < units; i++) {
+        const unsigned unit = wide[i];
+        const unsigned next = i + 1 < units ? wide[i + 1] : 0;
+        if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+            AppendUtf8(&out, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
+            i++;
         } else {
-            out += (char)(0xE0 | unit >> 12);
-            out += (char)(0x80 | (unit >> 6 & 0x3F));
-            out += (char)(0x80 | (unit & 0x3F));
+            AppendUtf8(&out, unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit);
         }
     }
     return out;
@@ -148,11 +165,20 @@ std::string TextToUtf8(std::string_view text)
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
                                int outSize, LPCSTR defaultChar, LPBOOL usedDefault)
 {
-    if (codePage != CP_ACP || flags != 0 || wide == nullptr || outSize < 0 ||
-        (out == nullptr && outSize != 0) || defaultChar != nullptr || usedDefault != nullptr)
+    if ((codePage != CP_ACP && codePage != CP_UTF8) || flags != 0 || wide == nullptr ||
+        outSize < 0 || (out == nullptr && outSize != 0) || defaultChar != nullptr ||
+        usedDefault != nullptr)
         return 0;
     if (units < 0)
         units = LengthWithTerminator(wide);
+    if (codePage == CP_UTF8) {
+        const std::string utf8 = UnitsToUtf8(wide, units);
+        const int length = (int)utf8.size();
+        if (outSize == 0 || length > outSize)
+            return outSize == 0 ? length : 0;
+        memcpy(out, utf8.data(), utf8.size());
+        return length;
+    }
     if (outSize == 0 || units == 0)
         return units;
     const CodePage &page = AnsiCodePage();
