@@ -1,5 +1,6 @@
 #include "platform/native/qt/controls.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -7,6 +8,7 @@
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/surfaces.h"
 #include "platform/native/qt/text.h"
+#include "platform/native/user/button.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
@@ -18,6 +20,24 @@ SurfaceWidget::SurfaceWidget(HWND shown, QWidget *parent) : QWidget(parent), win
     setPalette(LightPalette());
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoMousePropagation);
+}
+
+void SurfaceWidget::NoteLine(const QString &line)
+{
+    drawnLines.append(line);
+}
+
+void SurfaceWidget::NotePainted()
+{
+    QString text = drawnLines.join(QLatin1Char('\n'));
+    drawnLines.clear();
+    if (text == shownText)
+        return;
+    text.swap(shownText);
+    if (!QAccessible::isActive() || !IsOwnerDrawn(window))
+        return;
+    QAccessibleTextUpdateEvent event(this, 0, text, shownText);
+    QAccessible::updateAccessibility(&event);
 }
 
 void SurfaceWidget::paintEvent(QPaintEvent *event)
@@ -38,10 +58,17 @@ void SurfaceWidget::paintEvent(QPaintEvent *event)
     if (!pixels.contains(event->rect()))
         painter.fillRect(event->rect(), SystemColor(COLOR_BTNFACE));
     painter.drawImage(origin, ImageOf(surface));
-    if (!hasBorder)
+    if (hasBorder) {
+        painter.setPen(SystemColor(COLOR_WINDOWTEXT));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+    if (!hasFocus() || !IsOwnerDrawn(window))
         return;
-    painter.setPen(SystemColor(COLOR_WINDOWTEXT));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    // A control may reach over its parent's edges.
+    const QRect seen = rect() & parentWidget()->rect().translated(-pos());
+    painter.setPen(SystemColor(COLOR_HIGHLIGHT));
+    painter.drawRect(seen.adjusted(0, 0, -1, -1));
+    painter.drawRect(seen.adjusted(1, 1, -2, -2));
 }
 
 void SurfaceWidget::Report(UINT message, const QMouseEvent *event)
@@ -87,6 +114,13 @@ void SurfaceWidget::keyPressEvent(QKeyEvent *event)
         ReportKey(window, VK_SPACE, false);
     else
         QWidget::keyPressEvent(event);
+}
+
+void SurfaceWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    // A press of the mouse has been reported already.
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        ReportMouse(window, WM_RBUTTONDOWN, width() / 2, height() / 2);
 }
 
 OverlayWidget::OverlayWidget(HWND shown, QWidget *parent) : QWidget(parent), window(shown)

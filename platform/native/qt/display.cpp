@@ -8,6 +8,7 @@
 #include <memory>
 #include <strings.h>
 
+#include "platform/native/qt/accessible.h"
 #include "platform/native/qt/file_choosers.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/menu_bars.h"
@@ -47,7 +48,8 @@ QWidget *MakeControl(HWND window, const Window *record)
     control->setCursor(Qt::ArrowCursor);
     if (IsOfClass(record, "button")) {
         control->setFocusPolicy(Qt::TabFocus);
-        control->setAccessibleName(QStringLiteral("Picture"));
+        control->setAccessibleName(WindowOf(record->parent)->owner ? QStringLiteral("Picture")
+                                                                   : QStringLiteral("View"));
     } else {
         control->setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
     }
@@ -165,9 +167,23 @@ void OnPainted(HWND window, const RECT *part)
         return;
     if (auto *tree = dynamic_cast<TreeWidget *>(widget))
         tree->viewport()->update();
+    else if (auto *surface = dynamic_cast<SurfaceWidget *>(widget))
+        surface->NotePainted();
     const RECT border = record->parent ? record->around : RECT{0, 0, 0, 0};
     widget->update(part->left + border.left, part->top + border.top, part->right - part->left,
                    part->bottom - part->top);
+}
+
+void OnDrawText(const PixelSurface *surface, const RECT *clip, const Font &font, int x, int y,
+                uint32_t pixel, LPCSTR text, int bytes)
+{
+    DrawTextLine(surface, clip, font, x, y, pixel, text, bytes);
+    ForEachWidget([=](HWND window, QWidget *widget) {
+        auto *shown = dynamic_cast<SurfaceWidget *>(widget);
+        const Window *record = WindowOf(window);
+        if (shown && record && record->pixels.surface.pixels == surface->pixels)
+            shown->NoteLine(FromCodePage(text, bytes));
+    });
 }
 
 void OnOverlayChanged(HWND window)
@@ -274,7 +290,7 @@ void FillTable()
     visible.compose = OnCompose;
     visible.measureFont = MeasureFont;
     visible.measureText = MeasureText;
-    visible.drawText = DrawTextLine;
+    visible.drawText = OnDrawText;
     visible.treeChanged = OnTreeChanged;
     visible.showMenu = ShowPopupMenu;
     visible.closeMenu = ClosePopupMenu;
@@ -308,6 +324,7 @@ void AttachDisplay(int *argc, char **argv)
     QObject::connect(application.get(), &QGuiApplication::commitDataRequest, application.get(),
                      AskEndOfSession, Qt::DirectConnection);
     afterQtEvents = AfterEvents;
+    InstallAccessibles();
     FillTable();
 }
 

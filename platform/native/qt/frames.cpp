@@ -1,7 +1,9 @@
 #include "platform/native/qt/frames.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QWindow>
 
 #include "platform/native/qt/menu_bars.h"
@@ -116,6 +118,20 @@ void FrameWidget::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     ReportClose(window);
+}
+
+void FrameWidget::keyPressEvent(QKeyEvent *event)
+{
+    QWidget *inner = focusWidget();
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier && menuBar) {
+        OpenFirstMenu(menuBar);
+    } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && inner) {
+        // Desktops know it as another context menu key, Qt does not.
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, inner->mapToGlobal(QPoint()));
+        QApplication::sendEvent(inner, &asked);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void FrameWidget::FollowText()

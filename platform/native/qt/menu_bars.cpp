@@ -45,6 +45,7 @@ QMenuBar *MakeMenuBar(HWND window, QWidget *parent)
     auto *bar = new QMenuBar(parent);
     // The frame's sizes count on a bar in the window.
     bar->setNativeMenuBar(false);
+    bar->setAccessibleName(QStringLiteral("Menu"));
     if (const Menu *record = MenuOf(GetMenu(window)))
         for (const MenuItem &item : record->items)
             FillMenu(bar->addMenu(FromCodePage(item.text)), item.submenu);
@@ -59,6 +60,15 @@ void FollowMenu(HWND window, QMenuBar *bar)
     FollowStates(bar->actions(), GetMenu(window));
 }
 
+void OpenFirstMenu(QMenuBar *bar)
+{
+    QAction *first = bar->actions().value(0);
+    if (!first || !first->menu())
+        return;
+    bar->setActiveAction(first);
+    first->menu()->setActiveAction(first->menu()->actions().value(0));
+}
+
 void ShowPopupMenu(HMENU menu, POINT place, HWND owner)
 {
     QWidget *client = WidgetOf(owner);
@@ -68,6 +78,7 @@ void ShowPopupMenu(HMENU menu, POINT place, HWND owner)
         return;
     }
     auto *shown = new QMenu(client->window());
+    shown->setAccessibleName(QStringLiteral("Context menu"));
     FillMenu(shown, menu);
     // The choice is told after the closing, in the same event.
     QObject::connect(shown, &QMenu::aboutToHide, shown, [shown] {

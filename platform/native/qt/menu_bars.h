@@ -11,6 +11,9 @@ QMenuBar *MakeMenuBar(HWND window, QWidget *parent);
 // Shows the items' states in it.
 void FollowMenu(HWND window, QMenuBar *bar);
 
+// Opens the first menu, as the key F10 does.
+void OpenFirstMenu(QMenuBar *bar);
+
 // Entries of the visible half's table.
 void ShowPopupMenu(HMENU menu, POINT place, HWND owner);
 void ClosePopupMenu();

@@ -52,7 +52,7 @@ HWND WindowShownBy(const QWidget *widget)
     return nullptr;
 }
 
-void ForEachWidget(void (*visit)(HWND window, QWidget *widget))
+void ForEachWidget(const std::function<void(HWND window, QWidget *widget)> &visit)
 {
     const QHash<HWND, QWidget *> all = widgets;
     for (auto entry = all.constBegin(); entry != all.constEnd(); ++entry)

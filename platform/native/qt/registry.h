@@ -3,6 +3,7 @@
 
 #include <QPalette>
 #include <QWidget>
+#include <functional>
 
 #include "platform/native/visible.h"
 
@@ -19,7 +20,7 @@ void DeleteDropped();
 HWND WindowShownBy(const QWidget *widget);
 
 // Called for every window that has a widget.
-void ForEachWidget(void (*visit)(HWND window, QWidget *widget));
+void ForEachWidget(const std::function<void(HWND window, QWidget *widget)> &visit);
 
 // The fixed light colours of our own windows, whatever the desktop's theme is.
 const QPalette &LightPalette();

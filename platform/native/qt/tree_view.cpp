@@ -14,6 +14,8 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
 
+static const QString treeName = QStringLiteral("Resources");
+
 TreeModel::TreeModel(HWND tree, QObject *parent) : QAbstractItemModel(parent), window(tree)
 {
 }
@@ -78,6 +80,23 @@ const QIcon &TreeModel::IconOf(int image, int selectedImage) const
     return icon;
 }
 
+// What screen readers do not find out by themselves.
+QString TreeModel::PlaceOf(const QModelIndex &index) const
+{
+    int level = 1;
+    for (QModelIndex above = parent(index); above.isValid(); above = parent(above))
+        ++level;
+    return QStringLiteral("level %1, %2 of %3")
+        .arg(level)
+        .arg(index.row() + 1)
+        .arg(rowCount(parent(index)));
+}
+
+QVariant TreeModel::headerData(int, Qt::Orientation, int role) const
+{
+    return role == Qt::AccessibleTextRole ? QVariant(treeName) : QVariant();
+}
+
 QVariant TreeModel::data(const QModelIndex &index, int role) const
 {
     TreeItemLook look;
@@ -85,6 +104,7 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
         return {};
     switch (role) {
     case Qt::DisplayRole: return FromCodePage(*look.label);
+    case Qt::AccessibleDescriptionRole: return PlaceOf(index);
     case Qt::DecorationRole: return IconOf(look.image, look.selectedImage);
     default: return {};
     }
@@ -106,7 +126,7 @@ TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     setTextElideMode(Qt::ElideNone);
     setEditTriggers(NoEditTriggers);
     setIconSize({16, 14});
-    setAccessibleName(QStringLiteral("Resources"));
+    setAccessibleName(treeName);
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) {
         if (!ReportTreeExpansion(window, TreeModel::ItemAt(index), true))
             collapse(index);
@@ -165,6 +185,37 @@ void TreeWidget::keyPressEvent(QKeyEvent *event)
     lastAction = TVC_BYKEYBOARD;
     ReportTreeEvent(window, TVN_KEYDOWN);
     QTreeView::keyPressEvent(event);
+}
+
+void TreeWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    // A press of the mouse has been reported already.
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const QRect seen = visualRect(currentIndex()) & viewport()->rect();
+    const QPoint place =
+        seen.isEmpty() ? viewport()->rect().center() : QPoint(seen.center().x(), seen.bottom());
+    ReportMouse(window, WM_RBUTTONDOWN, place.x(), place.y());
+}
+
+// The frame shows the focus: an empty tree has no item that could.
+void TreeWidget::initStyleOption(QStyleOptionFrame *option) const
+{
+    QTreeView::initStyleOption(option);
+    if (hasFocus())
+        option->palette.setColor(QPalette::WindowText, palette().color(QPalette::Highlight));
+}
+
+void TreeWidget::focusInEvent(QFocusEvent *event)
+{
+    QTreeView::focusInEvent(event);
+    update();
+}
+
+void TreeWidget::focusOutEvent(QFocusEvent *event)
+{
+    QTreeView::focusOutEvent(event);
+    update();
 }
 
 void TreeWidget::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)

@@ -23,10 +23,12 @@ class TreeModel : public QAbstractItemModel
     QModelIndex parent(const QModelIndex &child) const override;
     int rowCount(const QModelIndex &parent) const override;
     int columnCount(const QModelIndex &parent) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
     const QIcon &IconOf(int image, int selectedImage) const;
+    QString PlaceOf(const QModelIndex &index) const;
 
     HWND window;
     mutable QHash<QPair<int, int>, QIcon> icons;
@@ -46,6 +48,10 @@ class TreeWidget : public QTreeView
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void initStyleOption(QStyleOptionFrame *option) const override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
 

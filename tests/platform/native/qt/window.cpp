@@ -1,6 +1,7 @@
 // The real window on the offscreen display, by real mouse and key events.
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QFileDialog>
@@ -82,10 +83,10 @@ void WhenThere(std::function<bool()> isThere, std::function<void()> act)
     timer->start(10);
 }
 
-void PressKey(QWidget *widget, int key)
+void PressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers);
     QApplication::sendEvent(widget, &press);
     QApplication::sendEvent(widget, &release);
 }
@@ -259,26 +260,86 @@ TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
     EXPECT_EQ(Pane()->width(), Client()->width() - 182);
 }
 
-TEST_F(QtWindow, ARightPressOffersTheContextMenu)
+QMenu *ShownMenu()
+{
+    return dynamic_cast<QMenu *>(QApplication::activePopupWidget());
+}
+
+TEST_F(QtWindow, ARightPressAndKeysOfferTheContextMenu)
 {
     SelectByKeys(0, 1);
-    QStringList texts;
-    const auto shownMenu = [] { return dynamic_cast<QMenu *>(QApplication::activePopupWidget()); };
-    const auto isMenuShown = [=] { return shownMenu() != nullptr; };
-    const auto readAndClose = [&] {
-        for (const QAction *action : shownMenu()->actions())
-            texts.append(action->text() + (action->isEnabled() ? "" : " (gray)"));
-        PressKey(shownMenu(), Qt::Key_Escape);
+    const auto press = [](QWidget *widget) {
+        SendMouse(widget, QEvent::MouseButtonPress, {50, 5}, Qt::RightButton);
     };
-    WhenThere(isMenuShown, readAndClose);
-    SendMouse(Pane(), QEvent::MouseButtonPress, {50, 50}, Qt::RightButton);
-    EXPECT_EQ(texts, (QStringList{"Save &as...", "&Play (gray)"}));
-    texts.clear();
-    WhenThere(isMenuShown, readAndClose);
-    SendMouse(Tree()->viewport(), QEvent::MouseButtonPress, {50, 5}, Qt::RightButton);
-    EXPECT_EQ(texts, QStringList{"Save &as..."});
-    // The press selected nothing.
-    EXPECT_EQ(Tree()->currentIndex().data().toString(), "TEXT (4 bytes)");
+    const auto pressMenuKey = [](QWidget *widget) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QApplication::sendEvent(widget, &event);
+    };
+    const auto pressF10 = [](QWidget *widget) {
+        widget->setFocus();
+        PressKey(widget, Qt::Key_F10, Qt::ShiftModifier);
+    };
+    const QStringList both = {"Save &as...", "&Play (gray)"};
+    const struct {
+        std::function<void(QWidget *)> ask;
+        QWidget *where;
+        QStringList expected;
+    } cases[] = {
+        {press, Pane(), both},        {press, Tree()->viewport(), both.mid(0, 1)},
+        {pressMenuKey, Pane(), both}, {pressMenuKey, Tree(), both.mid(0, 1)},
+        {pressF10, Pane(), both},     {pressF10, Tree(), both.mid(0, 1)},
+    };
+    for (const auto &[ask, where, expected] : cases) {
+        QStringList texts;
+        WhenThere([] { return ShownMenu() != nullptr; },
+                  [&] {
+                      for (const QAction *action : ShownMenu()->actions())
+                          texts.append(action->text() + (action->isEnabled() ? "" : " (gray)"));
+                      PressKey(ShownMenu(), Qt::Key_Escape);
+                  });
+        ask(where);
+        RunUntilIdle();
+        EXPECT_EQ(texts, expected);
+        // The press selected nothing.
+        EXPECT_EQ(Tree()->currentIndex().data().toString(), "TEXT (4 bytes)");
+    }
+}
+
+TEST_F(QtWindow, F10OpensTheFirstMenu)
+{
+    for (QWidget *widget : {Client(), static_cast<QWidget *>(Tree()), Pane()}) {
+        PressKey(widget, Qt::Key_F10);
+        ASSERT_NE(ShownMenu(), nullptr);
+        EXPECT_EQ(ShownMenu()->activeAction(), Action(IDM_OPEN));
+        PressKey(ShownMenu(), Qt::Key_Escape);
+        EXPECT_EQ(ShownMenu(), nullptr);
+    }
+}
+
+TEST_F(QtWindow, ScreenReadersAreToldWhatIsShown)
+{
+    const auto of = [](QObject *object) { return QAccessible::queryAccessibleInterface(object); };
+    EXPECT_EQ(of(Frame())->role(), QAccessible::Window);
+    EXPECT_EQ(of(Frame())->text(QAccessible::Name).toStdString(),
+              "Quillmoor [ " + commandLine + " ] ");
+    EXPECT_EQ(of(Tree())->text(QAccessible::Name), "Resources");
+    QAccessibleInterface *pane = of(Pane());
+    QAccessibleTextInterface *text = pane->textInterface();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(pane->text(QAccessible::Name), "View");
+    EXPECT_TRUE(pane->state().readOnly);
+    const auto shown = [text] { return text->text(0, text->characterCount()); };
+    EXPECT_EQ(shown(), "");
+    SelectByKeys(1, 0);
+    EXPECT_EQ(shown(), "32 X 16, 1 bits");
+    const QModelIndex item = Tree()->currentIndex();
+    EXPECT_EQ(item.data(Qt::AccessibleDescriptionRole), "level 2, 1 of 1");
+    EXPECT_EQ(item.parent().data(Qt::AccessibleDescriptionRole), "level 1, 2 of 2");
+    SelectByKeys(0, 1);
+    EXPECT_EQ(shown(), "41 31 20 7A " + QString(37, ' ') + "A..z");
+    PressKey(Tree(), Qt::Key_Home);
+    RunUntilIdle();
+    EXPECT_EQ(shown(), "");
 }
 
 TEST_F(QtWindow, TheAboutBoxIsDrivenByKeys)
@@ -291,6 +352,8 @@ TEST_F(QtWindow, TheAboutBoxIsDrivenByKeys)
     WhenThere([=] { return about() != nullptr; },
               [&] {
                   QWidget *box = about();
+                  EXPECT_EQ(QAccessible::queryAccessibleInterface(box)->role(),
+                            QAccessible::Dialog);
                   PressKey(box->focusWidget() ? box->focusWidget() : box, Qt::Key_Escape);
                   WhenThere([=] { return true; },
                             [&, box] {

@@ -1,0 +1,132 @@
+#include "platform/native/qt/accessible.h"
+
+#include <QAccessibleWidget>
+
+#include "platform/native/qt/frames.h"
+#include "platform/native/qt/text.h"
+#include "platform/native/user/button.h"
+#include "platform/native/user/static_text.h"
+#include "platform/native/user/window_table.h"
+
+namespace
+{
+
+constexpr DWORD staticTypeMask = 0x1F;
+
+// An owner-drawn button of the main window is a place where the program shows something: its text
+// is what was written there. In dialogs it is a picture.
+QAccessible::Role RoleOf(HWND window)
+{
+    const Window *record = WindowOf(window);
+    if (!record || !record->parent)
+        return QAccessible::Pane;
+    if (IsOwnerDrawn(window))
+        return FrameOf(WindowOf(window))->owner ? QAccessible::Graphic : QAccessible::EditableText;
+    return (record->style & staticTypeMask) == SS_ICON ? QAccessible::Graphic
+                                                       : QAccessible::StaticText;
+}
+
+class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterface
+{
+  public:
+    explicit SurfaceAccessible(SurfaceWidget *shown)
+        : QAccessibleWidget(shown, RoleOf(shown->Shown())), surface(shown)
+    {
+    }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TextInterface && role() == QAccessible::EditableText)
+            return static_cast<QAccessibleTextInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QString text(QAccessible::Text what) const override
+    {
+        const Window *record = WindowOf(surface->Shown());
+        if (what == QAccessible::Name && record && !record->parent)
+            return FromCaption(record->text);
+        return QAccessibleWidget::text(what);
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.readOnly = state.multiLine = role() == QAccessible::EditableText;
+        return state;
+    }
+
+    QString text(int from, int to) const override
+    {
+        return surface->ShownText().mid(from, to - from);
+    }
+
+    int characterCount() const override
+    {
+        return static_cast<int>(surface->ShownText().size());
+    }
+
+    QRect characterRect(int) const override
+    {
+        return rect();
+    }
+
+    // Nothing in it can be selected, and it has no caret.
+    void selection(int, int *from, int *to) const override
+    {
+        *from = *to = 0;
+    }
+    int selectionCount() const override
+    {
+        return 0;
+    }
+    void addSelection(int, int) override
+    {
+    }
+    void removeSelection(int) override
+    {
+    }
+    void setSelection(int, int, int) override
+    {
+    }
+    int cursorPosition() const override
+    {
+        return 0;
+    }
+    void setCursorPosition(int) override
+    {
+    }
+    int offsetAtPoint(const QPoint &) const override
+    {
+        return -1;
+    }
+    void scrollToSubstring(int, int) override
+    {
+    }
+    QString attributes(int, int *from, int *to) const override
+    {
+        *from = 0;
+        *to = characterCount();
+        return {};
+    }
+
+  private:
+    SurfaceWidget *surface;
+};
+
+QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
+{
+    if (auto *surface = dynamic_cast<SurfaceWidget *>(object))
+        return new SurfaceAccessible(surface);
+    if (auto *frame = dynamic_cast<FrameWidget *>(object))
+        return new QAccessibleWidget(frame, frame->parentWidget() ? QAccessible::Dialog
+                                                                  : QAccessible::Window);
+    return nullptr;
+}
+
+} // namespace
+
+void InstallAccessibles()
+{
+    QAccessible::installFactory(MakeAccessible);
+}
