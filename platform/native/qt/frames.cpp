@@ -54,10 +54,14 @@ int FrameWidget::MenuHeight() const
     return menuBar ? menuBar->sizeHint().height() : 0;
 }
 
+QMargins FrameWidget::Margins() const
+{
+    return isVisible() && windowHandle() ? windowHandle()->frameMargins() : QMargins();
+}
+
 RECT FrameWidget::Around() const
 {
-    const QMargins margins =
-        isVisible() && windowHandle() ? windowHandle()->frameMargins() : QMargins();
+    const QMargins margins = Margins();
     return {margins.left(), margins.top() + MenuHeight(), margins.right(), margins.bottom()};
 }
 
@@ -77,13 +81,15 @@ void FrameWidget::FollowRect()
     if (!record)
         return;
     const SIZE size = ClientSizeOf(record);
-    const QSize outside(static_cast<int>(size.cx), static_cast<int>(size.cy) + MenuHeight());
-    if (QPoint(record->rect.left, record->rect.top) != pos())
-        move(record->rect.left, record->rect.top);
-    if (IsSizable(record))
-        resize(outside);
-    else
-        setFixedSize(outside.expandedTo({1, 1}));
+    const QSize inside(static_cast<int>(size.cx), static_cast<int>(size.cy) + MenuHeight());
+    if (!IsSizable(record))
+        setFixedSize(inside.expandedTo({1, 1}));
+    // Always by the inside's corner, never by the frame's: Qt would change from the one to the
+    // other at the first resize, and a manager that is just dragging the frame then puts it
+    // elsewhere.
+    const QMargins margins = Margins();
+    setGeometry(QRect(QPoint(record->rect.left + margins.left(), record->rect.top + margins.top()),
+                      IsSizable(record) ? inside : this->size()));
     LayOut();
 }
 

@@ -37,6 +37,7 @@ class FrameWidget : public QWidget
 
   private:
     int MenuHeight() const;
+    QMargins Margins() const; // the manager's frame; none until it is known
     void LayOut();
 
     HWND window;
