@@ -1,9 +1,11 @@
 #include "platform/native/qt/file_choosers.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTreeView>
 #include <cstring>
 
 #include "platform/native/qt/registry.h"
@@ -17,6 +19,9 @@ namespace
 // The folder that the user chose from last.
 QString lastFolder;
 
+#define CHOOSER_WIDTH 760
+#define CHOOSER_HEIGHT 480
+
 class Chooser : public QFileDialog
 {
   public:
@@ -24,6 +29,7 @@ class Chooser : public QFileDialog
         : QFileDialog(parent), offered(offeredName), pathSize(bytes)
     {
         setOption(QFileDialog::DontUseNativeDialog);
+        ShowColumnsWhole();
     }
 
     QLineEdit *NameField() const
@@ -51,6 +57,20 @@ class Chooser : public QFileDialog
     }
 
   private:
+    // Size, type and date are never cut; the names take what is left.
+    void ShowColumnsWhole()
+    {
+        const auto *list = findChild<QTreeView *>(QStringLiteral("treeView"));
+        if (!list)
+            return;
+        QHeaderView *header = list->header();
+        header->setStretchLastSection(false);
+        for (int column = 0; column < header->count(); ++column)
+            header->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
+                                                             : QHeaderView::ResizeToContents);
+        resize(CHOOSER_WIDTH, CHOOSER_HEIGHT);
+    }
+
     void Refuse(const QString &text)
     {
         QMessageBox::warning(this, windowTitle(), text);
