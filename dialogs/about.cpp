@@ -9,8 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#define VERSION_MAJOR 3
-#define VERSION_MINOR 0
+// The numbers come from the build.
 #define VERSION_LETTER 'a'
 
 // The control's text is a format with places for the version.
