@@ -10,8 +10,10 @@ window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
 screenshot_packages="xvfb xdotool imagemagick"
 test_packages="icoutils"
 bench_packages="libbenchmark-dev icoutils p7zip-full"
-windows_packages="g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 googletest wine64 libwine xvfb"
-windows32_packages="g++-mingw-w64-i686"
+# Building for Windows, running it here, and what the zips take besides.
+cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64"
+wine_packages="wine64 libwine xvfb"
+zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
 
 # need_packages NAME...: installs those that the machine lacks.
 need_packages() {
