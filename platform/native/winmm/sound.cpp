@@ -5,16 +5,36 @@
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
+#include <dlfcn.h>
 
 #define RIFF_HEADER_SIZE 8
-#define DEVICE_FRAMES 1024 // of one buffer: how far a stop can be heard late
+#define BUFFERS_PER_SECOND 50 // or a few less: how far a stop can be heard late
+#define LEAST_BUFFER_FRAMES 16u
+#define MOST_BUFFER_FRAMES 32768u
 
 struct WaveSound {
     SDL_AudioSpec format;
     Uint8 *samples; // SDL_FreeWAV's
     Uint32 size;    // bytes
 };
+
+static void HearNothing(const char *, int, const char *, int, const char *, ...)
+{
+}
+
+// A machine without sound is no error, but the system's sound library writes what it misses to
+// standard error unless another listener is set. SDL uses the same copy of the library.
+static void SilenceSoundLibrary()
+{
+    using SetListener = int (*)(decltype(&HearNothing));
+    void *library = dlopen("libasound.so.2", RTLD_LAZY);
+    void *setter = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;
+    if (setter)
+        reinterpret_cast<SetListener>(setter)(HearNothing);
+}
 
 // The device stays open between sounds of one format: closing it waits for its buffers to run out.
 class AudioDevice
@@ -31,6 +51,7 @@ class AudioDevice
     bool Start()
     {
         if (!started) {
+            SilenceSoundLibrary();
             SDL_SetMainReady();
             SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
             started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
@@ -70,7 +91,9 @@ class AudioDevice
             return true;
         Close();
         format = wanted;
-        format.samples = DEVICE_FRAMES;
+        const auto frames = std::bit_floor(static_cast<unsigned>(wanted.freq) / BUFFERS_PER_SECOND);
+        format.samples =
+            static_cast<Uint16>(std::clamp(frames, LEAST_BUFFER_FRAMES, MOST_BUFFER_FRAMES));
         format.callback = nullptr;
         device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
         return device != 0;

@@ -166,9 +166,33 @@ TEST(Sound, StopsAtOnceAndGivesWayToWhatPlays)
 
 TEST(Sound, IsSilentWithoutADevice)
 {
+    static const char errorFile[] = BUILD_FOLDER "/tests/sound.err";
     Bytes wave = MakeWave({.bits = 8, .samples = {1, 2, 3}});
-    auto work = [&] { return Play(wave) || !sndPlaySoundA(nullptr, 0) ? 1 : 0; };
-    EXPECT_EQ(RunWithDriver("no such driver", "5", work), 0);
+    auto work = [&] {
+        setenv("ALSA_CONFIG_PATH", "/dev/null", 1); // it knows of no device
+        if (!freopen(errorFile, "w", stderr) || Play(wave) || !sndPlaySoundA(nullptr, 0))
+            return 1;
+        fflush(stderr);
+        return std::ifstream(errorFile).get() == EOF ? 0 : 2;
+    };
+    for (const char *driver : {"no such driver", "alsa"})
+        EXPECT_EQ(RunWithDriver(driver, "5", work), 0) << driver;
+}
+
+// A device is closed when its buffers have run out; the window waits for it.
+TEST(Sound, ChangesTheFormatOfTheSlowestSoundWithoutDelay)
+{
+    Bytes slow = MakeWave({.rate = 100, .bits = 8, .samples = Bytes(1000, 1)});
+    Bytes other = MakeWave({.bits = 8, .samples = {1, 2, 3}});
+    auto work = [&]() -> int {
+        if (!Play(slow))
+            return 1;
+        const auto start = std::chrono::steady_clock::now();
+        if (!sndPlaySoundA(nullptr, 0) || !Play(other))
+            return 2;
+        return std::chrono::steady_clock::now() - start < std::chrono::seconds(2) ? 0 : 3;
+    };
+    EXPECT_EQ(RunWithDriver("dummy", "5", work), 0);
 }
 
 TEST(Sound, LeavesTheSignalsThatEndTheProgramAlone)
