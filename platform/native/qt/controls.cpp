@@ -40,6 +40,14 @@ void SurfaceWidget::NotePainted()
     QAccessible::updateAccessibility(&event);
 }
 
+// By filling: where the screen has one and a half pixels for one, a pen's line may fall outside.
+static void DrawFrame(QPainter *painter, const QRect &around, int width, const QColor &color)
+{
+    const QRegion inside(around.adjusted(width, width, -width, -width));
+    for (const QRect &side : QRegion(around) - inside)
+        painter->fillRect(side, color);
+}
+
 void SurfaceWidget::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
@@ -58,17 +66,13 @@ void SurfaceWidget::paintEvent(QPaintEvent *event)
     if (!pixels.contains(event->rect()))
         painter.fillRect(event->rect(), SystemColor(COLOR_BTNFACE));
     painter.drawImage(origin, ImageOf(surface));
-    if (hasBorder) {
-        painter.setPen(SystemColor(COLOR_WINDOWTEXT));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
+    if (hasBorder)
+        DrawFrame(&painter, rect(), 1, SystemColor(COLOR_WINDOWTEXT));
     if (!hasFocus() || !IsOwnerDrawn(window))
         return;
     // A control may reach over its parent's edges.
     const QRect seen = rect() & parentWidget()->rect().translated(-pos());
-    painter.setPen(SystemColor(COLOR_HIGHLIGHT));
-    painter.drawRect(seen.adjusted(0, 0, -1, -1));
-    painter.drawRect(seen.adjusted(1, 1, -2, -2));
+    DrawFrame(&painter, seen, 2, SystemColor(COLOR_HIGHLIGHT));
 }
 
 void SurfaceWidget::Report(UINT message, const QMouseEvent *event)
