@@ -63,7 +63,7 @@ static int AppendEscaped(char *address, const char *part)
 static int FormAddress(char *address, const char *document, const char *anchor)
 {
     strcpy(address, "file:///");
-    return document[0] != 0 && AppendEscaped(address, AddressPath(document)) &&
+    return document[0] != 0 && AppendEscaped(address, AddressPath(document).c_str()) &&
            (anchor == nullptr || AppendEscaped(address, anchor));
 }
 
@@ -82,7 +82,9 @@ static int StartAssociated(const char *document)
     char commandLine[MAX_PATH + 1 + PATH_LENGTH + 1];
     if ((INT_PTR)FindExecutableA(document, "", application) <= 32)
         return 0;
-    snprintf(commandLine, sizeof commandLine, "%s %s", application, document);
+    if (snprintf(commandLine, sizeof commandLine, "%s %s", application, document) >=
+        (int)sizeof commandLine)
+        return 0;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -99,8 +101,8 @@ static int StartAssociated(const char *document)
 int OpenInBrowser(HWND owner, const char *document, const char *anchor)
 {
     char address[ADDRESS_LENGTH + 1];
-    if (!FormAddress(address, document, anchor) ||
-        (!StartBrowser(owner, address) && !StartAssociated(document)))
+    if (!(FormAddress(address, document, anchor) && StartBrowser(owner, address)) &&
+        !StartAssociated(document))
         MessageBoxA(owner, failureText, "Message", MB_ICONINFORMATION);
     return 1;
 }

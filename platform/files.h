@@ -27,8 +27,9 @@ const char *PathExtension(const char *path);
 // the text unchanged, when it does not fit into size bytes.
 int EndWithSeparator(char *folder, size_t size);
 
-// The path as it stands in an address after "file:///": without the slash that begins it on Linux.
-const char *AddressPath(const char *path);
+// The path as it stands in an address after "file:///". On Linux without the slash that begins it,
+// and each byte that has a meaning of its own in addresses, or none, is %XX; on Windows unchanged.
+std::string AddressPath(const char *path);
 
 // A UTF-8 file name with its letters folded, so that two names which a file system without case
 // takes for one become equal.

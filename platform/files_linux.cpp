@@ -29,9 +29,18 @@ size_t FolderLength(const char *path)
     return last == nullptr ? 0 : (size_t)(last - path) + 1;
 }
 
-const char *AddressPath(const char *path)
+std::string AddressPath(const char *path)
 {
-    return path[0] == '/' ? path + 1 : path;
+    static const char plain[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+    std::string address;
+    for (path += path[0] == '/'; *path != 0; path++) {
+        char byte[] = {*path, 0, 0, 0};
+        if (strchr(plain, *path) == nullptr)
+            snprintf(byte, sizeof byte, "%%%02X", (unsigned char)*path);
+        address += byte;
+    }
+    return address;
 }
 
 std::string FoldName(const std::string &name)

@@ -37,7 +37,7 @@ size_t FolderLength(const char *path)
     return length;
 }
 
-const char *AddressPath(const char *path)
+std::string AddressPath(const char *path)
 {
     return path;
 }
