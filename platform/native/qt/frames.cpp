@@ -75,11 +75,23 @@ void FrameWidget::LayOut()
     overlay->setGeometry(area);
 }
 
+// A window that fills the screen has the size that its manager gives: on Wayland one that takes a
+// larger one is ended.
+static bool FillsScreen(const QWidget *frame)
+{
+    const QWindow *shown = frame->windowHandle();
+    return shown && shown->windowStates() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+}
+
 void FrameWidget::FollowRect()
 {
     const Window *record = WindowOf(window);
     if (!record)
         return;
+    if (FillsScreen(this)) {
+        LayOut();
+        return;
+    }
     const SIZE size = ClientSizeOf(record);
     const QSize inside(static_cast<int>(size.cx), static_cast<int>(size.cy) + MenuHeight());
     if (!IsSizable(record))
