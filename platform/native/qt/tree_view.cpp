@@ -157,6 +157,13 @@ void TreeWidget::FollowFont()
     setFont(QtFont(FontOf(window)));
 }
 
+void TreeWidget::resizeEvent(QResizeEvent *event)
+{
+    QTreeView::resizeEvent(event);
+    // a selected item is marked across the tree, whatever its label's length
+    header()->setMinimumSectionSize(viewport()->width());
+}
+
 void TreeWidget::mousePressEvent(QMouseEvent *event)
 {
     const QPoint place = event->position().toPoint();

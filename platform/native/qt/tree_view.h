@@ -45,6 +45,7 @@ class TreeWidget : public QTreeView
     void FollowFont();
 
   protected:
+    void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
