@@ -14,6 +14,9 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/pictures.h"
 
+// A manager that refuses a size says so sooner.
+#define SETTLING_MILLISECONDS 300
+
 static bool IsSizable(const Window *record)
 {
     return (record->style & WS_OVERLAPPEDWINDOW) == WS_OVERLAPPEDWINDOW;
@@ -45,6 +48,9 @@ FrameWidget::FrameWidget(HWND shown, QWidget *owner)
     if (cursor && !cursor->pixels.empty())
         client->setCursor(QCursor(PixmapOf(*cursor), cursor->hotX, cursor->hotY));
     client->setFocusPolicy(Qt::TabFocus);
+    settling.setSingleShot(true);
+    settling.setInterval(SETTLING_MILLISECONDS);
+    connect(&settling, &QTimer::timeout, this, [this] { ReportSettled(window); });
     FollowText();
     FollowRect();
 }
@@ -117,8 +123,10 @@ void FrameWidget::ReportPlace()
     const auto isSame = [](const RECT &a, const RECT &b) {
         return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
     };
-    if (!isSame(outer, record->rect) || !isSame(around, record->around))
-        ReportRect(window, outer, around);
+    if (isSame(outer, record->rect) && isSame(around, record->around))
+        return;
+    settling.start();
+    ReportRect(window, outer, around);
 }
 
 void FrameWidget::resizeEvent(QResizeEvent *)

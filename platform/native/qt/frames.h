@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMenuBar>
+#include <QTimer>
 
 #include "platform/native/qt/controls.h"
 #include "platform/native/visible.h"
@@ -44,6 +45,7 @@ class FrameWidget : public QWidget
     QMenuBar *menuBar;
     SurfaceWidget *client;
     OverlayWidget *overlay;
+    QTimer settling; // runs from each change of the place on
 };
 
 // The frame that shows a top-level window; NULL for others.

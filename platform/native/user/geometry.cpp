@@ -1,6 +1,7 @@
 #include "platform/native/user/geometry.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
@@ -42,24 +43,11 @@ static void AnnounceSize(HWND window, const SIZE &before)
     SendMessageA(window, WM_SIZE, 0, MAKELPARAM(now.cx, now.cy));
 }
 
-// A manager that refuses a size says so at once. A size that stood for a while was granted, and
-// what comes after it is a new wish of the user's; but a slow manager must not keep us asking.
-static void ForgetAnsweredQuestions(Window *window)
-{
-    const auto stood = std::chrono::steady_clock::now() - window->askedAt;
-    if (stood > std::chrono::seconds(10))
-        window->askedInRow = 0;
-    if (IsSame(ClientSizeOf(window), window->askedFor) && window->askedInRow < 8 &&
-        stood > std::chrono::milliseconds(300))
-        window->askedFrom.clear();
-}
-
 void ReportRect(HWND window, const RECT &outer, const RECT &around)
 {
     Window *record = WindowOf(window);
     if (!record)
         return;
-    ForgetAnsweredQuestions(record);
     const SIZE before = ClientSizeOf(record);
     record->rect = outer;
     record->around = around;
@@ -73,14 +61,39 @@ static bool MayAsk(Window *window, const SIZE &wanted)
     const SIZE given = ClientSizeOf(window);
     if (IsSame(given, wanted) || !window->wasShown || !visible.windowChanged)
         return true;
-    for (const SIZE &asked : window->askedFrom)
-        if (IsSame(asked, given))
+    for (const SIZE &asked : window->askedFrom) {
+        if (IsSame(asked, given)) {
+            window->isAskWithheld = true;
             return false;
+        }
+    }
     window->askedFrom.push_back(given);
-    window->askedFor = wanted;
-    window->askedAt = std::chrono::steady_clock::now();
-    window->askedInRow++;
+    window->isAskWithheld = false;
     return true;
+}
+
+// What stands is a new size, whatever was given before: the question may be asked anew. One that
+// was withheld is asked now, once more from each size. A manager that takes back what it gave,
+// after a while, ends this by its number.
+void ReportSettled(HWND window)
+{
+    Window *record = WindowOf(window);
+    if (!record || record->askedFrom.empty())
+        return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - record->settledAt > std::chrono::seconds(10))
+        record->settledInRow = 0;
+    record->settledAt = now;
+    if (++record->settledInRow > 8)
+        return;
+    record->askedFrom.clear();
+    const SIZE size = ClientSizeOf(record);
+    if (!std::exchange(record->isAskWithheld, false)) {
+        record->settledFrom = {};
+    } else if (!IsSame(size, record->settledFrom)) {
+        record->settledFrom = size;
+        SendMessageA(window, WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
+    }
 }
 
 static bool SetRect(HWND window, const RECT &wanted)

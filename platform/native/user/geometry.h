@@ -10,5 +10,8 @@ RECT FrameAround(const Window *window);
 // WM_SIZE is sent when the client size changed.
 void ReportRect(HWND window, const RECT &outer, const RECT &around);
 
+// The display has told no other rectangle of the window for a while.
+void ReportSettled(HWND window);
+
 // Lets a window take input or not.
 void SetTakesInput(HWND window, bool takesInput);

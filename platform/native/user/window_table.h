@@ -60,12 +60,14 @@ struct Window {
     RECT rect;   // outer; on the screen, a child's in its parent's client area
     RECT around; // widths of what lies around the client area
 
-    // Client sizes from which the window manager was asked for another; which one last, when, and
-    // how often in a row.
+    // Client sizes from which the window manager was asked for another since they last settled, and
+    // whether it would have been asked from one of them again.
     std::vector<SIZE> askedFrom;
-    SIZE askedFor;
-    std::chrono::steady_clock::time_point askedAt;
-    int askedInRow;
+    bool isAskWithheld;
+    // When the sizes settled, how often in a row, and from which size that asked once more.
+    std::chrono::steady_clock::time_point settledAt;
+    int settledInRow;
+    SIZE settledFrom;
 
     RECT invalid; // empty when nothing is
     bool isEraseAsked;

@@ -109,6 +109,22 @@ TEST_F(NativeWindow, AManagerIsAskedOnceForEachSizeThatItGives)
     EXPECT_EQ(questions, 2);
     ReportRect(window, {100, 50, 350, 140}, {0, 0, 0, 0});
     EXPECT_EQ(questions, 2);
+    // The question that was withheld is asked once the sizes have settled; refused again, no more.
+    stubbornSize = {250, 90};
+    for (int i = 0; i < 5; i++)
+        ReportSettled(window);
+    EXPECT_EQ(questions, 3);
+    stubbornSize = {300, 100};
+    ReportRect(window, {100, 50, 340, 140}, {0, 0, 0, 0});
+    GetWindowRect(window, &rect);
+    EXPECT_EQ(rect.right - rect.left, 300);
+    // One that takes back what it gave, each time after a while, is not asked for ever.
+    questions = 0;
+    for (int i = 0; i < 20; i++) {
+        ReportRect(window, {100, 50, 350, 140}, {0, 0, 0, 0});
+        ReportSettled(window);
+    }
+    EXPECT_LT(questions, 9);
 }
 
 TEST_F(NativeWindow, TheFramesWidthsCountToTheOuterRectangleOnly)

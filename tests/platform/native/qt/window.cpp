@@ -13,6 +13,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTimer>
 #include <QTreeView>
 #include <filesystem>
@@ -258,6 +259,20 @@ TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
     EXPECT_EQ(outer.right - outer.left, 620);
     EXPECT_EQ(outer.bottom - outer.top, 440);
     EXPECT_EQ(Pane()->width(), Client()->width() - 182);
+    // However fast the sizes follow each other.
+    const auto isLarge = [&] {
+        GetWindowRect(globals.mainWindow, &outer);
+        return outer.right - outer.left == 620 && outer.bottom - outer.top == 440;
+    };
+    for (int i = 0; i < 20; ++i) {
+        Frame()->resize(500, 300 + i % 2);
+        RunUntilIdle();
+    }
+    for (int i = 0; i < 100 && !isLarge(); ++i) {
+        QThread::msleep(20);
+        RunUntilIdle();
+    }
+    EXPECT_TRUE(isLarge());
 }
 
 QMenu *ShownMenu()
