@@ -1,12 +1,16 @@
 // The temporary folder of this process, and names in it.
 #include "platform/win32/kernel.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#define FOLDER_PATTERN "quillmoor-XXXXXX"
+#define PREFIX_LENGTH (sizeof FOLDER_PATTERN - sizeof "XXXXXX")
 
 namespace
 {
@@ -18,6 +22,23 @@ bool IsOwnFolder(const std::string &path)
            status.st_uid == geteuid() && (status.st_mode & 077) == 0;
 }
 
+// A process that was killed leaves its folder behind, as a rule empty. One that still runs makes
+// another when its own is gone.
+void RemoveStaleFolders(const char *parent)
+{
+    const auto anHourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::error_code error;
+    std::filesystem::directory_iterator entry(parent, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        std::error_code gone;
+        if (name.size() == strlen(FOLDER_PATTERN) &&
+            name.compare(0, PREFIX_LENGTH, FOLDER_PATTERN, PREFIX_LENGTH) == 0 &&
+            IsOwnFolder(entry->path()) && entry->last_write_time(gone) < anHourAgo && !gone)
+            rmdir(entry->path().c_str());
+    }
+}
+
 // Makes a folder that only the user can enter; empty on failure.
 std::string MakeOwnFolder()
 {
@@ -25,7 +46,8 @@ std::string MakeOwnFolder()
     for (const char *parent : {chosen, "/tmp"}) {
         if (parent == nullptr || parent[0] != '/')
             continue;
-        std::string path = std::string(parent) + "/quillmoor-XXXXXX";
+        RemoveStaleFolders(parent);
+        std::string path = std::string(parent) + "/" FOLDER_PATTERN;
         if (mkdtemp(path.data()) != nullptr)
             return path;
     }

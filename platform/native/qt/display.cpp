@@ -9,6 +9,7 @@
 #include <strings.h>
 
 #include "platform/native/qt/accessible.h"
+#include "platform/native/qt/end_signals.h"
 #include "platform/native/qt/file_choosers.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/menu_bars.h"
@@ -326,10 +327,12 @@ void AttachDisplay(int *argc, char **argv)
     afterQtEvents = AfterEvents;
     InstallAccessibles();
     FillTable();
+    WatchEndSignals();
 }
 
 void DetachDisplay()
 {
+    UnwatchEndSignals();
     visible = {};
     afterQtEvents = nullptr;
     DeleteDropped();

@@ -4,10 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <set>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -136,6 +138,18 @@ TEST(Settings, FolderIsUnderHomeUnlessTold)
 TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
 {
     Folder folder;
+    // What killed processes left: one is stale, the others are young, in use, or someone's own.
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
+    for (const char *name :
+         {"quillmoor-stale1", "quillmoor-young1", "quillmoor-filled", "quillmoor"}) {
+        const auto path = folder.path / name;
+        std::filesystem::create_directory(path);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        if (path.filename() == "quillmoor-filled")
+            std::ofstream(path / "file") << "x";
+        if (path.filename() != "quillmoor-young1")
+            std::filesystem::last_write_time(path, old);
+    }
     int told[2];
     ASSERT_EQ(pipe(told), 0);
     const pid_t child = fork();
@@ -163,7 +177,10 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
     close(told[0]);
     close(told[1]);
     EXPECT_EQ(answer, 'y');
-    EXPECT_TRUE(std::filesystem::is_empty(folder.path));
+    std::set<std::string> left;
+    for (const auto &entry : std::filesystem::directory_iterator(folder.path))
+        left.insert(entry.path().filename());
+    EXPECT_EQ(left, (std::set<std::string>{"quillmoor", "quillmoor-filled", "quillmoor-young1"}));
 }
 
 TEST(Programs, AreStartedByNameWithOneArgument)

@@ -16,6 +16,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QTreeView>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -36,6 +37,16 @@
 namespace
 {
 
+QtMessageHandler usualHandler;
+
+// The offscreen display says each time what a display of its kind does not do.
+void TellAllButWhatOffscreenLacks(QtMsgType type, const QMessageLogContext &context,
+                                  const QString &text)
+{
+    if (!text.startsWith(QLatin1String("This plugin does not support ")))
+        usualHandler(type, context, text);
+}
+
 // The application is made once: Qt does not like another.
 struct Display : testing::Environment {
     void SetUp() override
@@ -45,6 +56,7 @@ struct Display : testing::Environment {
         static char name[] = "qt_tests";
         static char *arguments[] = {name, nullptr};
         static int count = 1;
+        usualHandler = qInstallMessageHandler(TellAllButWhatOffscreenLacks);
         AttachDisplay(&count, arguments);
     }
 
@@ -481,13 +493,23 @@ TEST_F(QtWindow, MessagesAreDispatchedWhileALoopOfQtsOwnRuns)
     EXPECT_EQ(Tree()->model()->rowCount(), 0);
 }
 
-TEST_F(QtWindow, TheCloseBoxEndsTheProgramAlsoWithAChooserOpen)
+void ExpectEndWithAChooserOpen(const std::function<void()> &end)
 {
-    WhenThere(IsChooserShown, [] { PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); });
-    Action(IDM_OPEN)->trigger();
+    WhenThere(IsChooserShown, end);
+    QtWindow::Action(IDM_OPEN)->trigger();
     RunUntilIdle();
-    EXPECT_EQ(Frame(), nullptr);
+    EXPECT_EQ(QtWindow::Frame(), nullptr);
     EXPECT_TRUE(IsQuitting());
+}
+
+TEST_F(QtWindow, TheExitCommandEndsTheProgramAlsoWithAChooserOpen)
+{
+    ExpectEndWithAChooserOpen([] { PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); });
+}
+
+TEST_F(QtWindow, ASignalEndsTheProgramAlsoWithAChooserOpen)
+{
+    ExpectEndWithAChooserOpen([] { raise(SIGTERM); });
 }
 
 TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)

@@ -1,0 +1,8 @@
+// The signals that ask a program to end.
+#pragma once
+
+// From now on the first such signal closes the windows that have no owner, as their close boxes do
+// but whatever dialog is open, so that the program puts its things away. The second ends it at
+// once. A signal that is ignored stays so.
+void WatchEndSignals();
+void UnwatchEndSignals();
