@@ -8,16 +8,6 @@
 #define BI_RLE4 2u
 #define BI_BITFIELDS 3u
 
-#pragma pack(push, 2)
-typedef struct tagBITMAPFILEHEADER {
-    WORD bfType;
-    DWORD bfSize;
-    WORD bfReserved1;
-    WORD bfReserved2;
-    DWORD bfOffBits;
-} BITMAPFILEHEADER;
-#pragma pack(pop)
-
 typedef struct tagBITMAPINFOHEADER {
     DWORD biSize;
     LONG biWidth;
@@ -68,7 +58,6 @@ HGDIOBJ WINAPI GetStockObject(int number);
 #define COLOR_BTNSHADOW 16
 #define COLOR_GRAYTEXT 17
 #define COLOR_BTNTEXT 18
-#define COLOR_BTNHIGHLIGHT 20
 DWORD WINAPI GetSysColor(int index);
 
 // A stock brush of that colour.
@@ -113,7 +102,8 @@ HDC WINAPI CreateCompatibleDC(HDC dc);
 BOOL WINAPI DeleteDC(HDC dc);
 
 // Selects a bitmap, brush, pen or font. Returns the one selected before; NULL on failure. Only
-// contexts made by CreateCompatibleDC take a bitmap, and a bitmap is in one of them at a time.
+// contexts made by CreateCompatibleDC take a bitmap, and a bitmap is in one of them at a time; none
+// takes a monochrome one, which is for pattern brushes.
 HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object);
 
 // Each returns the value before; CLR_INVALID for a dead context.
@@ -134,7 +124,8 @@ BOOL WINAPI SetBrushOrgEx(HDC dc, int x, int y, LPPOINT old);
 // --- drawing ---
 
 // Copies width x height pixels from a context with a bitmap; what lies outside the bitmap is left
-// out. FALSE for a dead context, a source that is a window's, and another operation.
+// out. Negative sizes reach to the left and up from the pixels at the corners. FALSE for a dead
+// context, a source that is a window's, and another operation.
 #define SRCCOPY 0x00CC0020u
 #define SRCAND 0x008800C6u
 #define SRCINVERT 0x00660046u
@@ -160,5 +151,3 @@ BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count);
 #define DT_SINGLELINE 0x00000020
 #define DT_NOPREFIX 0x00000800
 int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format);
-
-BOOL WINAPI SetRect(LPRECT rect, int left, int top, int right, int bottom);

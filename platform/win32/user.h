@@ -252,12 +252,11 @@ typedef struct tagDRAWITEMSTRUCT {
     HDC hDC;
     RECT rcItem;
     uintptr_t itemData;
-} DRAWITEMSTRUCT, *LPDRAWITEMSTRUCT;
+} DRAWITEMSTRUCT;
 
 // --- menus ---
 
 #define MF_ENABLED 0x00000000L
-#define MF_STRING 0x00000000L
 #define MF_BYCOMMAND 0x00000000L
 #define MF_GRAYED 0x00000001L
 #define MF_DISABLED 0x00000002L
@@ -301,7 +300,6 @@ INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND own
                                DLGPROC procedure, LPARAM parameter);
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 
-#define MB_OK 0x00000000L
 #define MB_ICONINFORMATION 0x00000040L
 
 // Shows a text with an OK button; loops as a dialog does. Returns IDOK, 0 when it went otherwise.

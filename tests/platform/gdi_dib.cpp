@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 #include <vector>
 
@@ -46,6 +47,11 @@ static const DibCase dibCases[] = {
      {R, B},
      {0xA8, 0, 0, 0, 0x54, 0, 0, 0, 0xFC, 0, 0, 0},
      "BBBBBB\nRBRBRB\nBRBRBR\n"},
+    {"1 bit, a table of one, from the top",
+     Header(3, -2, 1, BI_RGB, 1),
+     {R},
+     {0x40, 0, 0, 0, 0xA0, 0, 0, 0},
+     "R#RYYY\n#R#YYY\nYYYYYY\n"},
     {"4 bits, short table",
      Header(3, 1, 4, BI_RGB, 2),
      {R, B},
@@ -120,11 +126,47 @@ static const DibCase dibCases[] = {
      {R, G, B, W},
      {5, 0x12, 0, 0, 0, 5, 0x12, 0x30, 0x10, 0, 0, 0, 1, 0x30, 0, 1},
      ".#####\nGB.RG#\nGBGBG#\n"},
+    {"runs that skip past the edge",
+     Header(6, 3, 8, BI_RLE8, 4, 12),
+     {R, G, B, W},
+     {0, 2, 9, 0, 2, 1, 0, 0, 3, 2, 0, 1},
+     "######\nBBB###\n######\n"},
+    {"runs that skip past the top",
+     Header(6, 3, 8, BI_RLE8, 4, 10),
+     {R, G, B, W},
+     {2, 1, 0, 2, 1, 9, 3, 2, 0, 1},
+     "######\n######\nGG####\n"},
+    {"a skip that the size cuts",
+     Header(6, 3, 8, BI_RLE8, 4, 5),
+     {R, G, B, W},
+     {2, 1, 0, 2, 1, 1},
+     "######\n######\nGG####\n"},
+    {"indexes past the edge, then a padded one",
+     Header(6, 3, 8, BI_RLE8, 4, 20),
+     {R, G, B, W},
+     {0, 8, 1, 2, 1, 2, 1, 2, 1, 2, 0, 0, 0, 3, 1, 9, 3, 77, 0, 1},
+     "######\nG#.###\nGBGBGB\n"},
+    {"more rows than there are",
+     Header(6, 3, 4, BI_RLE4, 4, 18),
+     {R, G, B, W},
+     {1, 0x1F, 0, 0, 1, 0x20, 0, 0, 1, 0xF0, 0, 0, 1, 0x10, 0, 0, 0, 1},
+     "######\nB#####\nG#####\n"},
+    {"runs with a size past their end",
+     Header(6, 3, 8, BI_RLE8, 4, 100),
+     {R, G, B, W},
+     [] {
+         Bytes runs(100, 1);
+         runs[0] = 3, runs[2] = 0;
+         return runs;
+     }(),
+     "######\n######\nGGG###\n"},
     {"runs without a size", Header(6, 3, 8, BI_RLE8, 4, 0), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
     {"runs from the top", Header(6, -3, 8, BI_RLE8, 4, 4), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
     {"runs of another depth", Header(6, 3, 4, BI_RLE8, 4, 4), {R, G, B, W}, {6, 1, 0, 1}, nullptr},
     {"5 bits", Header(1, 1, 5), {}, {0, 0, 0, 0}, nullptr},
     {"a negative width", Header(-1, 1, 24), {}, {0, 0, 0, 0}, nullptr},
+    {"the least height", Header(1, INT_MIN, 24), {}, {0, 0, 0, 0}, nullptr},
+    {"another compression", Header(1, 1, 24, 5, 0, 4), {}, {0, 0, 0, 0}, nullptr},
     {"a header of 36 bytes", Header(1, 1, 24, BI_RGB, 0, 0, 36), {}, {0, 0, 0, 0}, nullptr},
 };
 
@@ -155,11 +197,23 @@ TEST(DibBitmap, LongerHeadersHoldTheirMasks)
 
 TEST(DibBitmap, OldHeaderHasTableEntriesOfThreeBytes)
 {
-    Bytes info = {12, 0, 0, 0, 3, 0, 1, 0, 1, 0, 4, 0};
-    for (int i = 0; i < 16; i++)
-        for (BYTE channel : i == 2 ? Bytes{0, 255, 0} : Bytes{0, 0, 255})
-            info.push_back(channel);
-    EXPECT_EQ(Draw(info.data(), {0x02, 0xF0, 0, 0}), "RGRYYY\nYYYYYY\nYYYYYY\n");
+    const struct {
+        int bits;
+        Bytes row;
+        const char *picture;
+    } cases[] = {{1, {0x40, 0, 0, 0}, "RGRYYY\nYYYYYY\nYYYYYY\n"},
+                 {4, {0x02, 0xF0, 0, 0}, "RGRYYY\nYYYYYY\nYYYYYY\n"},
+                 {8, {0, 255, 128, 0}, "RRGYYY\nYYYYYY\nYYYYYY\n"},
+                 {24, {0, 255, 0, 0, 0, 255, 0, 255, 0, 9, 9, 9}, "GRGYYY\nYYYYYY\nYYYYYY\n"}};
+    for (const auto &row : cases) {
+        Bytes info = {12, 0, 0, 0, 3, 0, 1, 0, 1, 0, (BYTE)row.bits, 0};
+        const int colors = row.bits == 24 ? 0 : 1 << row.bits;
+        for (int i = 0; i < colors; i++)
+            for (BYTE channel :
+                 i == (colors == 16 ? 2 : colors / 2) ? Bytes{0, 255, 0} : Bytes{0, 0, 255})
+                info.push_back(channel);
+        EXPECT_EQ(Draw(info.data(), row.row), row.picture) << row.bits;
+    }
 }
 
 TEST(DibBitmap, FewBitsFillAChannel)

@@ -103,6 +103,9 @@ TEST(Drawing, FillAndFrame)
          1,
          "######\n######\n......\n......\n",
          "......\n######\n......\n......\n"},
+        // Corners the other way round: the last column and row are the others.
+        {{4, 3, 2, 1}, 0, "......\n......\n...##.\n...##.\n", "......\n......\n......\n......\n"},
+        {{9, 9, 12, 12}, 1, "......\n......\n......\n......\n", "......\n......\n......\n......\n"},
     };
     for (const auto &row : cases) {
         Canvas canvas(6, 4);
@@ -128,6 +131,11 @@ TEST(Drawing, BitBltCutsAtBothEdges)
         {-2, -1, 3, 2, 0, 0, "YCCCC\nCCCCC\nCCCCC\n"},
         {4, 2, 3, 2, 0, 0, "CCCCC\nCCCCC\nCCCCR\n"},
         {1, 1, 0, 2, 0, 0, "CCCCC\nCCCCC\nCCCCC\n"},
+        {9, 9, 3, 2, 0, 0, "CCCCC\nCCCCC\nCCCCC\n"},
+        {0, 0, 3, 2, 3, 2, "CCCCC\nCCCCC\nCCCCC\n"},
+        // Negative sizes reach the other way, and nothing is mirrored.
+        {4, 2, -3, -2, 3, 2, "CCCCC\nCC.YC\nCCCCC\n"},
+        {3, 0, -3, 2, 3, 0, "CGBCC\nC.YCC\nCCCCC\n"},
     };
     for (const auto &row : cases) {
         Canvas canvas(5, 3, RGB(0, 255, 255));
@@ -162,6 +170,39 @@ TEST(Drawing, BitBltCombinesPixels)
     }
 }
 
+TEST(Drawing, BitBltOverItselfCopiesWhatWasThere)
+{
+    for (const auto &[x, picture] : {std::pair(1, "RRG\n##.\n"), {-1, "GBB\n.YY\n"}}) {
+        Canvas canvas(3, 2);
+        HDC memory = CreateCompatibleDC(canvas.dc);
+        HBITMAP bitmap = MakePicture(canvas.dc);
+        SelectObject(memory, bitmap);
+        EXPECT_TRUE(BitBlt(memory, x, 0, 3, 2, memory, 0, 0, SRCCOPY));
+        BitBlt(canvas.dc, 0, 0, 3, 2, memory, 0, 0, SRCCOPY);
+        EXPECT_EQ(canvas.Picture(), picture);
+        DeleteDC(memory);
+        DeleteObject(bitmap);
+    }
+}
+
+TEST(Drawing, PatternsOfAnySizeRepeat)
+{
+    const BYTE rows[] = {0xA0, 0, 0x40, 0};
+    Canvas canvas(7, 3);
+    HBITMAP bitmaps[] = {CreateBitmap(3, 2, 1, 1, rows), MakePicture(canvas.dc)};
+    const char *pictures[] = {"#..#..#\n.##.##.\n#..#..#\n", "GBRGBRG\n.Y#.Y#.\nGBRGBRG\n"};
+    const RECT all = {0, 0, 7, 3};
+    SetBrushOrgEx(canvas.dc, -1, -2, nullptr);
+    for (int i = 0; i < 2; i++) {
+        HBRUSH brush = CreatePatternBrush(bitmaps[i]);
+        DeleteObject(bitmaps[i]);
+        EXPECT_EQ(CreatePatternBrush(bitmaps[i]), nullptr);
+        FillRect(canvas.dc, &all, brush);
+        EXPECT_EQ(canvas.Picture(), pictures[i]);
+        DeleteObject(brush);
+    }
+}
+
 TEST(DrawingObjects, DeletedObjectLivesUntilItIsNoLongerSelected)
 {
     Canvas canvas(3, 3);
@@ -181,6 +222,7 @@ TEST(DrawingObjects, DeletedObjectLivesUntilItIsNoLongerSelected)
     SelectObject(memory, picture);
     HDC other = CreateCompatibleDC(canvas.dc);
     EXPECT_EQ(SelectObject(other, picture), nullptr); // one context at a time
+    EXPECT_EQ(SelectObject(memory, picture), picture);
     EXPECT_TRUE(DeleteObject(picture));
     EXPECT_TRUE(BitBlt(canvas.dc, 0, 0, 3, 2, memory, 0, 0, SRCCOPY));
     EXPECT_EQ(canvas.Picture(), "RGB\n#.Y\n...\n");
@@ -202,6 +244,9 @@ TEST(DrawingObjects, StockObjectsStay)
     FillRect(canvas.dc, &all, GetSysColorBrush(COLOR_BTNSHADOW));
     EXPECT_EQ(canvas.At(0, 0), GetSysColor(COLOR_BTNSHADOW));
     EXPECT_EQ(GetSysColorBrush(COLOR_BTNSHADOW), GetSysColorBrush(COLOR_BTNSHADOW));
+    EXPECT_EQ(GetSysColor(99), 0u);
+    EXPECT_EQ(GetSysColorBrush(99), nullptr);
+    EXPECT_EQ(GetStockObject(99), nullptr);
 }
 
 TEST(DrawingObjects, EveryCallRefusesADeadContext)
@@ -232,4 +277,15 @@ TEST(DrawingObjects, EveryCallRefusesADeadContext)
     EXPECT_FALSE(UnrealizeObject(nullptr));
     EXPECT_FALSE(UnrealizeObject(brush));
     EXPECT_EQ(SelectObject(canvas.dc, nullptr), nullptr);
+    // A handle of another kind is none, and a wrong mode changes nothing.
+    brush = CreateSolidBrush(black);
+    EXPECT_FALSE(DeleteDC((HDC)brush));
+    EXPECT_EQ(SelectObject(canvas.dc, canvas.dc), nullptr);
+    EXPECT_EQ(CreatePatternBrush((HBITMAP)brush), nullptr);
+    EXPECT_FALSE(DeleteObject(nullptr));
+    EXPECT_EQ(SetBkMode(canvas.dc, 3), 0);
+    EXPECT_EQ(SetROP2(canvas.dc, 0), 0);
+    EXPECT_EQ(SetBkMode(canvas.dc, TRANSPARENT), OPAQUE);
+    EXPECT_EQ(SetROP2(canvas.dc, R2_COPYPEN), R2_COPYPEN);
+    DeleteObject(brush);
 }

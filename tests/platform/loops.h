@@ -9,6 +9,10 @@
 struct Loops {
 };
 
+// Gives text a size.
+struct SizedText {
+};
+
 // The dialog or message box that is shown above a window.
 inline HWND DialogAbove(HWND owner)
 {
@@ -20,6 +24,7 @@ inline HWND DialogAbove(HWND owner)
 
 #include <gtest/gtest.h>
 
+#include "platform/native/gdi/objects.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
 
@@ -35,6 +40,21 @@ struct Loops {
     }
 
     ~Loops()
+    {
+        visible = {};
+    }
+};
+
+struct SizedText {
+    SizedText()
+    {
+        visible.measureFont = [](const Font &font, FontSize *size) {
+            *size = {font.height - 3, 3, 7};
+        };
+        visible.measureText = [](const Font &, LPCSTR, int bytes) { return 7 * bytes; };
+    }
+
+    ~SizedText()
     {
         visible = {};
     }

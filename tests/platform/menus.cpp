@@ -44,12 +44,12 @@ TEST(Menu, PopupMenusAreFilledAndDestroyed)
     HMENU menu = CreatePopupMenu();
     ASSERT_NE(menu, nullptr);
     EXPECT_TRUE(AppendMenuA(menu, MF_GRAYED, 102, "Save &as..."));
-    EXPECT_TRUE(AppendMenuA(menu, MF_STRING, 103, "&Play"));
+    EXPECT_TRUE(AppendMenuA(menu, MF_ENABLED, 103, "&Play"));
     EXPECT_EQ(GetMenuState(menu, 102, MF_BYCOMMAND) & MF_GRAYED, (UINT)MF_GRAYED);
     EXPECT_EQ(GetMenuState(menu, 103, MF_BYCOMMAND) & MF_GRAYED, (UINT)MF_ENABLED);
     EXPECT_TRUE(DestroyMenu(menu));
     EXPECT_FALSE(DestroyMenu(menu));
-    EXPECT_FALSE(AppendMenuA(menu, MF_STRING, 1, "x"));
+    EXPECT_FALSE(AppendMenuA(menu, MF_ENABLED, 1, "x"));
     EXPECT_FALSE(TrackPopupMenu(menu, 0, 0, 0, 0, nullptr, nullptr));
 }
 

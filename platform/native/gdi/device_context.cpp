@@ -53,8 +53,11 @@ HGDIOBJ *PlaceFor(DeviceContext *context, HGDIOBJ object)
     const DrawingObject *drawing = FindDrawingObject(object);
     if (drawing == nullptr)
         return nullptr;
-    if (std::holds_alternative<Bitmap>(*drawing))
-        return context->isMemory && !IsDrawingObjectHeld(object) ? &context->bitmap : nullptr;
+    if (const Bitmap *bitmap = std::get_if<Bitmap>(drawing)) {
+        const bool isOwn = object == context->bitmap || object == StockObject(Stock::Bitmap);
+        const bool isFree = !bitmap->isMonochrome && !IsDrawingObjectHeld(object);
+        return context->isMemory && (isOwn || isFree) ? &context->bitmap : nullptr;
+    }
     if (std::holds_alternative<Brush>(*drawing))
         return &context->brush;
     return std::holds_alternative<Pen>(*drawing) ? &context->pen : &context->font;

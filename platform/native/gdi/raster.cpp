@@ -2,6 +2,8 @@
 #include "platform/native/gdi/device_context.h"
 
 #include <algorithm>
+#include <tuple>
+#include <vector>
 
 namespace
 {
@@ -30,6 +32,16 @@ Area Intersect(const Area &a, const Area &b)
 {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
             std::min(a.bottom, b.bottom)};
+}
+
+// Windows' reading of a negative size: the corner's pixel, and those to the left of it and above.
+Area Ordered(Area area)
+{
+    if (area.left > area.right)
+        std::tie(area.left, area.right) = std::pair(area.right + 1, area.left + 1);
+    if (area.top > area.bottom)
+        std::tie(area.top, area.bottom) = std::pair(area.bottom + 1, area.top + 1);
+    return area;
 }
 
 Area ClipArea(const DeviceContext &context)
@@ -99,15 +111,21 @@ BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int 
     const DeviceContext *from = FindContext(source);
     if (to == nullptr || from == nullptr || !from->isMemory)
         return FALSE;
-    const PixelSurface &picture = from->surface;
+    PixelSurface picture = from->surface;
+    std::vector<uint32_t> kept;
+    if (picture.pixels == to->surface.pixels) {
+        // What is copied over itself is copied as it was.
+        kept.assign(picture.pixels, picture.pixels + picture.stride * (size_t)picture.height);
+        picture.pixels = kept.data();
+    }
     // A place on the surface, and how far from it the same pixel is in the picture.
     const long long left = (long long)x + to->origin.x;
     const long long top = (long long)y + to->origin.y;
     const long long acrossBy = sourceX - left;
     const long long downBy = sourceY - top;
     const Area inPicture = {-acrossBy, -downBy, picture.width - acrossBy, picture.height - downBy};
-    const Area area =
-        Intersect(Intersect({left, top, left + width, top + height}, inPicture), ClipArea(*to));
+    const Area asked = Ordered({left, top, left + width, top + height});
+    const Area area = Intersect(Intersect(asked, inPicture), ClipArea(*to));
     const auto pixelAt = [&](int column, int row) {
         return picture
             .pixels[(size_t)(row + downBy) * picture.stride + (size_t)(column + acrossBy)];
@@ -142,7 +160,7 @@ int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH handle)
     const Brush *brush = FindDrawing<Brush>(handle);
     if (context == nullptr || brush == nullptr || rect == nullptr)
         return 0;
-    FillArea(*context, {rect->left, rect->top, rect->right, rect->bottom}, *brush, Copy);
+    FillArea(*context, Ordered({rect->left, rect->top, rect->right, rect->bottom}), *brush, Copy);
     return 1;
 }
 
@@ -161,12 +179,4 @@ int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH handle)
     for (const Area &edge : edges)
         FillArea(*context, edge, *brush, Copy);
     return 1;
-}
-
-BOOL WINAPI SetRect(LPRECT rect, int left, int top, int right, int bottom)
-{
-    if (rect == nullptr)
-        return FALSE;
-    *rect = {left, top, right, bottom};
-    return TRUE;
 }

