@@ -41,7 +41,6 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 #define WS_CHILD 0x40000000L
 #define WS_VISIBLE 0x10000000L
 #define WS_DISABLED 0x08000000L
-#define WS_CLIPCHILDREN 0x02000000L
 #define WS_CAPTION 0x00C00000L
 #define WS_BORDER 0x00800000L
 #define WS_VSCROLL 0x00200000L
@@ -79,8 +78,8 @@ BOOL WINAPI ShowWindow(HWND window, int command);
 // Paints what is invalid of the window and its children at once.
 BOOL WINAPI UpdateWindow(HWND window);
 
-// Marks a part of the client area (NULL: all) for painting, and, without WS_CLIPCHILDREN, what its
-// children show there. erase: the background is to be filled anew.
+// Marks a part of the client area (NULL: all) for painting, and what its children show there.
+// erase: the background is to be filled anew.
 BOOL WINAPI InvalidateRect(HWND window, const RECT *part, BOOL erase);
 
 // The client area, left and top 0. FALSE for a dead handle.

@@ -1,11 +1,13 @@
 // Modal dialogs from templates, and the message box.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "resources/ids.h"
+#include "samples/builder/builder.h"
 #include "tests/platform/loops.h"
 
 namespace
@@ -125,6 +127,65 @@ TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)
     EXPECT_EQ(message.wParam, 5u);
 }
 
+TEST_F(DialogTest, MayEndWhileItBeginsAndAgain)
+{
+    onInit = [this](HWND dialog, LPARAM) {
+        EXPECT_EQ(SetFocus(owner), nullptr);
+        EXPECT_TRUE(EndDialog(dialog, 5));
+        EXPECT_TRUE(EndDialog(dialog, 6));
+        PostMessageA(dialog, WM_COMMAND, 55, 0);
+    };
+    EXPECT_EQ(Show(), 6);
+    EXPECT_EQ(told, Lines{"destroy"});
+    // Destroyed, it ends without a result.
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [](HWND dialog) { DestroyWindow(dialog); };
+    EXPECT_EQ(Show(), 0);
+}
+
+TEST_F(DialogTest, MayShowAnotherOneAboveItself)
+{
+    HWND outer = nullptr;
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [&](HWND dialog) {
+        if (outer == nullptr) {
+            outer = dialog;
+            EXPECT_EQ(DialogBoxParamA(instance, "aboutbox", outer, TestProcedure, 0), 17);
+        } else if (dialog != outer) {
+            EXPECT_EQ(SetFocus(outer), nullptr);
+        }
+        EXPECT_EQ(SetFocus(owner), nullptr);
+        SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+    };
+    EXPECT_EQ(Show(), 17);
+    EXPECT_EQ(told, (Lines{"command 1", "destroy", "command 1", "destroy"}));
+    SetFocus(owner);
+    EXPECT_EQ(SetFocus(owner), owner);
+}
+
+TEST_F(DialogTest, TabMovesTheKeyboardRoundItsStops)
+{
+    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onUser = [](HWND dialog) {
+        HWND ok = GetDlgItem(dialog, IDOK), picture = GetDlgItem(dialog, IDC_ABOUT_PICTURE);
+        EXPECT_EQ(GetDlgItem(dialog, 4711), nullptr);
+        EXPECT_FALSE(SetDlgItemTextA(dialog, 4711, "x"));
+        EXPECT_EQ(SetFocus(ok), ok);
+        PostMessageA(ok, WM_KEYDOWN, VK_TAB, 0);
+        onUser = [ok, picture](HWND inner) {
+            EXPECT_EQ(SetFocus(picture), picture);
+            PostMessageA(picture, WM_KEYDOWN, VK_TAB, 0);
+            onUser = [ok](HWND last) {
+                EXPECT_EQ(SetFocus(ok), ok);
+                EndDialog(last, 3);
+            };
+            PostMessageA(inner, WM_USER, 0, 0);
+        };
+        PostMessageA(dialog, WM_USER, 0, 0);
+    };
+    EXPECT_EQ(Show(), 3);
+}
+
 TEST_F(DialogTest, GoesWithItsOwner)
 {
     onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
@@ -136,7 +197,36 @@ TEST_F(DialogTest, GoesWithItsOwner)
 TEST_F(DialogTest, IsNotShownWithoutATemplate)
 {
     EXPECT_EQ(DialogBoxParamA(instance, "no such dialog", owner, TestProcedure, 0), -1);
+    HWND dead =
+        CreateWindowExA(0, "static", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, instance, nullptr);
+    DestroyWindow(dead);
+    EXPECT_EQ(DialogBoxParamA(instance, "aboutbox", dead, TestProcedure, 0), 0);
+    EXPECT_NE(MessageBoxA(dead, "A text", "Message", MB_ICONINFORMATION), IDOK);
+    EXPECT_FALSE(EndDialog(dead, 1));
     EXPECT_TRUE(told.empty());
+
+    // Nor when a control is of no class: here a button, then "Q".
+    const Bytes head = {0, 0, 0xC0, 0x80, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 60, 0, 40, 0, 0, 0, 0, 0, 0,
+                        0, // a caption, and one control at (1, 1)
+                        0, 0, 0,    0x50, 0, 0, 0, 0, 1, 0, 1, 0, 9, 0, 9,  0, 1,  0};
+    Bytes whole = head, wrong = head;
+    for (int byte : {0xFF, 0xFF, 0x80, 0, 0, 0, 0, 0})
+        whole.push_back((BYTE)byte);
+    for (int byte : {0x51, 0, 0, 0, 0, 0, 0, 0})
+        wrong.push_back((BYTE)byte);
+    ExecutableDescription description;
+    description.is64 = true;
+    description.resources = {{5, 1, whole, 0}, {5, 2, wrong, 0}};
+    char path[MAX_PATH + 20];
+    GetTempPathA(MAX_PATH, path);
+    strcat(path, "dialogs.exe");
+    ASSERT_TRUE(WriteBytes(path, BuildPe(description).bytes));
+    HMODULE module = LoadLibraryA(path);
+    onInit = [](HWND dialog, LPARAM) { EndDialog(dialog, GetDlgItem(dialog, 1) ? 8 : 9); };
+    EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(1), owner, TestProcedure, 0), 8);
+    EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(2), owner, TestProcedure, 0), -1);
+    EXPECT_TRUE(FreeLibrary(module));
+    remove(path);
 }
 
 HWND boxOwner;

@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -127,10 +128,19 @@ static int MeasureText(const Font &, LPCSTR, int bytes)
     return CHARACTER_WIDTH * bytes;
 }
 
-static void RecordLine(const PixelSurface *, const RECT *, const Font &, int x, int y, uint32_t,
-                       LPCSTR text, int bytes)
+// Notes the line, and fills a block for each letter.
+static void RecordLine(const PixelSurface *surface, const RECT *clip, const Font &, int x, int y,
+                       uint32_t pixel, LPCSTR text, int bytes)
 {
     drawn.push_back({x, y, std::string(text, (size_t)bytes)});
+    for (LONG row = std::max(y, clip->top); row < std::min(y + TEXT_ASCENT, clip->bottom); row++)
+        for (LONG i = std::max(x, clip->left); i < clip->right; i++) {
+            const int letter = (i - x) / CHARACTER_WIDTH;
+            if (letter >= bytes)
+                break;
+            if (text[letter] != ' ')
+                surface->pixels[(size_t)row * surface->stride + (size_t)i] = pixel;
+        }
 }
 
 static void CopyPixels(const PixelSurface &from, const PixelSurface &to, POINT at, const RECT &part)

@@ -85,24 +85,24 @@ HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFON
     return nullptr;
 }
 
+bool IsRunning(HWND dialog)
+{
+    const DialogState *state = StateOf<DialogState>(dialog);
+    return state && !state->isEnded;
+}
+
 void Initialise(HWND dialog, LPARAM parameter)
 {
     const HWND first = NextTabStop(dialog, nullptr, false);
     const LRESULT wantsFocus =
         SendMessageA(dialog, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), parameter);
-    if (!WindowOf(dialog))
+    if (!IsRunning(dialog))
         return;
     ShowWindow(dialog, SW_SHOW);
     if (wantsFocus && !IsInside(FocusWindow(), dialog))
         SetFocus(first ? first : dialog);
     else if (!IsInside(FocusWindow(), dialog))
         SetFocus(dialog);
-}
-
-bool IsRunning(HWND dialog)
-{
-    const DialogState *state = StateOf<DialogState>(dialog);
-    return state && !state->isEnded;
 }
 
 void Loop(HWND dialog)
@@ -175,8 +175,8 @@ INT_PTR RunDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, DL
         auto state = std::make_unique<DialogState>();
         state->procedure = procedure;
         WindowOf(dialog)->state = std::move(state);
-        Initialise(dialog, parameter);
         SetTakesInput(owner, false);
+        Initialise(dialog, parameter);
         Loop(dialog);
         SetTakesInput(owner, true);
         const DialogState *ended = StateOf<DialogState>(dialog);

@@ -31,14 +31,6 @@ static INT_PTR CALLBACK MessageBoxProcedure(HWND dialog, UINT message, WPARAM wP
     }
 }
 
-static std::string Doubled(const char *text)
-{
-    std::string doubled;
-    for (; *text; ++text)
-        doubled.append(*text == '&' ? 2 : 1, *text);
-    return doubled;
-}
-
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
 {
     const std::string shown = text ? text : "";
@@ -64,8 +56,8 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
         plan.controls.push_back(
             {WS_VISIBLE | SS_ICON, margin, margin, iconSide, iconSide, -1, "static", "#32516"});
     const int textTop = margin + std::max(0, (textHeight - lines * 8) / 2);
-    plan.controls.push_back({WS_VISIBLE, textLeft, textTop, textWidth, lines * 8, 0xFFFF, "static",
-                             Doubled(shown.c_str())});
+    plan.controls.push_back({WS_VISIBLE | SS_NOPREFIX, textLeft, textTop, textWidth, lines * 8,
+                             0xFFFF, "static", shown});
     plan.controls.push_back({WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
                              (plan.width - buttonWidth) / 2, plan.height - margin - buttonHeight,
                              buttonWidth, buttonHeight, IDOK, "button", "OK"});

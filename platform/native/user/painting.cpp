@@ -10,10 +10,11 @@
 // Windows with an invalid part, in the order they got it; some may have been painted since.
 static std::vector<HWND> waiting;
 
-// Contexts that GetDC gave, and the windows they draw on.
+// Contexts that draw on the pixels of windows.
 struct OpenContext {
     HDC dc;
     HWND window;
+    bool isGiven; // by GetDC
 };
 static std::vector<OpenContext> openContexts;
 
@@ -72,6 +73,27 @@ static void Subtract(std::vector<RECT> *rects, const RECT &hole)
 
 // --- pixels ---
 
+static HDC OpenContextOn(const WindowPixels &pixels, HWND window, const RECT &part, bool isGiven)
+{
+    const HDC dc = OpenSurfaceContext(pixels.surface, {0, 0}, part);
+    if (dc)
+        openContexts.push_back({dc, window, isGiven});
+    return dc;
+}
+
+static bool CloseContext(HDC dc)
+{
+    std::erase_if(openContexts, [dc](const OpenContext &open) { return open.dc == dc; });
+    return CloseSurfaceContext(dc);
+}
+
+void LosePixels(HWND window)
+{
+    for (const OpenContext &open : openContexts)
+        if (open.window == window)
+            FindContext(open.dc)->clip = {};
+}
+
 // Makes the pixels fit the window's client area and the screen's ratio. Returns whether they are
 // new; they are black then.
 static bool FitPixels(const Window *window, WindowPixels *pixels)
@@ -82,6 +104,8 @@ static bool FitPixels(const Window *window, WindowPixels *pixels)
     if (surface.pixels && surface.width == size.cx && surface.height == size.cy &&
         surface.ratio == ratio)
         return false;
+    if (surface.pixels)
+        LosePixels(window->self);
     surface = {static_cast<int>(size.cx), static_cast<int>(size.cy), ratio, nullptr, 0};
     surface.stride = static_cast<size_t>(MemoryEdge(surface, surface.width));
     const auto rows = static_cast<size_t>(MemoryEdge(surface, surface.height));
@@ -102,6 +126,7 @@ void DropOverlay(Window *window)
 {
     if (window->overlay.covered.empty())
         return;
+    LosePixels(window->self);
     window->overlay = {};
     TellOverlay(window);
 }
@@ -180,20 +205,15 @@ HDC WINAPI GetDC(HWND window)
     else
         FitPixels(record, &record->pixels);
     const WindowPixels &pixels = isAboveChildren ? record->overlay.pixels : record->pixels;
-    const HDC dc = OpenSurfaceContext(pixels.surface, {0, 0}, ClientRectOf(record));
-    if (dc)
-        openContexts.push_back({dc, window});
-    return dc;
+    return OpenContextOn(pixels, window, ClientRectOf(record), true);
 }
 
 int WINAPI ReleaseDC(HWND window, HDC dc)
 {
-    const auto given = std::find_if(openContexts.begin(), openContexts.end(),
-                                    [dc](const OpenContext &open) { return open.dc == dc; });
-    if (given == openContexts.end())
+    if (std::none_of(openContexts.begin(), openContexts.end(),
+                     [dc](const OpenContext &open) { return open.dc == dc && open.isGiven; }))
         return 0;
-    openContexts.erase(given);
-    CloseSurfaceContext(dc);
+    CloseContext(dc);
     const Window *record = WindowOf(window);
     if (!record)
         return 1;
@@ -216,8 +236,6 @@ static void MarkInvalid(Window *window, const RECT &part, bool erase)
         waiting.push_back(window->self);
     window->invalid = Join(window->invalid, inside);
     window->isEraseAsked = window->isEraseAsked || erase;
-    if (window->style & WS_CLIPCHILDREN)
-        return;
     for (HWND handle : window->children) {
         Window *child = WindowOf(handle);
         MarkInvalid(child,
@@ -316,7 +334,7 @@ Painting::Painting(HWND painted) : dc(nullptr), part(), window(painted)
     }
     if (IsEmpty(part))
         return;
-    dc = OpenSurfaceContext(record->pixels.surface, {0, 0}, part);
+    dc = OpenContextOn(record->pixels, window, part, false);
     if (dc && isErased)
         SendMessageA(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
 }
@@ -325,7 +343,7 @@ Painting::~Painting()
 {
     if (!dc)
         return;
-    CloseSurfaceContext(dc);
+    CloseContext(dc);
     if (Window *record = WindowOf(window))
         TellPainted(record, part);
 }

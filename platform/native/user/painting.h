@@ -32,6 +32,9 @@ void PaintElsewhere(HWND window);
 // The visible half painted a window of its own anew, or scrolled it.
 void ReportRepaint(HWND window);
 
+// A window's pixels are about to go: the contexts that are open on it draw nothing from here on.
+void LosePixels(HWND window);
+
 // What GetDC drew above windows goes: all of it, or what lies over a part of the client area.
 void DropOverlay(Window *window);
 void UncoverPart(Window *window, RECT part);

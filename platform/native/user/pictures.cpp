@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 #include <strings.h>
+#include <utility>
 
 #include "platform/native/gdi/dib_decode.h"
 #include "platform/native/handles.h"
@@ -26,8 +27,6 @@ struct Loaded {
     HICON handle;
 };
 std::vector<Loaded> loadedPictures;
-
-HCURSOR shownCursor = nullptr;
 
 // Resource types (RT_CURSOR and its kin) that only this file reads.
 constexpr int cursorType = 1, iconType = 3, groupCursorType = 12, groupIconType = 14;
@@ -152,10 +151,12 @@ HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
             strcasecmp(loaded.name.c_str(), key.c_str()) == 0)
             return loaded.handle;
     ImagePixels picture = {};
-    if (!instance && isCursor)
+    if (!instance && isCursor && (name == IDC_ARROW || name == IDC_WAIT))
         picture.systemCursor = static_cast<int>(reinterpret_cast<uintptr_t>(name));
-    else if (!instance)
+    else if (!instance && !isCursor && name == IDI_INFORMATION)
         DrawInformationSign(&picture);
+    else if (!instance)
+        return nullptr;
     else if (!LoadPicture(instance, name, isCursor, &picture))
         return nullptr;
     const auto handle = static_cast<HICON>(pictures.Add(std::move(picture)));
@@ -180,17 +181,16 @@ HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name)
     return LoadShared(instance, name, true);
 }
 
-static HCURSOR Shown()
+// The cursor that shows: at first the arrow.
+static HCURSOR &Shown()
 {
-    if (!shownCursor)
-        shownCursor = LoadCursorA(nullptr, IDC_ARROW);
-    return shownCursor;
+    static HCURSOR shown = LoadCursorA(nullptr, IDC_ARROW);
+    return shown;
 }
 
 HCURSOR WINAPI SetCursor(HCURSOR cursor)
 {
-    const HCURSOR before = Shown();
-    shownCursor = cursor;
+    const HCURSOR before = std::exchange(Shown(), cursor);
     if (visible.cursorChanged)
         visible.cursorChanged(cursor);
     return before;
@@ -198,5 +198,5 @@ HCURSOR WINAPI SetCursor(HCURSOR cursor)
 
 void NoteClassCursor(HCURSOR cursor)
 {
-    shownCursor = cursor ? cursor : LoadCursorA(nullptr, IDC_ARROW);
+    Shown() = cursor ? cursor : LoadCursorA(nullptr, IDC_ARROW);
 }

@@ -64,12 +64,18 @@ void DrawLines(HWND control, HDC dc, const RECT &all)
 {
     const ControlFont selected(control, dc);
     const Font &font = FontOf(control);
+    const Window *record = WindowOf(control);
+    const std::string shown =
+        record->style & SS_NOPREFIX ? record->text : WithoutMnemonic(record->text);
     const int height = LineHeight(font);
     SetBkMode(dc, TRANSPARENT);
     int y = 0;
-    for (const std::string &line :
-         BreakLines(font, WithoutMnemonic(WindowOf(control)->text), all.right)) {
-        TextOutA(dc, 0, y, line.data(), static_cast<int>(line.size()));
+    for (const std::string &line : BreakLines(font, shown, all.right)) {
+        const int free = all.right - TextWidth(font, line);
+        const DWORD type = record->style & typeMask;
+        const int left = type == SS_CENTER ? free / 2 : type == SS_RIGHT ? free : 0;
+        for (const TextPiece &piece : PlacePieces(font, line))
+            TextOutA(dc, left + piece.x, y, piece.text.data(), static_cast<int>(piece.text.size()));
         y += height;
     }
 }

@@ -21,11 +21,31 @@ int AverageWidth(const Font &font)
     return SizeOf(font).averageWidth;
 }
 
+static int PieceWidth(const Font &font, const std::string &piece)
+{
+    const int length = static_cast<int>(piece.size());
+    return visible.measureText ? visible.measureText(font, piece.data(), length)
+                               : length * SizeOf(font).averageWidth;
+}
+
+std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line)
+{
+    const int tab = 8 * AverageWidth(font);
+    std::vector<TextPiece> pieces;
+    int x = 0;
+    for (size_t at = 0; at <= line.size();) {
+        const size_t end = std::min(line.find('\t', at), line.size());
+        pieces.push_back({x, line.substr(at, end - at)});
+        x = (x + PieceWidth(font, pieces.back().text)) / tab * tab + tab;
+        at = end + 1;
+    }
+    return pieces;
+}
+
 int TextWidth(const Font &font, const std::string &text)
 {
-    const int length = static_cast<int>(text.size());
-    return visible.measureText ? visible.measureText(font, text.data(), length)
-                               : length * SizeOf(font).averageWidth;
+    const TextPiece last = PlacePieces(font, text).back();
+    return last.x + PieceWidth(font, last.text);
 }
 
 // Appends the lines of one paragraph.
@@ -55,11 +75,11 @@ std::vector<std::string> BreakLines(const Font &font, const std::string &text, i
     std::vector<std::string> lines;
     size_t at = 0;
     while (at <= text.size()) {
-        const size_t end = std::min(text.find('\n', at), text.size());
-        std::string paragraph = text.substr(at, end - at);
-        std::erase(paragraph, '\r');
-        BreakParagraph(font, paragraph, width, &lines);
+        const size_t end = std::min(text.find_first_of("\r\n", at), text.size());
+        BreakParagraph(font, text.substr(at, end - at), width, &lines);
         at = end + 1;
+        if (at < text.size() && text[at] != text[end] && (text[at] == '\r' || text[at] == '\n'))
+            at++;
     }
     return lines;
 }

@@ -115,6 +115,7 @@ static void FreeWindow(HWND window)
         std::erase(parent->children, window);
     std::erase(TopLevelWindows(), window);
     ForgetInput(window);
+    LosePixels(window);
     DestroyMenu(record->menu);
     if (visible.windowGone && !record->isMessageOnly)
         visible.windowGone(window);

@@ -1,0 +1,242 @@
+// What windows and controls show, by the pixels of real windows.
+#include "tests/support/drive.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+namespace
+{
+
+std::map<UINT, std::function<LRESULT(HWND, WPARAM, LPARAM)>> actions;
+
+LRESULT CALLBACK TestProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto action = actions.find(message);
+    return action != actions.end() ? action->second(window, wParam, lParam)
+                                   : DefWindowProcA(window, message, wParam, lParam);
+}
+
+const uint32_t yellow = 0xFFFF00;
+
+struct PaintingTest : testing::Test {
+    HBRUSH brush = CreateSolidBrush(RGB(255, 255, 0));
+    HWND window = nullptr;
+
+    PaintingTest()
+    {
+        StartProgram();
+        WNDCLASSA windowClass = {};
+        windowClass.lpfnWndProc = TestProcedure;
+        windowClass.hbrBackground = brush;
+        windowClass.lpszClassName = "PaintingTest";
+        RegisterClassA(&windowClass);
+        window = CreateWindowExA(0, "PaintingTest", "", WS_POPUP | WS_VISIBLE, 50, 60, 200, 100,
+                                 nullptr, nullptr, nullptr, nullptr);
+        UpdateWindow(window);
+    }
+
+    ~PaintingTest() override
+    {
+        actions.clear();
+        DestroyWindow(window);
+        EXPECT_TRUE(UnregisterClassA("PaintingTest", nullptr));
+        DeleteObject(brush);
+        StopProgram();
+    }
+
+    HWND MakeButton(int id, DWORD style = 0)
+    {
+        return CreateWindowExA(0, "button", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW | style, 10,
+                               10, 40, 30, window, (HMENU)(INT_PTR)id, nullptr, nullptr);
+    }
+
+    void Fill(const RECT &part, COLORREF color)
+    {
+        HDC dc = GetDC(window);
+        HBRUSH filling = CreateSolidBrush(color);
+        FillRect(dc, &part, filling);
+        DeleteObject(filling);
+        EXPECT_EQ(ReleaseDC(window, dc), 1);
+    }
+};
+
+TEST_F(PaintingTest, ErasesWhatIsInvalidAndNothingElse)
+{
+    const RECT all = {0, 0, 200, 100};
+    EXPECT_EQ(PixelsOf(window).At(100, 50), yellow);
+    const struct {
+        RECT part;
+        BOOL erase;
+        bool isErased;
+    } cases[] = {{{90, 40, 110, 60}, TRUE, true},
+                 {{90, 40, 110, 60}, FALSE, false},
+                 {{90, 40, 110, 40}, TRUE, false},
+                 {{-50, -50, 500, 51}, TRUE, true},
+                 {{200, 0, 300, 100}, TRUE, false}};
+    for (const auto &row : cases) {
+        Fill(all, RGB(0, 0, 255));
+        EXPECT_TRUE(InvalidateRect(window, &row.part, row.erase));
+        EXPECT_EQ(PixelsOf(window).At(100, 50), 0x0000FFu);
+        EXPECT_TRUE(UpdateWindow(window));
+        EXPECT_EQ(PixelsOf(window).At(100, 50), row.isErased ? yellow : 0x0000FFu)
+            << row.part.left << " " << row.erase;
+        EXPECT_EQ(PixelsOf(window).At(100, 90), 0x0000FFu);
+    }
+    // Two parts are erased together, also where only the first was to be.
+    const RECT one = {0, 0, 10, 10}, other = {90, 40, 110, 60};
+    InvalidateRect(window, &one, TRUE);
+    InvalidateRect(window, &other, FALSE);
+    UpdateWindow(window);
+    EXPECT_EQ(PixelsOf(window).At(5, 5), yellow);
+    EXPECT_EQ(PixelsOf(window).At(100, 50), yellow);
+}
+
+TEST_F(PaintingTest, ADeadWindowHasNothingToPaint)
+{
+    HWND button = MakeButton(7);
+    DestroyWindow(button);
+    const RECT all = {0, 0, 9, 9};
+    EXPECT_FALSE(InvalidateRect(button, &all, TRUE));
+    UpdateWindow(button);
+    EXPECT_EQ(GetDC(button), nullptr);
+    EXPECT_EQ(ReleaseDC(button, nullptr), 0);
+    // A window's context takes no bitmap.
+    HDC dc = GetDC(window);
+    HDC memory = CreateCompatibleDC(dc);
+    HGDIOBJ stock = GetStockObject(WHITE_BRUSH);
+    EXPECT_EQ(SelectObject(dc, SelectObject(memory, stock)), stock);
+    ReleaseDC(window, dc);
+    EXPECT_EQ(ReleaseDC(window, memory), 0);
+    DeleteDC(memory);
+}
+
+TEST_F(PaintingTest, AWindowMayGoWhileItIsPainted)
+{
+    for (UINT message : {WM_CTLCOLORBTN, WM_DRAWITEM, WM_ERASEBKGND}) {
+        HWND button = MakeButton(7);
+        actions[message] = [&](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
+            const HDC dc =
+                message == WM_DRAWITEM ? ((const DRAWITEMSTRUCT *)lParam)->hDC : (HDC)wParam;
+            DestroyWindow(message == WM_ERASEBKGND ? window : button);
+            const RECT all = {0, 0, 40, 30};
+            FillRect(dc, &all, brush);
+            return TRUE;
+        };
+        InvalidateRect(window, nullptr, TRUE);
+        UpdateWindow(window);
+        UpdateWindow(button);
+        EXPECT_FALSE(IsAlive(button)) << message;
+        actions.clear();
+    }
+    EXPECT_FALSE(IsAlive(window));
+}
+
+TEST_F(PaintingTest, AContextOutlivesItsWindowAndItsSize)
+{
+    HWND button = MakeButton(7);
+    const RECT all = {0, 0, 400, 300};
+    HDC dc = GetDC(button), above = GetDC(window);
+    MoveWindow(button, 0, 0, 300, 200, TRUE);
+    MoveWindow(window, 0, 0, 20, 20, TRUE);
+    UpdateWindow(window);
+    UpdateWindow(button);
+    FillRect(dc, &all, brush);
+    FillRect(above, &all, brush);
+    ReleaseDC(button, dc);
+    dc = GetDC(button);
+    DestroyWindow(window);
+    FillRect(dc, &all, brush);
+    FillRect(above, &all, brush);
+    ReleaseDC(button, dc);
+    ReleaseDC(window, above);
+}
+
+TEST_F(PaintingTest, AnOwnerDrawnButtonTellsItsState)
+{
+    HWND button = MakeButton(7), off = MakeButton(8, WS_DISABLED);
+    std::map<UINT, UINT> states;
+    actions[WM_DRAWITEM] = [&](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
+        const auto *item = (const DRAWITEMSTRUCT *)lParam;
+        states[(UINT)id] = item->itemState & (ODS_SELECTED | ODS_DISABLED | ODS_FOCUS);
+        EXPECT_EQ(item->hwndItem, id == 7 ? button : off);
+        return TRUE;
+    };
+    const auto stateOf = [&](HWND control, UINT id) {
+        states[id] = 99;
+        InvalidateRect(control, nullptr, FALSE);
+        UpdateWindow(control);
+        return states[id];
+    };
+    EXPECT_EQ(stateOf(button, 7), 0u);
+    EXPECT_EQ(stateOf(off, 8), (UINT)ODS_DISABLED);
+    SendMessageA(button, WM_LBUTTONDOWN, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(stateOf(button, 7), (UINT)(ODS_SELECTED | ODS_FOCUS));
+    SendMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    EXPECT_EQ(stateOf(button, 7), (UINT)ODS_FOCUS);
+    SetFocus(window);
+    EXPECT_EQ(stateOf(button, 7), 0u);
+}
+
+// --- static controls ---
+
+const DWORD centered = 1, rightAligned = 2, noPrefix = 0x80; // SS_
+
+struct StaticTest : PaintingTest {
+    // The rectangle around a text's letters in a control of 180 x 80 pixels.
+    RECT Letters(const char *text, DWORD style = 0)
+    {
+        actions[WM_CTLCOLORSTATIC] = [](HWND, WPARAM dc, LPARAM) -> LRESULT {
+            SetTextColor((HDC)dc, RGB(0, 0, 0));
+            SetBkColor((HDC)dc, RGB(255, 255, 255));
+            return (LRESULT)GetStockObject(WHITE_BRUSH);
+        };
+        HWND control = CreateWindowExA(0, "static", text, WS_CHILD | WS_VISIBLE | style, 0, 0, 180,
+                                       80, window, (HMENU)9, nullptr, nullptr);
+        UpdateWindow(control);
+        const Pixels pixels = PixelsOf(control);
+        DestroyWindow(control);
+        RECT around = {180, 80, 0, 0};
+        for (LONG y = 0; y < 80; y++)
+            for (LONG x = 0; x < 180; x++)
+                if ((pixels.At(x, y) & 0xFF) < 0x80)
+                    around = {std::min(around.left, x), std::min(around.top, y),
+                              std::max(around.right, x + 1), std::max(around.bottom, y + 1)};
+        return around;
+    }
+};
+
+TEST_F(StaticTest, TextIsLaidOutAsItsCharactersSay)
+{
+    const RECT one = Letters("I"), two = Letters("I\nI");
+    EXPECT_EQ(Letters("").right, 0);
+    // "&" marks the next letter, unless there is none or the style says that it does not.
+    EXPECT_NEAR(Letters("A&I").right, Letters("AI").right, 1); // there may be a line below the I
+    EXPECT_GT(Letters("A&&I").right, Letters("A&I").right + 3);
+    EXPECT_EQ(Letters("A&I", noPrefix).right, Letters("A&&I").right);
+    EXPECT_EQ(Letters("A&").right, Letters("A&", noPrefix).right);
+    EXPECT_EQ(Letters("A& I").right, Letters("A I").right);
+    // Tabs reach the next stop.
+    EXPECT_GT(Letters("\tI").left, one.left + 30);
+    EXPECT_EQ(Letters("A\tI").right, Letters("\tI").right);
+    // One line end after another, however it is written.
+    const LONG line = two.bottom - one.bottom;
+    EXPECT_GT(line, 8);
+    for (const char *text : {"I\r\nI", "I\rI", "I\n\rI"})
+        EXPECT_EQ(Letters(text).bottom, two.bottom);
+    EXPECT_EQ(Letters("I\n\nI").bottom, two.bottom + line);
+    EXPECT_EQ(Letters("\nI").top, one.top + line);
+    // Words that do not fit go to the next line; one that fits in none is cut.
+    std::string words, word(100, 'I');
+    for (int i = 0; i < 12; i++)
+        words += "IIII ";
+    EXPECT_GE(Letters(words.c_str()).bottom, two.bottom);
+    EXPECT_EQ(Letters(word.c_str()).bottom, one.bottom);
+    const RECT middle = Letters("II", centered), right = Letters("II", rightAligned);
+    EXPECT_NEAR(middle.left, 180 - middle.right, 2);
+    EXPECT_GE(right.right, 177);
+    EXPECT_GT(right.left, 160);
+}
+
+} // namespace
