@@ -12,7 +12,7 @@ Canvas::Canvas(int w, int h, COLORREF color) : width(w), height(h), pixels(new C
 {
     pixels->words.resize((size_t)w * (size_t)h);
     const PixelSurface surface = {w, h, 1, pixels->words.data(), (size_t)w};
-    dc = OpenSurfaceContext(surface, {0, 0}, {0, 0, w, h});
+    dc = OpenSurfaceContext(surface, {0, 0, w, h});
     Fill(color);
 }
 

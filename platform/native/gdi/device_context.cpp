@@ -74,11 +74,10 @@ void UseBitmap(DeviceContext *context, HGDIOBJ bitmap)
 
 } // namespace
 
-HDC OpenSurfaceContext(const PixelSurface &surface, POINT origin, const RECT &clip)
+HDC OpenSurfaceContext(const PixelSurface &surface, const RECT &clip)
 {
     DeviceContext context = FreshContext();
     context.surface = surface;
-    context.origin = origin;
     context.clip = {std::max(clip.left, 0), std::max(clip.top, 0),
                     std::min(clip.right, surface.width), std::min(clip.bottom, surface.height)};
     return AddContext(context);

@@ -6,7 +6,6 @@
 
 struct DeviceContext {
     PixelSurface surface; // no pixels: nothing is drawn
-    POINT origin;         // of the context's positions, on the surface
     RECT clip;            // on the surface, and inside it
     bool isMemory;        // made by CreateCompatibleDC; its surface is the selected bitmap's
     HGDIOBJ bitmap;       // nullptr on a surface that is no bitmap's
@@ -20,10 +19,9 @@ struct DeviceContext {
     POINT brushOrigin;
 };
 
-// Makes a context that draws on a surface: origin is the place of the context's (0, 0), clip the
-// part that is drawn on, both on the surface. The pixels must outlive the context. Returns nullptr
-// when there is no room.
-HDC OpenSurfaceContext(const PixelSurface &surface, POINT origin, const RECT &clip);
+// Makes a context that draws on the part `clip` of a surface. The pixels must outlive the context.
+// Returns nullptr when there is no room.
+HDC OpenSurfaceContext(const PixelSurface &surface, const RECT &clip);
 
 // Ends a context made by OpenSurfaceContext. Returns false for any other.
 bool CloseSurfaceContext(HDC dc);

@@ -75,21 +75,17 @@ int Wrap(int value, int size)
     return rest < 0 ? rest + size : rest;
 }
 
-// Fills an area, in the context's positions, with a brush.
 template <typename Operation>
 void FillArea(const DeviceContext &context, const Area &area, const Brush &brush,
               Operation operation)
 {
-    const POINT origin = context.origin;
-    const Area placed = Intersect(
-        {area.left + origin.x, area.top + origin.y, area.right + origin.x, area.bottom + origin.y},
-        ClipArea(context));
+    const Area placed = Intersect(area, ClipArea(context));
     const PixelSurface &pattern = brush.pattern.surface;
     if (pattern.pixels == nullptr) {
         Combine(context.surface, placed, operation, [&](int, int) { return brush.pixel; });
         return;
     }
-    const POINT start = {origin.x + context.brushOrigin.x, origin.y + context.brushOrigin.y};
+    const POINT start = context.brushOrigin;
     const uint32_t text = SwapRedBlue(context.textColor);
     const uint32_t back = SwapRedBlue(context.backColor);
     Combine(context.surface, placed, operation, [&](int x, int y) {
@@ -118,13 +114,11 @@ BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int 
         kept.assign(picture.pixels, picture.pixels + picture.stride * (size_t)picture.height);
         picture.pixels = kept.data();
     }
-    // A place on the surface, and how far from it the same pixel is in the picture.
-    const long long left = (long long)x + to->origin.x;
-    const long long top = (long long)y + to->origin.y;
-    const long long acrossBy = sourceX - left;
-    const long long downBy = sourceY - top;
+    // How far from a place on the surface the same pixel is in the picture.
+    const long long acrossBy = (long long)sourceX - x;
+    const long long downBy = (long long)sourceY - y;
     const Area inPicture = {-acrossBy, -downBy, picture.width - acrossBy, picture.height - downBy};
-    const Area asked = Ordered({left, top, left + width, top + height});
+    const Area asked = Ordered({x, y, (long long)x + width, (long long)y + height});
     const Area area = Intersect(Intersect(asked, inPicture), ClipArea(*to));
     const auto pixelAt = [&](int column, int row) {
         return picture

@@ -18,7 +18,6 @@ SIZE MeasureLine(const Font &font, LPCSTR text, int count)
     return {width, size.ascent + size.descent};
 }
 
-// Draws on the surface; place and clip are on it.
 void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &clip, LPCSTR text,
               int count)
 {
@@ -28,11 +27,8 @@ void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &cli
                        std::min(place.x + size.cx, clip.right),
                        std::min(place.y + size.cy, clip.bottom)};
     if (context.backMode == OPAQUE && cell.left < cell.right && cell.top < cell.bottom) {
-        const POINT origin = context.origin;
-        const RECT shown = {cell.left - origin.x, cell.top - origin.y, cell.right - origin.x,
-                            cell.bottom - origin.y};
         HBRUSH brush = CreateSolidBrush(context.backColor);
-        FillRect(dc, &shown, brush);
+        FillRect(dc, &cell, brush);
         DeleteObject(brush);
     }
     if (visible.drawText != nullptr && clip.left < clip.right && clip.top < clip.bottom)
@@ -48,8 +44,7 @@ BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count)
     if (context == nullptr || count < 0 || (text == nullptr && count > 0))
         return FALSE;
     if (count > 0)
-        DrawLine(dc, *context, {x + context->origin.x, y + context->origin.y}, context->clip, text,
-                 count);
+        DrawLine(dc, *context, {x, y}, context->clip, text, count);
     return TRUE;
 }
 
@@ -62,14 +57,12 @@ int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
     if (count < 0)
         count = (int)std::min(strlen(text), (size_t)INT_MAX);
     const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
-    const POINT origin = context->origin;
     const int left = (rect->left + rect->right - size.cx) / 2;
     const int down = (rect->bottom - rect->top) / 2 - size.cy / 2;
-    const RECT clip = {std::max(context->clip.left, rect->left + origin.x),
-                       std::max(context->clip.top, rect->top + origin.y),
-                       std::min(context->clip.right, rect->right + origin.x),
-                       std::min(context->clip.bottom, rect->bottom + origin.y)};
+    const RECT clip = {
+        std::max(context->clip.left, rect->left), std::max(context->clip.top, rect->top),
+        std::min(context->clip.right, rect->right), std::min(context->clip.bottom, rect->bottom)};
     if (count > 0)
-        DrawLine(dc, *context, {left + origin.x, rect->top + down + origin.y}, clip, text, count);
+        DrawLine(dc, *context, {left, rect->top + down}, clip, text, count);
     return down + size.cy;
 }

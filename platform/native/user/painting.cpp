@@ -75,7 +75,7 @@ static void Subtract(std::vector<RECT> *rects, const RECT &hole)
 
 static HDC OpenContextOn(const WindowPixels &pixels, HWND window, const RECT &part, bool isGiven)
 {
-    const HDC dc = OpenSurfaceContext(pixels.surface, {0, 0}, part);
+    const HDC dc = OpenSurfaceContext(pixels.surface, part);
     if (dc)
         openContexts.push_back({dc, window, isGiven});
     return dc;

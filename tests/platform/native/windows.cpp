@@ -15,7 +15,6 @@
 #include "platform/native/user/menus.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/user/queue.h"
-#include "platform/native/user/text_lines.h"
 #include "platform/native/visible.h"
 #include "platform/win32.h"
 
@@ -398,29 +397,6 @@ TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
     EXPECT_EQ(record.nFilterIndex, 2u);
     EXPECT_EQ(record.nFileOffset, 5);
     EXPECT_EQ(record.nFileExtension, 11);
-}
-
-// --- texts ---
-
-TEST(TextLines, BreakBetweenWordsAndAtLineFeeds)
-{
-    visible = {};
-    // With no display a letter is 6 wide.
-    const Font font = {13, 0, "MS Sans Serif"};
-    const struct {
-        const char *text;
-        Lines lines;
-    } cases[] = {
-        {"", {""}},
-        {"one two three", {"one two", "three"}},
-        {"one\r\n\ntwo", {"one", "", "two"}},
-        {"  indented", {"  indented"}},
-        {"unbreakable words", {"unbreakable", "words"}},
-        {"ends with spaces ", {"ends with", "spaces "}},
-    };
-    for (const auto &one : cases)
-        EXPECT_EQ(BreakLines(font, one.text, 9 * 6), one.lines) << one.text;
-    EXPECT_EQ(WithoutMnemonic("Save &as && go&"), "Save as & go&");
 }
 
 } // namespace
