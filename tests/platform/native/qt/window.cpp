@@ -287,6 +287,35 @@ TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
     EXPECT_TRUE(isLarge());
 }
 
+TEST_F(QtWindow, AWindowThatFillsTheScreenKeepsItsManagersSize)
+{
+    Frame()->showFullScreen();
+    RunUntilIdle();
+    const QSize filled = Frame()->size();
+    ASSERT_NE(filled.width(), 700);
+    MoveWindow(globals.mainWindow, 10, 10, 700, 500, TRUE);
+    EXPECT_EQ(Frame()->size(), filled);
+    RunUntilIdle();
+    EXPECT_EQ(Pane()->width(), filled.width() - 182);
+    RECT outer;
+    GetWindowRect(globals.mainWindow, &outer);
+    EXPECT_EQ(outer.right - outer.left, filled.width());
+}
+
+TEST_F(QtWindow, NoBorderIsLostWhereAPixelIsAPixelAndAPart)
+{
+    for (double ratio : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        QImage image((QSizeF(Client()->size()) * ratio).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        Client()->render(&image);
+        const int y = image.height() / 2, left = static_cast<int>(180 * ratio);
+        int black = 0;
+        for (int x = left; x < left + 8; ++x)
+            black += image.pixelColor(x, y) == QColor(0, 0, 0);
+        EXPECT_GE(black, 1) << ratio;
+    }
+}
+
 QMenu *ShownMenu()
 {
     return dynamic_cast<QMenu *>(QApplication::activePopupWidget());
