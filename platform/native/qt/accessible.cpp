@@ -6,6 +6,7 @@
 #include "platform/native/qt/text.h"
 #include "platform/native/user/button.h"
 #include "platform/native/user/static_text.h"
+#include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 
 namespace
@@ -44,9 +45,14 @@ class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterf
     QString text(QAccessible::Text what) const override
     {
         const Window *record = WindowOf(surface->Shown());
-        if (what == QAccessible::Name && record && !record->parent)
-            return FromCaption(record->text);
-        return QAccessibleWidget::text(what);
+        if (what != QAccessible::Name || !record)
+            return QAccessibleWidget::text(what);
+        switch (role()) {
+        case QAccessible::EditableText: return QStringLiteral("View");
+        case QAccessible::Graphic: return QStringLiteral("Picture");
+        case QAccessible::StaticText: return FromCodePage(WithoutMnemonic(record->text));
+        default: return FromCaption(record->text);
+        }
     }
 
     QAccessible::State state() const override

@@ -21,7 +21,6 @@
 #include "platform/native/user/button.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/input.h"
-#include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 
 namespace
@@ -47,13 +46,8 @@ QWidget *MakeControl(HWND window, const Window *record)
         return new PushButtonWidget(window, parent);
     auto *control = new SurfaceWidget(window, parent);
     control->setCursor(Qt::ArrowCursor);
-    if (IsOfClass(record, "button")) {
+    if (IsOfClass(record, "button"))
         control->setFocusPolicy(Qt::TabFocus);
-        control->setAccessibleName(WindowOf(record->parent)->owner ? QStringLiteral("Picture")
-                                                                   : QStringLiteral("View"));
-    } else {
-        control->setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
-    }
     return control;
 }
 
@@ -98,8 +92,6 @@ void FollowControl(QWidget *control, const Window *record, WindowChange change)
             button->FollowText();
         else if (auto *tree = dynamic_cast<TreeWidget *>(control))
             tree->FollowFont();
-        else if (!record->text.empty())
-            control->setAccessibleName(FromCodePage(WithoutMnemonic(record->text)));
         break;
     default: break;
     }
