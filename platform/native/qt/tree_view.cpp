@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include "platform/native/comctl/image_list.h"
@@ -125,6 +126,7 @@ TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideNone);
     setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectItems); // whole rows would be highlighted
     setIconSize({16, 14});
     setAccessibleName(treeName);
     connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) {
@@ -155,13 +157,6 @@ void TreeWidget::TakeInChange()
 void TreeWidget::FollowFont()
 {
     setFont(QtFont(FontOf(window)));
-}
-
-void TreeWidget::resizeEvent(QResizeEvent *event)
-{
-    QTreeView::resizeEvent(event);
-    // a selected item is marked across the tree, whatever its label's length
-    header()->setMinimumSectionSize(viewport()->width());
 }
 
 void TreeWidget::mousePressEvent(QMouseEvent *event)
@@ -211,6 +206,19 @@ void TreeWidget::initStyleOption(QStyleOptionFrame *option) const
     QTreeView::initStyleOption(option);
     if (hasFocus())
         option->palette.setColor(QPalette::WindowText, palette().color(QPalette::Highlight));
+}
+
+// The pictures have a ground of their own: only the label is highlighted.
+void TreeWidget::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    QTreeView::initViewItemOption(option);
+    option->showDecorationSelected = false;
+}
+
+void TreeWidget::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
+{
+    painter->fillRect(rect, palette().base());
+    QTreeView::drawBranches(painter, rect, index);
 }
 
 void TreeWidget::focusInEvent(QFocusEvent *event)

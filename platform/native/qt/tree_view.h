@@ -45,12 +45,14 @@ class TreeWidget : public QTreeView
     void FollowFont();
 
   protected:
-    void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void initStyleOption(QStyleOptionFrame *option) const override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
+    void drawBranches(QPainter *painter, const QRect &rect,
+                      const QModelIndex &index) const override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void selectionChanged(const QItemSelection &selected,

@@ -234,6 +234,19 @@ TEST_F(QtWindow, KeysSelectAndThePaneDraws)
     EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
 }
 
+TEST_F(QtWindow, TheTreeHighlightsTheLabelAlone)
+{
+    SelectByKeys(1, 0);
+    const QImage image = Tree()->viewport()->grab().toImage();
+    const QRect item = Tree()->visualRect(Tree()->currentIndex());
+    const QColor highlight = Tree()->palette().color(QPalette::Highlight);
+    int first = 0;
+    while (first < image.width() && image.pixelColor(first, item.bottom() - 1) != highlight)
+        ++first;
+    EXPECT_GE(first, item.left() + 16); // the picture is 16 wide and has a ground of its own
+    EXPECT_LT(first, item.left() + 32);
+}
+
 TEST_F(QtWindow, TheSplitterIsDraggedAndTheBarLiesAboveBothChildren)
 {
     const auto greys = [](int x) {
