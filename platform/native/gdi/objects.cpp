@@ -3,6 +3,8 @@
 #include "platform/native/handles.h"
 #include "platform/win32/gdi.h"
 
+#include <sys/mman.h>
+
 namespace
 {
 
@@ -21,13 +23,24 @@ HandleTable<StoredObject, HandleKind::Graphics> &Objects()
 
 } // namespace
 
+// Touching the small pages of a large picture one by one takes longer than drawing it.
+static void AskForHugePages(void *memory, size_t bytes)
+{
+    constexpr size_t hugePage = 2 << 20;
+    const size_t before = (hugePage - (uintptr_t)memory % hugePage) % hugePage;
+    if (bytes >= before + hugePage)
+        madvise((char *)memory + before, (bytes - before) / hugePage * hugePage, MADV_HUGEPAGE);
+}
+
 bool MakeBitmap(int width, int height, bool isMonochrome, Bitmap *bitmap)
 {
     if (width <= 0 || height <= 0)
         return false;
-    PixelBuffer memory((uint32_t *)calloc((size_t)width * (size_t)height, sizeof(uint32_t)));
+    const size_t pixels = (size_t)width * (size_t)height;
+    PixelBuffer memory((uint32_t *)calloc(pixels, sizeof(uint32_t)));
     if (memory == nullptr)
         return false;
+    AskForHugePages(memory.get(), pixels * sizeof(uint32_t));
     bitmap->surface = {width, height, 1, memory.get(), (size_t)width};
     bitmap->memory = std::move(memory);
     bitmap->isMonochrome = isMonochrome;

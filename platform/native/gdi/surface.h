@@ -19,5 +19,5 @@ struct PixelSurface {
 // The memory column or row at which a logical one begins.
 inline int MemoryEdge(const PixelSurface &surface, int logical)
 {
-    return (int)std::lround(logical * surface.ratio);
+    return surface.ratio == 1 ? logical : (int)std::lround(logical * surface.ratio);
 }

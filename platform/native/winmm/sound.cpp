@@ -9,11 +9,50 @@
 #include <bit>
 #include <cstring>
 #include <dlfcn.h>
+#include <type_traits>
 
 #define RIFF_HEADER_SIZE 8
 #define BUFFERS_PER_SECOND 50 // or a few less: how far a stop can be heard late
 #define LEAST_BUFFER_FRAMES 16u
 #define MOST_BUFFER_FRAMES 32768u
+
+#define SDL_CALLS(CALL)                                                                            \
+    CALL(SetMainReady)                                                                             \
+    CALL(SetHint)                                                                                  \
+    CALL(InitSubSystem)                                                                            \
+    CALL(QuitSubSystem)                                                                            \
+    CALL(OpenAudioDevice)                                                                          \
+    CALL(CloseAudioDevice)                                                                         \
+    CALL(GetAudioDeviceStatus)                                                                     \
+    CALL(PauseAudioDevice)                                                                         \
+    CALL(QueueAudio)                                                                               \
+    CALL(ClearQueuedAudio)                                                                         \
+    CALL(GetQueuedAudioSize)                                                                       \
+    CALL(RWFromConstMem)                                                                           \
+    CALL(LoadWAV_RW)                                                                               \
+    CALL(FreeWAV)
+
+// SDL is loaded for the first sound: it brings thirty libraries, a fifth of the program's start.
+struct Sdl {
+#define MEMBER(name) decltype(&SDL_##name) name;
+    SDL_CALLS(MEMBER)
+
+    // Returns false where there is no SDL, or an older one.
+    bool Load()
+    {
+        void *library = dlopen("libSDL2-2.0.so.0", RTLD_LAZY);
+        const auto find = [library](const char *name, auto *call) {
+            *call = library ? reinterpret_cast<std::remove_reference_t<decltype(*call)>>(
+                                  dlsym(library, name))
+                            : nullptr;
+            return *call != nullptr;
+        };
+#define AND_FOUND(name) &&find("SDL_" #name, &name)
+        return true SDL_CALLS(AND_FOUND);
+    }
+};
+
+static Sdl sdl;
 
 struct WaveSound {
     SDL_AudioSpec format;
@@ -44,40 +83,42 @@ class AudioDevice
     {
         Close();
         if (started)
-            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+            sdl.QuitSubSystem(SDL_INIT_AUDIO);
     }
 
     // Makes SDL ready; its handlers would swallow the signals that end the program.
     bool Start()
     {
         if (!started) {
+            if (!sdl.Load())
+                return false;
             SilenceSoundLibrary();
-            SDL_SetMainReady();
-            SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-            started = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+            sdl.SetMainReady();
+            sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+            started = sdl.InitSubSystem(SDL_INIT_AUDIO) == 0;
         }
         return started;
     }
 
     bool IsPlaying() const
     {
-        return device != 0 && SDL_GetQueuedAudioSize(device) > 0;
+        return device != 0 && sdl.GetQueuedAudioSize(device) > 0;
     }
 
     void Stop()
     {
         if (device == 0)
             return;
-        SDL_PauseAudioDevice(device, 1);
-        SDL_ClearQueuedAudio(device);
+        sdl.PauseAudioDevice(device, 1);
+        sdl.ClearQueuedAudio(device);
     }
 
     bool Play(const WaveSound &sound)
     {
         Stop();
-        if (!OpenFor(sound.format) || SDL_QueueAudio(device, sound.samples, sound.size) != 0)
+        if (!OpenFor(sound.format) || sdl.QueueAudio(device, sound.samples, sound.size) != 0)
             return false;
-        SDL_PauseAudioDevice(device, 0);
+        sdl.PauseAudioDevice(device, 0);
         return true;
     }
 
@@ -85,7 +126,7 @@ class AudioDevice
     bool OpenFor(const SDL_AudioSpec &wanted)
     {
         // a device that was unplugged stops for good
-        if (device != 0 && SDL_GetAudioDeviceStatus(device) != SDL_AUDIO_STOPPED &&
+        if (device != 0 && sdl.GetAudioDeviceStatus(device) != SDL_AUDIO_STOPPED &&
             wanted.freq == format.freq && wanted.format == format.format &&
             wanted.channels == format.channels)
             return true;
@@ -95,14 +136,14 @@ class AudioDevice
         format.samples =
             static_cast<Uint16>(std::clamp(frames, LEAST_BUFFER_FRAMES, MOST_BUFFER_FRAMES));
         format.callback = nullptr;
-        device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
+        device = sdl.OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
         return device != 0;
     }
 
     void Close()
     {
         if (device != 0)
-            SDL_CloseAudioDevice(device);
+            sdl.CloseAudioDevice(device);
         device = 0;
     }
 
@@ -128,15 +169,15 @@ static bool LoadSound(const char *bytes, WaveSound *sound)
     if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - RIFF_HEADER_SIZE)
         return false;
     // a sound that ends early plays as far as it goes
-    SDL_SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
-    SDL_SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
+    sdl.SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
+    sdl.SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
     *sound = {};
-    if (!SDL_LoadWAV_RW(SDL_RWFromConstMem(bytes, (int)(rest + RIFF_HEADER_SIZE)), 1,
+    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(bytes, (int)(rest + RIFF_HEADER_SIZE)), 1,
                         &sound->format, &sound->samples, &sound->size))
         return false;
     if (IsPlayable(sound->format))
         return true;
-    SDL_FreeWAV(sound->samples);
+    sdl.FreeWAV(sound->samples);
     return false;
 }
 
@@ -153,6 +194,6 @@ BOOL WINAPI sndPlaySoundA(LPCSTR sound, UINT flags)
     if (!LoadSound(sound, &wave))
         return FALSE;
     bool plays = audio.Play(wave);
-    SDL_FreeWAV(wave.samples);
+    sdl.FreeWAV(wave.samples);
     return plays;
 }
