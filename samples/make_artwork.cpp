@@ -1,6 +1,7 @@
 // Draws the program's own pictures: make_artwork FOLDER writes folder_closed.bmp,
 // folder_selected.bmp, quillmoor.ico and splitter.cur, which lie in resources/, and
-// about_strip.bmp and message.ico, which lie in platform/host/.
+// about_strip.bmp and message.ico, which lie in platform/host/, and the icon as quillmoor_SIZE.png
+// for desktops.
 #include "samples/artwork/program_artwork.h"
 
 #include <cstdio>
@@ -22,6 +23,9 @@ int main(int count, char **arguments)
         {"splitter.cur", MakeCurFile(DrawSplitCursor(), 15, 15)},
         {"about_strip.bmp", MakeBmpFile(MakeDib(DrawAboutStrip(), 24))},
         {"message.ico", MakeIcoFile(DrawMessageIcon(), 32)},
+        {"quillmoor_32.png", MakePng(DrawProgramIcon(32))},
+        {"quillmoor_48.png", MakePng(DrawProgramIcon(48))},
+        {"quillmoor_128.png", MakePng(DrawProgramIcon(128))},
     };
     for (const auto &file : files) {
         std::string path = std::string(arguments[1]) + "/" + file.name;
