@@ -31,7 +31,23 @@ function readText(path) {
     }
 }
 
-// The file is replaced when the new one is whole and holds every letter.
+// Whether the system's code page, in which Quillmoor takes its paths, has every letter.
+function fitsCodePage(text) {
+    var path = files.GetSpecialFolder(2).Path + "\\" + files.GetTempName();
+    var stream = files.CreateTextFile(path, true, false);
+    var fits = true;
+    try {
+        stream.Write(text);
+    } catch (strange) {
+        fits = false;
+    }
+    stream.Close();
+    fits = fits && readText(path).text == text;
+    files.DeleteFile(path);
+    return fits;
+}
+
+// The file is replaced when the new one is whole.
 function replaceText(path, text, wide) {
     var fresh = path + ".new";
     try {
@@ -46,8 +62,7 @@ function replaceText(path, text, wide) {
     } catch (failure) {
         if (files.FileExists(fresh) && files.FileExists(path))
             files.DeleteFile(fresh);
-        throw new Error("The settings file could not be written: " + path + "\n" +
-            "Put Quillmoor into a folder whose name has letters of your own language only.");
+        throw new Error("The settings file could not be written: " + path);
     }
 }
 
@@ -227,9 +242,17 @@ function undo() {
 function setUp() {
     if (!files.FileExists(program) || !files.FileExists(folder + "\\VLXPRO.EXE"))
         throw new Error("Unpack the whole zip first, then start set-up.cmd in its folder.");
+    if (!fitsCodePage(folder))
+        throw new Error("Quillmoor's folder has a name with letters of another language than " +
+            "yours. Move it to another folder.");
     undo();
-    nameFolder();
-    registerProgram();
+    try {
+        nameFolder();
+        registerProgram();
+    } catch (failure) {
+        undo();
+        throw failure;
+    }
 }
 
 try {

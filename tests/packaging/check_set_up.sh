@@ -147,4 +147,19 @@ printf '[Other]\r\n' | iconv -f UTF-8 -t UTF-16 >"$work/settings"
 printf '[Other]\r\n[Vellumax]\r\n%s\r\n' "$line" | iconv -f UTF-8 -t UTF-16 >"$work/wanted"
 settings_case "a settings file in UTF-16"
 
+# A folder that the program could not read from the settings is refused, and a file that cannot be
+# replaced leaves nothing of the attempt.
+make_program "$work/Жук"
+(cd "$work/Жук" && "$wine" cscript //nologo set-up.js >"$work/said" 2>&1) &&
+    fail "a folder with strange letters is taken"
+grep -q 'another language' "$work/said" || fail "the refusal says $(cat "$work/said")"
+mkdir "$settings.new"
+(cd "$first" && "$wine" cscript //nologo set-up.js >"$work/said" 2>&1) &&
+    fail "a settings file that cannot be written is taken"
+grep -q 'could not be written' "$work/said" || fail "the failure says $(cat "$work/said")"
+rmdir "$settings.new"
+same "the settings file after refusals" "$work/settings" "$settings"
+classes_now "$work/after"
+same "the registry after refusals" "$work/before" "$work/after"
+
 [ "$failures" -eq 0 ]
