@@ -163,25 +163,21 @@ TEST_F(DialogTest, MayShowAnotherOneAboveItself)
     EXPECT_EQ(SetFocus(owner), owner);
 }
 
-TEST_F(DialogTest, TabMovesTheKeyboardRoundItsStops)
+TEST_F(DialogTest, TabAndArrowsMoveTheKeyboardRoundItsStops)
 {
+    const WPARAM keys[] = {VK_TAB, VK_LEFT, VK_UP};
+    size_t next = 0;
     onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
-    onUser = [](HWND dialog) {
+    onUser = [&](HWND dialog) {
         HWND ok = GetDlgItem(dialog, IDOK), picture = GetDlgItem(dialog, IDC_ABOUT_PICTURE);
+        EXPECT_EQ(SetFocus(ok), next == 0 ? ok : picture) << next;
+        if (next == std::size(keys))
+            EndDialog(dialog, 3);
+        else
+            PostMessageA(ok, WM_KEYDOWN, keys[next++], 0);
+        PostMessageA(dialog, WM_USER, 0, 0);
         EXPECT_EQ(GetDlgItem(dialog, 4711), nullptr);
         EXPECT_FALSE(SetDlgItemTextA(dialog, 4711, "x"));
-        EXPECT_EQ(SetFocus(ok), ok);
-        PostMessageA(ok, WM_KEYDOWN, VK_TAB, 0);
-        onUser = [ok, picture](HWND inner) {
-            EXPECT_EQ(SetFocus(picture), picture);
-            PostMessageA(picture, WM_KEYDOWN, VK_TAB, 0);
-            onUser = [ok](HWND last) {
-                EXPECT_EQ(SetFocus(ok), ok);
-                EndDialog(last, 3);
-            };
-            PostMessageA(inner, WM_USER, 0, 0);
-        };
-        PostMessageA(dialog, WM_USER, 0, 0);
     };
     EXPECT_EQ(Show(), 3);
 }

@@ -52,27 +52,31 @@ WORD WordAt(const Bytes &bytes, size_t offset)
     return value;
 }
 
-// The id of the group's picture whose width is nearest to the usual one; 0 when there is none.
-// A group is three words, the last their count, and 14 bytes a picture: an icon's width is its
-// first byte, a cursor's its first word; the id is the last word.
+// The id of the group's picture whose width is nearest to the usual one, of equal ones that with
+// the most bits; 0 when there is none. A group is three words, the last their count, and 14 bytes a
+// picture: an icon's width is its first byte (0: 256), a cursor's its first word; the bits a pixel
+// are the fourth word; the id is the last.
 WORD ChooseOfGroup(const Bytes &group, bool isCursor)
 {
     WORD best = 0;
-    int bestDistance = INT32_MAX;
+    std::pair<int, int> bestMiss = {INT32_MAX, 0};
     for (size_t i = 0; i < WordAt(group, 4) && 6 + (i + 1) * 14 <= group.size; ++i) {
         const size_t entry = 6 + i * 14;
-        const int width = isCursor ? WordAt(group, entry) : group.data[entry];
-        const int distance = std::abs(width - iconSide);
-        if (distance < bestDistance) {
+        const int width = isCursor                 ? WordAt(group, entry)
+                          : group.data[entry] != 0 ? group.data[entry]
+                                                   : 256;
+        const std::pair<int, int> miss = {std::abs(width - iconSide), -WordAt(group, entry + 6)};
+        if (miss < bestMiss) {
             best = WordAt(group, entry + 12);
-            bestDistance = distance;
+            bestMiss = miss;
         }
     }
     return best;
 }
 
 // The picture is a DIB of twice its height, whose lower half in the file is the colours, the upper
-// a mask: 1 is transparent. 32-bit colours bring their own transparency.
+// a mask: 1 leaves the screen, combined with the colour. 32-bit colours bring their own
+// transparency, unless all are transparent.
 bool DecodePicture(const Bytes &dib, ImagePixels *picture)
 {
     DibLayout layout;
@@ -93,6 +97,9 @@ bool DecodePicture(const Bytes &dib, ImagePixels *picture)
     Bitmap bitmap;
     if (!DecodeDib(layout, dib.data, colors, stride * height, &bitmap))
         return false;
+    bool hasAlpha = false;
+    for (size_t i = 3; layout.bits == 32 && i < stride * height; i += 4)
+        hasAlpha = hasAlpha || colors[i] != 0;
     picture->width = layout.width;
     picture->height = layout.height;
     picture->pixels.resize(width * height);
@@ -100,14 +107,28 @@ bool DecodePicture(const Bytes &dib, ImagePixels *picture)
         const size_t row = height - 1 - y;
         for (size_t x = 0; x < width; ++x) {
             const bool isClear = mask[row * maskStride + x / 8] >> (7 - x % 8) & 1;
-            const uint32_t alpha = layout.bits == 32 ? colors[row * stride + x * 4 + 3]
-                                   : isClear         ? 0
-                                                     : 255;
+            const uint32_t alpha = hasAlpha ? colors[row * stride + x * 4 + 3] : isClear ? 0 : 255;
             const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x];
-            picture->pixels[y * width + x] = (color & 0xFFFFFF) | alpha << 24;
+            picture->pixels[y * width + x] =
+                hasAlpha && alpha == 0 ? 0 : (color & 0xFFFFFF) | alpha << 24;
         }
     }
     return true;
+}
+
+// Makes an icon as large as every icon is.
+void FitIcon(ImagePixels *picture)
+{
+    ImagePixels fitted = {};
+    fitted.width = fitted.height = iconSide;
+    for (int y = 0; y < iconSide; ++y)
+        for (int x = 0; x < iconSide; ++x) {
+            const int row = (2 * y + 1) * picture->height / (2 * iconSide);
+            const int column = (2 * x + 1) * picture->width / (2 * iconSide);
+            fitted.pixels.push_back(
+                picture->pixels[static_cast<size_t>(row * picture->width + column)]);
+        }
+    *picture = std::move(fitted);
 }
 
 bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
@@ -121,7 +142,11 @@ bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *pi
         picture->hotY = WordAt(dib, 2);
         dib = {dib.data + 4, dib.size - 4};
     }
-    return DecodePicture(dib, picture);
+    if (!DecodePicture(dib, picture))
+        return false;
+    if (!isCursor)
+        FitIcon(picture);
+    return true;
 }
 
 // The desktop's information icon: a blue disc with a white letter i.

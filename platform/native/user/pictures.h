@@ -10,8 +10,10 @@ struct ImagePixels {
     int height;
     int hotX; // of a cursor
     int hotY;
-    std::vector<uint32_t> pixels; // 0xAARRGGBB, the top row first; empty: a cursor of the desktop
-    int systemCursor;             // its number, else 0
+    // 0xAARRGGBB, the top row first; without alpha a colour inverts. Empty: a cursor of the
+    // desktop.
+    std::vector<uint32_t> pixels;
+    int systemCursor; // its number, else 0
 };
 
 // The picture behind an icon's or cursor's handle; NULL for a dead one.

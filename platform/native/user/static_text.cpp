@@ -35,7 +35,8 @@ void MakeStatic(HWND control)
                    TRUE);
 }
 
-// Draws a picture over what is there, by its transparency, in whole memory pixels.
+// Draws a picture over what is there, by its transparency (a colour without any inverts), in whole
+// memory pixels.
 void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
 {
     for (int y = 0; y < std::min(picture.height, surface.height); ++y)
@@ -49,8 +50,8 @@ void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
                      ++column) {
                     uint32_t &pixel = surface.pixels[static_cast<size_t>(row) * surface.stride +
                                                      static_cast<size_t>(column)];
-                    uint32_t mixed = 0;
-                    for (int shift = 0; shift <= 16; shift += 8)
+                    uint32_t mixed = alpha == 0 ? pixel ^ color : 0;
+                    for (int shift = 0; alpha > 0 && shift <= 16; shift += 8)
                         mixed |= ((color >> shift & 0xFF) * alpha +
                                   (pixel >> shift & 0xFF) * (255 - alpha)) /
                                      255
