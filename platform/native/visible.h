@@ -9,6 +9,12 @@
 #include "platform/win32/comctl.h"
 #include "platform/win32/types.h"
 
+// In logical pixels.
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+
 struct Font;         // platform/native/gdi/objects.h
 struct PixelSurface; // platform/native/gdi/surface.h
 
@@ -38,7 +44,7 @@ enum class WindowChange {
     Enabled, // whether it takes input
     Menu,    // the states in its menu bar
     Focus,   // it has the keyboard now
-    Order,   // it came to the top
+    Order,   // a window that is no child came to the top
     Look,    // a button's style or a tree's images
 };
 

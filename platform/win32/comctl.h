@@ -37,27 +37,23 @@ typedef struct _TREEITEM *HTREEITEM;
 #define TVIF_TEXT 0x0001
 #define TVIF_IMAGE 0x0002
 #define TVIF_PARAM 0x0004
-#define TVIF_HANDLE 0x0010
 #define TVIF_SELECTEDIMAGE 0x0020
 
 typedef struct tagTVITEMA {
     UINT mask;
     HTREEITEM hItem;
-    UINT state;
-    UINT stateMask;
     LPSTR pszText;
     int cchTextMax;
     int iImage;
     int iSelectedImage;
-    int cChildren;
     LPARAM lParam;
-} TVITEMA, *LPTVITEMA;
+} TVITEMA;
 
 typedef struct tagTVINSERTSTRUCTA {
     HTREEITEM hParent;
     HTREEITEM hInsertAfter;
     TVITEMA item;
-} TVINSERTSTRUCTA, *LPTVINSERTSTRUCTA;
+} TVINSERTSTRUCTA;
 
 #define TV_FIRST 0x1100
 
@@ -67,8 +63,7 @@ typedef struct tagTVINSERTSTRUCTA {
 #define TVM_INSERTITEMA (TV_FIRST + 0)
 #define TVM_INSERTITEM TVM_INSERTITEMA
 
-// lParam: the item, which goes with all below it, or TVI_ROOT for all items. Answers TRUE, or FALSE
-// for a dead item.
+// lParam: TVI_ROOT: all items go, and with them the selection. Answers TRUE.
 #define TVM_DELETEITEM (TV_FIRST + 1)
 
 // wParam: TVSIL_NORMAL; lParam: the image list or NULL. Answers the list the tree held before. The
@@ -82,36 +77,27 @@ typedef struct tagTVINSERTSTRUCTA {
 #define TVGN_NEXT 0x0001
 #define TVGN_CHILD 0x0004
 
-// lParam: TVITEMA whose mask names the members to fill. Text is cut to cchTextMax - 1 bytes and
-// terminated. Answers TRUE, or FALSE for a dead item.
+// lParam: TVITEMA whose mask names the members to fill, TVIF_TEXT or TVIF_PARAM. Text is cut to
+// cchTextMax - 1 bytes and terminated. Answers TRUE, or FALSE for a dead item.
 #define TVM_GETITEMA (TV_FIRST + 12)
 #define TVM_GETITEM TVM_GETITEMA
 
 // --- what a tree tells its parent ---
 
-// WM_NOTIFY comes for what the user does: NMTREEVIEWA with the TVN_ codes, NMHDR with the others.
-// A tree's own repainting, and what the program does to its items, tell nothing (Windows tells
-// both, in part).
+// WM_NOTIFY comes for what the user does: a record that begins with NMHDR, NMTREEVIEWA with
+// TVN_SELCHANGEDA. A tree's own repainting, and what the program does to its items, tell nothing
+// (Windows tells both, in part), nor does the tree select an item by itself when it is given the
+// keyboard.
 #define NM_CLICK ((UINT)-2)
 #define NM_DBLCLK ((UINT)-3)
 #define NM_RCLICK ((UINT)-5)
 #define NM_SETFOCUS ((UINT)-7)
 #define NM_KILLFOCUS ((UINT)-8)
-#define TVN_SELCHANGINGA ((UINT)-401) // answered with TRUE, the selection stays
 #define TVN_SELCHANGEDA ((UINT)-402)
-#define TVN_ITEMEXPANDINGA ((UINT)-405) // answered with TRUE, the item stays as it is
 #define TVN_ITEMEXPANDEDA ((UINT)-406)
 #define TVN_KEYDOWN ((UINT)-412)
 
-#define TVC_BYMOUSE 0x0001
-#define TVC_BYKEYBOARD 0x0002
-#define TVE_COLLAPSE 0x0001
-#define TVE_EXPAND 0x0002
-
 typedef struct tagNMTREEVIEWA {
     NMHDR hdr;
-    UINT action; // TVC_ or TVE_
-    TVITEMA itemOld;
-    TVITEMA itemNew;
-    POINT ptDrag;
-} NMTREEVIEWA, *LPNMTREEVIEWA;
+    TVITEMA itemNew; // its hItem and lParam
+} NMTREEVIEWA;

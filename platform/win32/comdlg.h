@@ -13,30 +13,17 @@ typedef struct tagOFNA {
     DWORD lStructSize; // OPENFILENAME_SIZE_VERSION_400
     HWND hwndOwner;
     HINSTANCE hInstance;
-    LPCSTR lpstrFilter; // pairs of description and patterns, "*.A;*.B", then an empty text
-    LPSTR lpstrCustomFilter;
-    DWORD nMaxCustFilter;
-    DWORD nFilterIndex; // from 1 on; on return what the user left selected
-    LPSTR lpstrFile;    // the name to offer; on return the chosen path
-    DWORD nMaxFile;     // bytes of lpstrFile, its terminator included
-    LPSTR lpstrFileTitle;
+    LPCSTR lpstrFilter;   // pairs of description and patterns, "*.A;*.B", then an empty text
+    DWORD nFilterIndex;   // from 1 on; on return what the user left selected
+    LPSTR lpstrFile;      // the name to offer; on return the chosen path
+    DWORD nMaxFile;       // bytes of lpstrFile, its terminator included
+    LPSTR lpstrFileTitle; // on return the name without its folder, when it fits; or NULL
     DWORD nMaxFileTitle;
     LPCSTR lpstrInitialDir;
-    LPCSTR lpstrTitle;
     DWORD Flags;
-    WORD nFileOffset;    // where the name begins in lpstrFile
-    WORD nFileExtension; // where its extension begins; 0 when it has none
-    LPCSTR lpstrDefExt;
-    LPARAM lCustData;
-    void *lpfnHook;
-    LPCSTR lpTemplateName;
-    void *pvReserved;
-    DWORD dwReserved;
-    DWORD FlagsEx;
 } OPENFILENAMEA, *LPOPENFILENAMEA;
 
-// The record up to and with lpTemplateName.
-#define OPENFILENAME_SIZE_VERSION_400A (offsetof(OPENFILENAMEA, pvReserved))
+#define OPENFILENAME_SIZE_VERSION_400A (sizeof(OPENFILENAMEA))
 
 // Each shows its dialog over the owner and returns TRUE when the user confirmed a file: one that
 // exists (open), or one that is new or that the user agrees to replace (save). Patterns match

@@ -50,7 +50,6 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int byte
 // --- modules and their resources ---
 
 #define RT_BITMAP MAKEINTRESOURCEA(2)
-#define RT_STRING MAKEINTRESOURCEA(6)
 
 // Only NULL is asked for: the program itself, whose resources are embedded in it.
 HMODULE WINAPI GetModuleHandleA(LPCSTR name);
@@ -62,8 +61,8 @@ HMODULE WINAPI LoadLibraryA(LPCSTR path);
 // Lets the module go. FALSE for a handle that is none.
 BOOL WINAPI FreeLibrary(HMODULE module);
 
-// Finds a resource by type and name (each an integer, or a text compared without case). NULL when
-// there is none. A module of NULL is the program itself.
+// Finds a resource by type and name (each an integer, or a text compared without case; "#123" means
+// nothing else here). NULL when there is none. A module of NULL is the program itself.
 HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
 
 // The resource's size in bytes; 0 on failure.
@@ -81,10 +80,8 @@ BOOL WINAPI FreeResource(HGLOBAL resource);
 // length, or `size` when it is cut to size - 1 bytes; 0 on failure.
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
 
-// Only asked whether there is something of that name.
+// Whether there is something of that name: any other answer (here 0) says yes.
 #define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
-#define FILE_ATTRIBUTE_DIRECTORY 0x00000010u
-#define FILE_ATTRIBUTE_NORMAL 0x00000080u
 DWORD WINAPI GetFileAttributesA(LPCSTR path);
 
 // Both write a text and return its length; when size is too small, the size needed, with the
@@ -93,7 +90,7 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path);
 DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path);
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR path);
 
-// Forms the name folder + the first three characters of prefix + unique in hexadecimal + ".TMP";
+// Forms the name folder + the first three characters of prefix + unique in hexadecimal + ".tmp";
 // no file is made and none is looked for. unique is not 0. path holds MAX_PATH bytes. Returns
 // unique, or 0 when there is no such folder or the name would not fit.
 UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path);
@@ -101,7 +98,7 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
 // Reads a value of a settings file. A section is looked for without case, the first of its name
 // counts, and in it the first line of the key. Spaces around a value go, then one pair of quotes.
 // What is not there gives fallback, without the spaces at its end. The text is cut to size - 1
-// bytes; its length is returned.
+// bytes; its length is returned. The file is in the ANSI code page, or in UTF-16 with its mark.
 // On Linux a file that is missing in the user's configuration folder is looked for in the
 // system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same relative path.
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
@@ -114,30 +111,13 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallbac
 
 typedef struct _STARTUPINFOA {
     DWORD cb;
-    LPSTR lpReserved;
-    LPSTR lpDesktop;
-    LPSTR lpTitle;
-    DWORD dwX;
-    DWORD dwY;
-    DWORD dwXSize;
-    DWORD dwYSize;
-    DWORD dwXCountChars;
-    DWORD dwYCountChars;
-    DWORD dwFillAttribute;
     DWORD dwFlags;
     WORD wShowWindow;
-    WORD cbReserved2;
-    BYTE *lpReserved2;
-    HANDLE hStdInput;
-    HANDLE hStdOutput;
-    HANDLE hStdError;
 } STARTUPINFOA, *LPSTARTUPINFOA;
 
 typedef struct _PROCESS_INFORMATION {
     HANDLE hProcess;
     HANDLE hThread;
-    DWORD dwProcessId;
-    DWORD dwThreadId;
 } PROCESS_INFORMATION, *LPPROCESS_INFORMATION;
 
 typedef struct _SECURITY_ATTRIBUTES *LPSECURITY_ATTRIBUTES;
@@ -145,7 +125,8 @@ typedef struct _SECURITY_ATTRIBUTES *LPSECURITY_ATTRIBUTES;
 // Starts a program by its path, without waiting for it. The command line is that path, which may
 // hold spaces (the shortest beginning that names a program is it), a space, and the one argument.
 // Only commandLine and information are looked at. Nothing is kept of the process: both handles
-// are NULL. FALSE when there is no such program or it cannot be started.
+// are NULL. FALSE, and information as it was, when there is no such program or it cannot be
+// started.
 BOOL WINAPI CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES forProcess,
                            LPSECURITY_ATTRIBUTES forThread, BOOL inherit, DWORD flags,
                            LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup,

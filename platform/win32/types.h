@@ -7,16 +7,13 @@
 
 #define WINAPI
 #define CALLBACK
-#define APIENTRY
 
 typedef int BOOL;
 typedef unsigned char BYTE;
 typedef uint16_t WORD;
 typedef uint32_t DWORD;
-typedef int INT;
 typedef uint32_t UINT;
 typedef int32_t LONG;
-typedef char CHAR;
 typedef char16_t WCHAR; // one UTF-16 code unit
 typedef uint16_t ATOM;
 typedef uintptr_t WPARAM;
@@ -68,11 +65,6 @@ typedef struct tagPOINT {
     LONG y;
 } POINT, *LPPOINT;
 
-typedef struct tagSIZE {
-    LONG cx;
-    LONG cy;
-} SIZE, *LPSIZE;
-
 // right and bottom lie just outside the rectangle
 typedef struct tagRECT {
     LONG left;
@@ -80,7 +72,6 @@ typedef struct tagRECT {
     LONG right;
     LONG bottom;
 } RECT, *LPRECT;
-typedef const RECT *LPCRECT;
 
 #define LOWORD(l) ((WORD)((DWORD_PTR)(l)&0xffff))
 #define HIWORD(l) ((WORD)(((DWORD_PTR)(l) >> 16) & 0xffff))

@@ -19,15 +19,13 @@ typedef LRESULT(CALLBACK *WNDPROC)(HWND window, UINT message, WPARAM wParam, LPA
 typedef struct tagWNDCLASSA {
     UINT style;
     WNDPROC lpfnWndProc;
-    int cbClsExtra; // 0
-    int cbWndExtra; // 0
     HINSTANCE hInstance;
     HICON hIcon;
     HCURSOR hCursor;
     HBRUSH hbrBackground; // what default processing fills the window with; stays the caller's
     LPCSTR lpszMenuName;  // a menu of the instance by its name, or NULL
     LPCSTR lpszClassName; // compared without case
-} WNDCLASSA, *LPWNDCLASSA;
+} WNDCLASSA;
 
 // 0 when the name is taken or missing.
 ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
@@ -45,7 +43,6 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 #define WS_BORDER 0x00800000L
 #define WS_VSCROLL 0x00200000L
 #define WS_SYSMENU 0x00080000L
-#define WS_GROUP 0x00020000L
 #define WS_TABSTOP 0x00010000L
 #define WS_OVERLAPPEDWINDOW 0x00CF0000L
 
@@ -57,8 +54,9 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 // Makes a window of a class: one that the program registered, "button", "static" or
 // "SysTreeView32". x, y, width and height are the outer rectangle, a child's in its parent's client
 // area. menuOrId is a child's id; other windows get their class's menu. A window with a parent and
-// without WS_CHILD is owned: it goes with its owner and stays above it. NULL when the class is
-// unknown, the parent is dead or WM_CREATE is answered with -1.
+// without WS_CHILD is owned: it goes with its owner and stays above it. The first WM_SIZE follows
+// WM_CREATE; that of a window with neither WS_CHILD nor WS_POPUP follows its first showing. NULL
+// when the class is unknown, the parent is dead or the window was destroyed while it was made.
 HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, DWORD style, int x,
                             int y, int width, int height, HWND parent, HMENU menuOrId,
                             HINSTANCE instance, LPVOID parameter);
@@ -97,7 +95,8 @@ BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL re
 #define HWND_TOP ((HWND)0)
 #define SWP_NOSIZE 0x0001
 
-// Moves a window to the top of its siblings and to (x, y); SWP_NOSIZE keeps its size.
+// Moves a window that is no child above the others and to (x, y). flags are SWP_NOSIZE: it keeps
+// its size, width and height are not looked at.
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 
 BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
@@ -106,10 +105,8 @@ BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
 HWND WINAPI WindowFromPoint(POINT point);
 
 // A window's text: a frame's caption, a button's or static's label. Frames show UTF-8 when the text
-// is valid UTF-8. GetWindowTextA copies at most size - 1 bytes, terminates, and answers their
-// count.
+// is valid UTF-8.
 BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
-int WINAPI GetWindowTextA(HWND window, LPSTR text, int size);
 int WINAPI GetWindowTextLengthA(HWND window);
 
 // The child with an id; NULL when there is none.
@@ -198,15 +195,14 @@ typedef struct tagMSG {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    DWORD time;
-    POINT pt;
+    POINT pt; // of a press: where the mouse was on the screen
 } MSG, *LPMSG;
 
 typedef struct tagNMHDR {
     HWND hwndFrom;
     UINT_PTR idFrom;
     UINT code;
-} NMHDR, *LPNMHDR;
+} NMHDR;
 
 // Runs the window's procedure on a message and gives its answer; 0 for a dead handle.
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -13,7 +13,7 @@ TEST(Folders, TextsThatDoNotFitTellTheirSize)
         const DWORD length = ask(sizeof path, path);
         ASSERT_GT(length, 0u);
         EXPECT_EQ(length, strlen(path));
-        EXPECT_NE(GetFileAttributesA(path) & FILE_ATTRIBUTE_DIRECTORY, 0u);
+        EXPECT_NE(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES);
         char exact[1000];
         EXPECT_EQ(ask(length + 1, exact), length);
         EXPECT_STREQ(exact, path);
@@ -38,10 +38,10 @@ TEST(Folders, ProgramKnowsItsPath)
     ASSERT_EQ(length, strlen(path));
     EXPECT_NE(std::string(path).find("core_tests"), std::string::npos);
     EXPECT_NE(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(GetFileAttributesA(path) & FILE_ATTRIBUTE_DIRECTORY, 0u);
     char cut[1000];
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, length), length);
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, 0), 0u);
+    EXPECT_EQ(GetModuleFileNameA((HMODULE)(uintptr_t)0x76543000, cut, sizeof cut), 0u);
     EXPECT_EQ(GetFileAttributesA("no such file"), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetFileAttributesA(""), INVALID_FILE_ATTRIBUTES);
 }
@@ -54,20 +54,21 @@ TEST(TemporaryNames, AreFormedFromPrefixAndNumber)
     struct {
         const char *prefix;
         UINT unique;
-        const char *start;
-    } const cases[] = {{"VLXP", 1, "VLX1."}, {"VLXP", 0xFEDC, "VLXFEDC."}, {"A", 0x10, "A10."}};
+        const char *name;
+        UINT result;
+    } const cases[] = {{"VLXP", 1, "VLX1.tmp", 1},
+                       {"VLXP", 0x9876, "VLX9876.tmp", 0x9876},
+                       {"", 0x10, "10.tmp", 0x10},
+                       {"A", 0x12345, "A2345.tmp", 0x2345}};
     for (const auto &row : cases) {
-        EXPECT_EQ(GetTempFileNameA(folder, row.prefix, row.unique, path), row.unique);
-        std::string name = path + length;
-        for (char &letter : name)
-            letter = (char)toupper(letter);
-        EXPECT_EQ(name, std::string(row.start) + "TMP");
+        EXPECT_EQ(GetTempFileNameA(folder, row.prefix, row.unique, path), row.result);
+        EXPECT_STREQ(path + length, row.name);
         EXPECT_EQ(strncmp(path, folder, length), 0);
         EXPECT_EQ(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES); // none is made
     }
     folder[length - 1] = 0; // with no separator at its end
     char other[MAX_PATH];
-    EXPECT_EQ(GetTempFileNameA(folder, "A", 0x10, other), 0x10u);
+    EXPECT_EQ(GetTempFileNameA(folder, "A", 0x2345, other), 0x2345u);
     EXPECT_STREQ(other, path);
     EXPECT_EQ(GetTempFileNameA("no such folder", "A", 1, path), 0u);
     const std::string tooLong(MAX_PATH, 'a');

@@ -80,5 +80,12 @@ TEST(Memory, FailedCallsLeaveBlocksAlone)
     EXPECT_EQ(GlobalReAlloc(block, tooMuch, zeroed), nullptr);
     EXPECT_EQ(GlobalSize(block), 4u);
     EXPECT_STREQ((const char *)GlobalLock(block), "abc");
-    GlobalFree(block); // locked or not
+    EXPECT_EQ(GlobalFree(block), nullptr); // locked or not
+    for (HGLOBAL gone : {block, (HGLOBAL) nullptr}) {
+        EXPECT_EQ(GlobalLock(gone), nullptr);
+        EXPECT_FALSE(GlobalUnlock(gone));
+        EXPECT_EQ(GlobalSize(gone), 0u);
+        EXPECT_EQ(GlobalReAlloc(gone, 8, zeroed), nullptr);
+        EXPECT_EQ(GlobalFree(gone), gone);
+    }
 }

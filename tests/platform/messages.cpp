@@ -58,6 +58,7 @@ struct MessageTest : testing::Test {
         WNDCLASSA windowClass = {};
         windowClass.lpfnWndProc = TestProcedure;
         windowClass.hInstance = GetModuleHandleA(nullptr);
+        windowClass.style = CS_DBLCLKS;
         windowClass.lpszClassName = "MessageTest";
         EXPECT_NE(RegisterClassA(&windowClass), 0);
     }
@@ -95,6 +96,11 @@ struct MessageTest : testing::Test {
 
 typedef std::vector<std::string> Lines;
 
+std::string PlaceOf(LPARAM place)
+{
+    return std::to_string((int16_t)LOWORD(place)) + "," + std::to_string((int16_t)HIWORD(place));
+}
+
 TEST_F(MessageTest, PostedMessagesComeInTheirOrderAndTheQuitRequestAfterThem)
 {
     HWND window = Make("main");
@@ -107,14 +113,99 @@ TEST_F(MessageTest, PostedMessagesComeInTheirOrderAndTheQuitRequestAfterThem)
     EXPECT_EQ(told, (Lines{"command 3.0", "command 1.0", "command 2.0"}));
 }
 
+TEST_F(MessageTest, ALoopInsideAMessageTakesTheQuitRequestAndDeadWindowsGetNothing)
+{
+    HWND window = Make("main"), gone = Make("gone");
+    told.clear();
+    actions[WM_USER] = [&](HWND, WPARAM, LPARAM) -> LRESULT {
+        PostMessageA(gone, WM_COMMAND, 4, 0);
+        PostMessageA(window, WM_COMMAND, 5, 0);
+        DestroyWindow(gone);
+        PostQuitMessage(6);
+        PostQuitMessage(7);
+        MSG message;
+        while (GetMessageA(&message, nullptr, 0, 0))
+            DispatchMessageA(&message);
+        EXPECT_EQ(message.message, (UINT)WM_QUIT);
+        EXPECT_EQ(message.wParam, 7u);
+        told.push_back("ended");
+        PostMessageA(window, WM_COMMAND, 8, 0);
+        PostQuitMessage(9);
+        return 0;
+    };
+    PostMessageA(window, WM_USER, 0, 0);
+    Run();
+    EXPECT_EQ(told, (Lines{"destroy gone", "command 5.0", "ended", "command 8.0"}));
+}
+
 TEST_F(MessageTest, TheCloseBoxClosesAndDestroysTheWindow)
 {
     HWND window = Make("main");
     told.clear();
     SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(told, (Lines{"close main", "destroy main"}));
-    EXPECT_FALSE(PostMessageA(window, WM_COMMAND, 1, 0));
-    EXPECT_EQ(SendMessageA(window, WM_QUERYENDSESSION, 0, 0), 0);
+}
+
+TEST_F(MessageTest, WhatIsLeftToTheDefaultIsAnsweredWithNothing)
+{
+    HWND window = Make("main");
+    for (UINT message : {WM_COMMAND, WM_NOTIFY, WM_DRAWITEM, WM_PARENTNOTIFY, WM_MOUSEMOVE,
+                         WM_LBUTTONDOWN, WM_SIZE, WM_USER})
+        EXPECT_EQ(DefWindowProcA(window, message, 0, 0), 0) << message;
+    EXPECT_EQ(DefWindowProcA(window, WM_QUERYENDSESSION, 0, 0), 1);
+    HDC dc = GetDC(window);
+    EXPECT_EQ(DefWindowProcA(window, WM_ERASEBKGND, (WPARAM)dc, 0), 0); // the class has no brush
+    for (UINT message : {WM_CTLCOLORMSGBOX, WM_CTLCOLORBTN, WM_CTLCOLORDLG, WM_CTLCOLORSTATIC}) {
+        EXPECT_NE(DefWindowProcA(window, message, (WPARAM)dc, (LPARAM)window), 0) << message;
+        EXPECT_EQ(SetTextColor(dc, 0x123456), GetSysColor(COLOR_WINDOWTEXT));
+    }
+    EXPECT_EQ(ReleaseDC(window, dc), 1);
+}
+
+TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
+{
+    HWND owner = Make("main"), dead = Make("dead", owner, WS_CHILD, 5);
+    EXPECT_EQ(SetCapture(owner), nullptr);
+    EXPECT_TRUE(DestroyWindow(dead));
+    told.clear();
+    RECT rect = {1, 2, 3, 4};
+    POINT point = {5, 6};
+    char text[] = "abc";
+    for (HWND none : {dead, (HWND) nullptr}) {
+        EXPECT_FALSE(DestroyWindow(none));
+        EXPECT_FALSE(ShowWindow(none, SW_SHOW));
+        EXPECT_FALSE(GetClientRect(none, &rect));
+        EXPECT_FALSE(GetWindowRect(none, &rect));
+        EXPECT_FALSE(MoveWindow(none, 1, 2, 3, 4, TRUE));
+        EXPECT_FALSE(SetWindowPos(none, HWND_TOP, 1, 2, 3, 4, SWP_NOSIZE));
+        EXPECT_FALSE(ClientToScreen(none, &point));
+        EXPECT_FALSE(SetWindowTextA(none, "x"));
+        EXPECT_EQ(GetWindowTextLengthA(none), 0);
+        EXPECT_EQ(GetDlgItem(none, 5), nullptr);
+        EXPECT_FALSE(SetDlgItemTextA(none, 5, "x"));
+        EXPECT_EQ(GetDlgItemTextA(none, 5, text, sizeof text), 0u);
+        EXPECT_STREQ(text, "");
+        EXPECT_EQ(GetMenu(none), nullptr);
+        EXPECT_EQ(SendMessageA(none, WM_QUERYENDSESSION, 0, 0), 0);
+        EXPECT_EQ(CreateWindowExA(0, "MessageTest", "", WS_CHILD, 0, 0, 1, 1, none, nullptr,
+                                  nullptr, nullptr),
+                  nullptr);
+    }
+    EXPECT_EQ(Make("owned", dead), nullptr);
+    names.erase(nullptr);
+    EXPECT_FALSE(InvalidateRect(dead, nullptr, TRUE));
+    EXPECT_FALSE(PostMessageA(dead, WM_COMMAND, 1, 0));
+    EXPECT_EQ(GetDC(dead), nullptr);
+    EXPECT_EQ(SetFocus(dead), nullptr);
+    EnumChildWindows(dead, NoteVisit, 0);
+    EXPECT_TRUE(told.empty());
+    EXPECT_EQ(rect.left + point.x, 6);
+    SetCapture(dead);
+    EXPECT_EQ(GetCapture(), owner);
+    DestroyWindow(owner);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_TRUE(ReleaseCapture());
+    EXPECT_FALSE(UnregisterClassA("no such class", GetModuleHandleA(nullptr)));
 }
 
 TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
@@ -128,29 +219,108 @@ TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
     EXPECT_EQ(told,
               (Lines{"destroy owned", "destroy main", "destroy child", "destroy grandchild"}));
     RECT rect;
-    for (HWND dead : {window, child, grandchild, owned}) {
+    for (HWND dead : {window, child, grandchild, owned})
         EXPECT_FALSE(GetClientRect(dead, &rect));
-        EXPECT_FALSE(DestroyWindow(dead));
+}
+
+TEST_F(MessageTest, ChildrenMayGoBeforeTheirTurn)
+{
+    HWND window = Make("main"), first = Make("first", window, WS_CHILD, 5);
+    HWND second = Make("second", window, WS_CHILD, 6);
+    for (HWND teller : {window, first}) {
+        told.clear();
+        actions[WM_DESTROY] = [&](HWND gone, WPARAM, LPARAM) -> LRESULT {
+            if (gone == teller)
+                DestroyWindow(second);
+            return 0;
+        };
+        DestroyWindow(window);
+        EXPECT_EQ(told, teller == window
+                            ? (Lines{"destroy main", "destroy second", "destroy first"})
+                            : (Lines{"destroy main", "destroy first", "destroy second"}));
+        window = Make("main"), first = Make("first", window, WS_CHILD, 5);
+        second = Make("second", window, WS_CHILD, 6);
     }
 }
 
-TEST_F(MessageTest, AWindowMayBeDestroyedInsideItsOwnMessage)
+TEST_F(MessageTest, AWindowMayBeDestroyedInsideAnyMessage)
 {
-    HWND window = Make("main");
-    HWND child = Make("child", window, WS_CHILD, 5);
-    actions[WM_COMMAND] = [&](HWND, WPARAM, LPARAM) -> LRESULT {
-        DestroyWindow(window);
-        return 7;
+    HWND window, child, tree, button;
+    HTREEITEM item;
+    const struct {
+        const char *what;
+        UINT message;
+        std::function<void()> act;
+    } cases[] = {
+        {"a command", WM_COMMAND, [&] { SendMessageA(window, WM_COMMAND, 1, 0); }},
+        {"a click on its button", WM_COMMAND, [&] { Click(button, 3, 3), RunWaiting(); }},
+        {"a press that a child is to get", WM_PARENTNOTIFY, [&] { Click(child, 3, 3, true); }},
+        {"a press", WM_LBUTTONDOWN, [&] { Click(window, 190, 90); }},
+        {"a selection", WM_NOTIFY, [&] { SelectItem(tree, item); }},
+        {"its picture", WM_DRAWITEM, [&] { InvalidateRect(button, nullptr, TRUE); }},
+        {"its size", WM_SIZE, [&] { MoveWindow(window, 10, 20, 90, 80, TRUE); }},
+        {"its close box", WM_SYSCOMMAND, [&] { SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0); }},
+        {"a posted message", WM_USER, [&] { PostMessageA(window, WM_USER, 0, 0); }},
     };
-    EXPECT_EQ(SendMessageA(child, WM_COMMAND, 1, 0), 7);
-    EXPECT_EQ(GetDlgItem(window, 5), nullptr);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+        child = Make("child", window, WS_CHILD | WS_VISIBLE, 5);
+        MoveWindow(child, 0, 0, 20, 100, TRUE);
+        tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE, 20, 0, 60, 100, window,
+                               (HMENU)6, nullptr, nullptr);
+        button = CreateWindowExA(0, "button", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, 80, 0, 40,
+                                 40, window, (HMENU)7, nullptr, nullptr);
+        TVINSERTSTRUCTA insertion = {};
+        insertion.hParent = TVI_ROOT;
+        insertion.hInsertAfter = TVI_SORT;
+        item = (HTREEITEM)SendMessageA(tree, TVM_INSERTITEM, 0, (LPARAM)&insertion);
+        RunWaiting();
+        actions[c.message] = [&](HWND, WPARAM, LPARAM) -> LRESULT {
+            return DestroyWindow(window), 0;
+        };
+        c.act();
+        RunWaiting();
+        actions.clear();
+        RECT rect;
+        for (HWND dead : {window, child, tree, button})
+            EXPECT_FALSE(GetClientRect(dead, &rect));
+        EXPECT_EQ(GetCapture(), nullptr);
+    }
 }
 
-TEST_F(MessageTest, CreationCanBeRefused)
+TEST_F(MessageTest, AWindowThatGoesWhileItIsMadeIsNone)
 {
-    actions[WM_CREATE] = [](HWND, WPARAM, LPARAM) -> LRESULT { return -1; };
-    EXPECT_EQ(Make("main"), nullptr);
-    names.clear();
+    for (DWORD style : {DWORD{WS_POPUP}, DWORD{WS_CHILD}}) {
+        HWND parent = Make("main");
+        for (bool isParents : {false, true}) {
+            actions[WM_CREATE] = [&](HWND made, WPARAM, LPARAM) -> LRESULT {
+                return DestroyWindow(isParents ? parent : made), 0;
+            };
+            EXPECT_EQ(Make("made", parent, style), nullptr);
+        }
+        actions.clear();
+        EXPECT_FALSE(DestroyWindow(parent));
+        names.clear();
+    }
+}
+
+TEST_F(MessageTest, TheFirstSizeComesWhenAWindowIsMadeOrOfAFrameWhenItIsShown)
+{
+    actions[WM_SIZE] = [](HWND, WPARAM, LPARAM) -> LRESULT { return told.push_back("size"), 0; };
+    HWND popup = Make("popup");
+    told.push_back("child");
+    Make("child", popup, WS_CHILD | WS_VISIBLE, 5);
+    told.push_back("shown");
+    EXPECT_FALSE(ShowWindow(popup, SW_SHOW));
+    EXPECT_TRUE(ShowWindow(popup, SW_SHOW));
+    told.push_back("frame");
+    HWND frame = Make("frame", nullptr, WS_OVERLAPPEDWINDOW);
+    told.push_back("shown");
+    EXPECT_FALSE(ShowWindow(frame, SW_SHOWNORMAL));
+    EXPECT_TRUE(ShowWindow(frame, SW_SHOWNORMAL));
+    EXPECT_EQ(told, (Lines{"create", "size", "child", "create", "size", "shown", "frame", "create",
+                           "shown", "size"}));
 }
 
 TEST_F(MessageTest, AClassIsRegisteredOnceAndStaysWhileAWindowLives)
@@ -160,6 +330,10 @@ TEST_F(MessageTest, AClassIsRegisteredOnceAndStaysWhileAWindowLives)
     windowClass.lpszClassName = "messageTEST";
     windowClass.hInstance = GetModuleHandleA(nullptr);
     EXPECT_EQ(RegisterClassA(&windowClass), 0);
+    for (LPCSTR name : {"", (LPCSTR) nullptr}) {
+        windowClass.lpszClassName = name;
+        EXPECT_EQ(RegisterClassA(&windowClass), 0);
+    }
     HWND window = Make("main");
     EXPECT_FALSE(UnregisterClassA("MessageTest", GetModuleHandleA(nullptr)));
     DestroyWindow(window);
@@ -197,8 +371,10 @@ TEST_F(MessageTest, MovingSendsTheSizeOnlyWhenTheClientAreaChanges)
     };
     MoveWindow(child, 30, 40, 102, 52, TRUE);
     MoveWindow(child, 31, 41, 102, 52, TRUE);
-    SetWindowPos(child, HWND_TOP, 7, 8, 1, 1, SWP_NOSIZE);
-    EXPECT_EQ(sizes, std::vector<LPARAM>{MAKELPARAM(100, 50)});
+    MoveWindow(child, 7, 8, -5, -1, TRUE);
+    MoveWindow(child, 7, 8, 1, 0, TRUE);
+    MoveWindow(child, 7, 8, 102, 52, TRUE);
+    EXPECT_EQ(sizes, (std::vector<LPARAM>{MAKELPARAM(100, 50), 0, MAKELPARAM(100, 50)}));
 
     RECT parent, outer, client;
     POINT origin = {0, 0};
@@ -226,6 +402,128 @@ TEST_F(MessageTest, TheWindowAtAPointIsTheInnermostThatShows)
     EXPECT_EQ(WindowFromPoint({15, 30}), shown);
     EXPECT_EQ(WindowFromPoint({65, 30}), window);
     EXPECT_NE(WindowFromPoint({500, 400}), window);
+}
+
+// --- input ---
+
+TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
+{
+    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE | WS_BORDER, 20, 10, 100,
+                                80, window, (HMENU)5, nullptr, nullptr);
+    RunWaiting();
+    const auto note = [](const char *what) {
+        return [what](HWND, WPARAM, LPARAM place) -> LRESULT {
+            return told.push_back(what + PlaceOf(place)), 0;
+        };
+    };
+    actions[WM_LBUTTONDOWN] = note("down ");
+    actions[WM_LBUTTONUP] = note("up ");
+    actions[WM_LBUTTONDBLCLK] = note("double ");
+    actions[WM_PARENTNOTIFY] = [](HWND, WPARAM what, LPARAM place) -> LRESULT {
+        POINT cursor;
+        GetCursorPos(&cursor);
+        told.push_back("press " + std::to_string(LOWORD(what)) + " at " + PlaceOf(place) +
+                       " cursor " + PlaceOf(MAKELPARAM(cursor.x, cursor.y)));
+        return 0;
+    };
+    actions[WM_NOTIFY] = [](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
+        const auto *header = (const NMHDR *)lParam;
+        if (header->code == (UINT)NM_RCLICK)
+            told.push_back("right " + std::to_string(id) + "=" + std::to_string(header->idFrom));
+        return 0;
+    };
+    told.clear();
+    Click(tree, 3, 4, true);
+    PostMessageA(window, WM_COMMAND, 1, 0);
+    RunWaiting();
+    EXPECT_EQ(told, (Lines{"command 1.0", "press 516 at 24,15 cursor 34,35", "right 5=5"}));
+
+    told.clear();
+    DoubleClick(window, 150, 60);
+    RunWaiting();
+    EXPECT_EQ(told, (Lines{"down 150,60", "up 150,60", "double 150,60", "up 150,60"}));
+
+    told.clear();
+    TakeInput(window, false);
+    Click(window, 150, 60);
+    RunWaiting();
+    TakeInput(window, true);
+    EXPECT_TRUE(told.empty());
+
+    actions[WM_MOUSEMOVE] = note("move ");
+    EXPECT_EQ(SetCapture(window), nullptr);
+    MoveMouse(tree, 10, 20);
+    RunWaiting();
+    MoveMouse(window, -5, -6);
+    RunWaiting();
+    EXPECT_EQ(SetCapture(tree), window);
+    EXPECT_TRUE(ReleaseCapture());
+    MoveMouse(tree, 11, 20);
+    RunWaiting();
+    EXPECT_EQ(told, (Lines{"move 31,31", "move -5,-6"}));
+}
+
+TEST_F(MessageTest, TheKeyboardIsTakenFromOneWindowAndGivenToAnother)
+{
+    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+    HWND child = Make("child", window, WS_CHILD | WS_VISIBLE, 5);
+    SetFocus(window);
+    for (UINT message : {WM_SETFOCUS, WM_KILLFOCUS})
+        actions[message] = [message](HWND which, WPARAM other, LPARAM) -> LRESULT {
+            return told.push_back((message == WM_SETFOCUS ? "has " : "loses ") + NameOf(which) +
+                                  " " + NameOf((HWND)other)),
+                   0;
+        };
+    told.clear();
+    EXPECT_EQ(SetFocus(child), window);
+    EXPECT_EQ(SetFocus(child), child);
+    EXPECT_EQ(told, (Lines{"loses main child", "has child main"}));
+}
+
+TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)
+{
+    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 50, window,
+                                (HMENU)5, nullptr, nullptr);
+    const auto insert = [tree](const char *label, LPARAM value) {
+        TVINSERTSTRUCTA insertion = {};
+        insertion.hParent = TVI_ROOT;
+        insertion.hInsertAfter = TVI_SORT;
+        insertion.item.mask = TVIF_TEXT | TVIF_PARAM;
+        insertion.item.pszText = const_cast<LPSTR>(label);
+        insertion.item.lParam = value;
+        return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEMA, 0, (LPARAM)&insertion);
+    };
+    bool empties = false;
+    actions[WM_NOTIFY] = [&](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
+        const auto *change = (const NMTREEVIEWA *)lParam;
+        if (change->hdr.code != (UINT)TVN_SELCHANGEDA)
+            return 0;
+        EXPECT_EQ(change->hdr.idFrom, id);
+        EXPECT_EQ(change->hdr.hwndFrom, tree);
+        TVITEMA item = {};
+        item.mask = TVIF_PARAM;
+        item.hItem = change->itemNew.hItem;
+        if (empties)
+            SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
+        if (SendMessageA(tree, TVM_GETITEMA, 0, (LPARAM)&item))
+            told.push_back(std::to_string(change->itemNew.lParam) + "=" +
+                           std::to_string(item.lParam));
+        return 0;
+    };
+    told.clear();
+    HTREEITEM first = insert("first", 11), second = insert("second", 22);
+    SelectItem(tree, first);
+    SelectItem(tree, second);
+    EXPECT_EQ(told, (Lines{"11=11", "22=22"}));
+    told.clear();
+    SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
+    SelectItem(tree, first);
+    empties = true;
+    SelectItem(tree, insert("third", 33));
+    EXPECT_TRUE(told.empty());
+    EXPECT_EQ(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0), 0);
 }
 
 TEST_F(MessageTest, AButtonTellsItsParentWhenItIsReleasedInside)

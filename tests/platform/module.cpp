@@ -15,7 +15,7 @@ TEST(Module, ProgramResourcesAreFoundByNumber)
     ASSERT_NE(program, nullptr);
     HRSRC found = FindResourceA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP);
     ASSERT_NE(found, nullptr);
-    EXPECT_EQ(FindResourceA(nullptr, "#6030", "#2"), found);
+    EXPECT_EQ(FindResourceA(nullptr, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP), found);
     EXPECT_EQ(FindResourceA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP), found);
     HGLOBAL loaded = LoadResource(program, found);
     const BITMAPINFOHEADER *header = (const BITMAPINFOHEADER *)LockResource(loaded);
@@ -35,7 +35,8 @@ TEST(Module, WhatIsNotThereIsNotFound)
     EXPECT_EQ(LoadResource(program, nullptr), nullptr);
     EXPECT_EQ(LockResource(nullptr), nullptr);
     EXPECT_EQ(SizeofResource(program, nullptr), 0u);
-    EXPECT_EQ(LoadLibraryA("no such folder/no such file.exe"), nullptr);
+    for (LPCSTR path : {"no such folder/no such file.exe", "", (LPCSTR) nullptr})
+        EXPECT_EQ(LoadLibraryA(path), nullptr);
 }
 
 TEST(Module, TextsAreCutToTheBuffer)
@@ -105,11 +106,14 @@ TEST(Module, FileIsAModuleOfResources)
     EXPECT_EQ(FirstByte(module, "MessageBox", data), 1);
     EXPECT_EQ(FirstByte(module, "Message", data), -1);
     EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(5), data), 4);
-    EXPECT_EQ(FirstByte(module, "#6", data), 6);
-    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(7), "#10"), 7);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(6), data), 6);
+    EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(7), data), 7);
     EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(7), "kind"), 8);
     EXPECT_EQ(FirstByte(module, MAKEINTRESOURCEA(8), data), -1);
     EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_FALSE(FreeLibrary(nullptr));
+    EXPECT_EQ(FirstByte(module, "MessageBox", data), -1);
 }
 
 TEST(Module, OtherFilesAreRefused)

@@ -9,13 +9,13 @@
 struct SettingsFile {
     std::string path;
 
-    explicit SettingsFile(const char *text)
+    explicit SettingsFile(const std::string &text)
     {
         char folder[MAX_PATH];
         GetTempPathA(sizeof folder, folder);
         path = std::string(folder) + "settings.ini";
         FILE *file = fopen(path.c_str(), "wb");
-        fputs(text, file);
+        fwrite(text.data(), 1, text.size(), file);
         fclose(file);
     }
     ~SettingsFile()
@@ -79,6 +79,21 @@ TEST(Profile, ValuesAreFoundAndTrimmed)
     };
     for (const auto &row : cases)
         EXPECT_EQ(Value(file, row.section, row.key), row.value) << row.section << " " << row.key;
+}
+
+TEST(Profile, WholeFilesMayBeInUtf16)
+{
+    std::string wide = "\xFF\xFE";
+    for (char letter : std::string("[Vellumax]\r\nApplicationPath=C:\\caf\xE9\r\nk=1"))
+        wide += {letter, 0};
+    {
+        const SettingsFile file(wide);
+        EXPECT_EQ(Value(file, "vellumax", "ApplicationPath"), "C:\\caf\xE9");
+        EXPECT_EQ(Value(file, "Vellumax", "k"), "1");
+    }
+    for (size_t length : {0u, 1u, 2u, 3u, 10u})
+        EXPECT_EQ(Value(SettingsFile(wide.substr(0, length)), "Vellumax", "k"), "none");
+    EXPECT_EQ(Value(SettingsFile(std::string("[a]\nk=1\0\n", 9)), "a", "k"), "1");
 }
 
 TEST(Profile, TextsAreCutToTheBuffer)

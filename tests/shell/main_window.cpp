@@ -374,6 +374,7 @@ TEST_F(MainWindow, ASoundsBlockStaysLockedUntilTheUserActs)
             CancelNext();
         SendMessageA(globals.mainWindow, c.message, c.wParam, c.lParam);
         EXPECT_EQ(LockCount(entry.data), 0);
+        EXPECT_TRUE(sndPlaySoundA(nullptr, SND_NOSTOP)); // again, with nothing to stop
     }
 }
 

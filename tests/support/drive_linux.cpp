@@ -242,7 +242,7 @@ void StopProgram()
 
 void SelectTreeItemOf(HWND tree, HTREEITEM item)
 {
-    ReportTreeSelection(tree, item, TVC_BYMOUSE);
+    ReportTreeSelection(tree, item);
 }
 
 void MoveCursor(HWND window, int x, int y)

@@ -142,45 +142,20 @@ HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
     return HandleOf(state, slot);
 }
 
-// Frees the item's slot and those of all below it; its parent's list is the caller's affair.
-void FreeItem(TreeState *state, uint32_t top)
+// The slots stay, each with the generation that makes its old handles dead.
+LRESULT DeleteAll(TreeState *state)
 {
-    std::vector<uint32_t> waiting{top};
-    while (!waiting.empty()) {
-        const uint32_t slot = waiting.back();
-        waiting.pop_back();
+    state->freeSlots.clear();
+    for (uint32_t slot = 0; slot < state->items.size(); ++slot) {
         Item &item = state->items[slot];
-        waiting.insert(waiting.end(), item.children.begin(), item.children.end());
         std::vector<uint32_t>().swap(item.children);
         std::string().swap(item.label);
         item.sorted = 0;
-        item.parent = noSlot;
-        state->freeSlots.push_back(slot);
+        if (slot != rootSlot) {
+            item.parent = noSlot;
+            state->freeSlots.push_back(slot);
+        }
     }
-}
-
-LRESULT DeleteItem(TreeState *state, HTREEITEM handle)
-{
-    if (!handle || handle == TVI_ROOT) {
-        Item &root = state->items[rootSlot];
-        for (uint32_t slot : root.children)
-            FreeItem(state, slot);
-        std::vector<uint32_t>().swap(root.children);
-        root.sorted = 0;
-        return TRUE;
-    }
-    const uint32_t slot = SlotOf(state, handle);
-    if (slot == noSlot)
-        return FALSE;
-    const uint32_t parent = state->items[slot].parent;
-    SortChildren(state, parent);
-    Item &owner = state->items[parent];
-    const uint32_t position = state->items[slot].position;
-    owner.children.erase(owner.children.begin() + position);
-    owner.sorted--;
-    for (uint32_t i = position; i < owner.children.size(); ++i)
-        state->items[owner.children[i]].position = i;
-    FreeItem(state, slot);
     return TRUE;
 }
 
@@ -226,10 +201,6 @@ LRESULT GetItem(const TreeState *state, TVITEMA *out)
     }
     if (out->mask & TVIF_PARAM)
         out->lParam = item.value;
-    if (out->mask & TVIF_IMAGE)
-        out->iImage = item.image;
-    if (out->mask & TVIF_SELECTEDIMAGE)
-        out->iSelectedImage = item.selectedImage;
     return TRUE;
 }
 
@@ -330,9 +301,7 @@ LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lP
         TellChange(tree);
         return reinterpret_cast<LRESULT>(
             InsertItem(state, reinterpret_cast<const TVINSERTSTRUCTA *>(lParam)));
-    case TVM_DELETEITEM:
-        TellChange(tree);
-        return DeleteItem(state, reinterpret_cast<HTREEITEM>(lParam));
+    case TVM_DELETEITEM: TellChange(tree); return DeleteAll(state);
     case TVM_SETIMAGELIST:
         TellChange(tree);
         return SetImages(state, reinterpret_cast<HIMAGELIST>(lParam));

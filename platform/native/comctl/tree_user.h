@@ -3,12 +3,8 @@
 
 #include "platform/win32/comctl.h"
 
-// The user selects an item; action is TVC_BYMOUSE or TVC_BYKEYBOARD. Returns false when the parent
-// refuses it, or the item is dead.
-bool ReportTreeSelection(HWND tree, HTREEITEM item, UINT action);
+// The user selects an item; a dead one stays unselected.
+void ReportTreeSelection(HWND tree, HTREEITEM item);
 
-// The user opens or closes an item. Returns false when the parent refuses it.
-bool ReportTreeExpansion(HWND tree, HTREEITEM item, bool isOpen);
-
-// A click or a key in the tree: NM_CLICK, NM_DBLCLK or TVN_KEYDOWN.
+// A click, a key, an item opened or closed: NM_CLICK, NM_DBLCLK, TVN_KEYDOWN, TVN_ITEMEXPANDEDA.
 void ReportTreeEvent(HWND tree, UINT code);

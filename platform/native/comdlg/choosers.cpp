@@ -5,12 +5,6 @@
 #include "platform/native/visible.h"
 #include "platform/win32/comdlg.h"
 
-static size_t NameOffset(const std::string &path)
-{
-    const size_t separator = path.rfind('/');
-    return separator == std::string::npos ? 0 : separator + 1;
-}
-
 static void FillTitle(OPENFILENAMEA *parameters, const std::string &name)
 {
     if (!parameters->lpstrFileTitle || name.size() >= parameters->nMaxFileTitle)
@@ -39,13 +33,8 @@ static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
     if (path.size() >= parameters->nMaxFile)
         return FALSE;
     std::memcpy(parameters->lpstrFile, path.c_str(), path.size() + 1);
-    const size_t name = NameOffset(path);
-    const size_t dot = path.rfind('.');
     parameters->nFilterIndex = choice.filterIndex;
-    parameters->nFileOffset = static_cast<WORD>(name);
-    parameters->nFileExtension =
-        dot == std::string::npos || dot < name ? WORD(0) : static_cast<WORD>(dot + 1);
-    FillTitle(parameters, path.substr(name));
+    FillTitle(parameters, path.substr(path.rfind('/') + 1));
     return TRUE;
 }
 

@@ -57,13 +57,11 @@ Module *FindModule(HMODULE handle)
     return Modules().Find(handle == nullptr ? ProgramModule() : handle);
 }
 
-// A type or name argument: an integer, a text of the form "#123", or any other text.
+// A type or name argument: an integer or a text.
 ResourceKey KeyOf(LPCSTR name)
 {
     if (IS_INTRESOURCE(name))
         return {true, (uint16_t)(uintptr_t)name, {}};
-    if (name[0] == '#')
-        return {true, (uint16_t)strtoul(name + 1, nullptr, 10), {}};
     ResourceKey key{false, 0, {}};
     const CodePage &page = AnsiCodePage();
     for (const char *byte = name; *byte != 0; byte++)

@@ -92,7 +92,7 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path)
     struct stat status;
     if (path == nullptr || stat(path, &status) != 0)
         return INVALID_FILE_ATTRIBUTES;
-    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
+    return 0;
 }
 
 DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path)

@@ -140,15 +140,19 @@ BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPS
 {
     if (commandLine == nullptr || information == nullptr)
         return FALSE;
-    *information = {};
     const std::string line = commandLine;
     for (size_t end = 0; end != std::string::npos;) {
         end = line.find(' ', end + 1);
         const std::string program = FindProgram(line.substr(0, end));
-        if (!program.empty())
-            return StartProgram(program, end == std::string::npos
-                                             ? std::vector<std::string>{}
-                                             : std::vector{line.substr(end + 1)});
+        if (program.empty())
+            continue;
+        std::vector<std::string> arguments;
+        if (end != std::string::npos)
+            arguments.push_back(line.substr(end + 1));
+        if (!StartProgram(program, arguments))
+            return FALSE;
+        *information = {};
+        return TRUE;
     }
     return FALSE;
 }

@@ -5,6 +5,8 @@
 #include "platform/win32/kernel.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <strings.h>
@@ -58,7 +60,8 @@ bool FindValue(std::string_view text, std::string_view section, std::string_view
         if (!isInside || equals == std::string_view::npos ||
             !IsSameName(Trim(line.substr(0, equals)), key))
             continue;
-        *value = Trim(line.substr(equals + 1));
+        *value = line.substr(equals + 1);
+        *value = Trim(value->substr(0, value->find('\0')));
         const size_t length = value->size();
         if (length >= 2 && value->front() == value->back() &&
             (value->front() == '"' || value->front() == '\''))
@@ -88,6 +91,26 @@ std::string FindSettingsFile(const std::string &path)
     return program.substr(0, program.rfind('/') + 1) + relative;
 }
 
+// The text of a settings file: as it is, or, when it begins with the mark of UTF-16, in the code
+// page. Returns false when it cannot be read.
+bool ReadSettings(const std::string &path, std::string *text)
+{
+    size_t length = 0;
+    const FileBytes bytes = ReadWholeFile(path.c_str(), &length);
+    if (bytes == nullptr)
+        return false;
+    if (length < 2 || bytes[0] != 0xFF || bytes[1] != 0xFE) {
+        text->assign((const char *)bytes.get(), length);
+        return true;
+    }
+    std::u16string units(std::min<size_t>(length / 2 - 1, INT_MAX), 0);
+    memcpy(units.data(), bytes.get() + 2, 2 * units.size());
+    text->resize(units.size());
+    WideCharToMultiByte(CP_ACP, 0, units.data(), (int)units.size(), text->data(), (int)text->size(),
+                        nullptr, nullptr);
+    return true;
+}
+
 } // namespace
 
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
@@ -95,11 +118,10 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallbac
 {
     if (section == nullptr || key == nullptr || text == nullptr || size == 0 || file == nullptr)
         return 0;
-    size_t length = 0;
-    const FileBytes bytes = ReadWholeFile(FindSettingsFile(file).c_str(), &length);
+    std::string settings;
     std::string_view value;
-    if (bytes == nullptr ||
-        !FindValue({(const char *)bytes.get(), length}, Trim(section), Trim(key), &value)) {
+    if (!ReadSettings(FindSettingsFile(file), &settings) ||
+        !FindValue(settings, Trim(section), Trim(key), &value)) {
         value = fallback == nullptr ? "" : fallback;
         value = value.substr(0, value.find_last_not_of(' ') + 1);
     }

@@ -104,7 +104,7 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
     std::string name = folder;
     if (!name.empty() && name.back() != '/')
         name += '/';
-    name += std::string(prefix, strnlen(prefix, 3)) + number + ".TMP";
+    name += std::string(prefix, strnlen(prefix, 3)) + number + ".tmp";
     if (name.size() >= MAX_PATH)
         return 0;
     memcpy(path, name.c_str(), name.size() + 1);

@@ -86,7 +86,6 @@ void FollowControl(QWidget *control, const Window *record, WindowChange change)
         break;
     case WindowChange::Shown: control->setVisible(record->style & WS_VISIBLE); break;
     case WindowChange::Enabled: control->setEnabled(!(record->style & WS_DISABLED)); break;
-    case WindowChange::Order: control->raise(); break;
     case WindowChange::Text:
         if (auto *button = dynamic_cast<PushButtonWidget *>(control))
             button->FollowText();

@@ -129,13 +129,8 @@ TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     setSelectionBehavior(SelectItems); // whole rows would be highlighted
     setIconSize({16, 14});
     setAccessibleName(treeName);
-    connect(this, &QTreeView::expanded, this, [this](const QModelIndex &index) {
-        if (!ReportTreeExpansion(window, TreeModel::ItemAt(index), true))
-            collapse(index);
-    });
-    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex &index) {
-        ReportTreeExpansion(window, TreeModel::ItemAt(index), false);
-    });
+    for (const auto signal : {&QTreeView::expanded, &QTreeView::collapsed})
+        connect(this, signal, this, [this] { ReportTreeEvent(window, TVN_ITEMEXPANDEDA); });
     for (const QScrollBar *bar : {verticalScrollBar(), horizontalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, [this] { ReportRepaint(window); });
     FollowFont();
@@ -167,7 +162,6 @@ void TreeWidget::mousePressEvent(QMouseEvent *event)
         ReportMouse(window, WM_RBUTTONDOWN, place.x(), place.y());
         return;
     }
-    lastAction = TVC_BYMOUSE;
     QTreeView::mousePressEvent(event);
     ReportTreeEvent(window, NM_CLICK);
 }
@@ -184,7 +178,6 @@ void TreeWidget::mouseDoubleClickEvent(QMouseEvent *event)
 
 void TreeWidget::keyPressEvent(QKeyEvent *event)
 {
-    lastAction = TVC_BYKEYBOARD;
     ReportTreeEvent(window, TVN_KEYDOWN);
     QTreeView::keyPressEvent(event);
 }
@@ -239,8 +232,6 @@ void TreeWidget::selectionChanged(const QItemSelection &selected, const QItemSel
     ReportRepaint(window);
     const HTREEITEM item =
         selected.isEmpty() ? nullptr : TreeModel::ItemAt(selected.indexes().first());
-    if (!item || item == TreeSelection(window))
-        return;
-    if (!ReportTreeSelection(window, item, lastAction))
-        setCurrentIndex(items->IndexOf(TreeSelection(window)));
+    if (item && item != TreeSelection(window))
+        ReportTreeSelection(window, item);
 }

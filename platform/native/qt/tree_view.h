@@ -62,5 +62,4 @@ class TreeWidget : public QTreeView
     HWND window;
     TreeModel *items;
     bool isChanged = false;
-    UINT lastAction = TVC_BYKEYBOARD;
 };

@@ -49,7 +49,7 @@ WindowClass *FindClass(LPCSTR name)
 
 ATOM WINAPI RegisterClassA(const WNDCLASSA *given)
 {
-    if (!given->lpszClassName || FindClass(given->lpszClassName))
+    if (!given->lpszClassName || !*given->lpszClassName || FindClass(given->lpszClassName))
         return 0;
     auto added = std::make_unique<WindowClass>();
     added->name = given->lpszClassName;

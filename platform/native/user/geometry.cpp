@@ -29,6 +29,19 @@ RECT FrameAround(const Window *window)
     return around;
 }
 
+bool IsSizedWhenShown(DWORD style)
+{
+    return !(style & (WS_CHILD | WS_POPUP));
+}
+
+void TellSize(HWND window)
+{
+    if (const Window *record = WindowOf(window)) {
+        const SIZE size = ClientSizeOf(record);
+        SendMessageA(window, WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
+    }
+}
+
 // What a changed client size brings with it. The window may be gone afterwards.
 static void AnnounceSize(HWND window, const SIZE &before)
 {
@@ -40,7 +53,7 @@ static void AnnounceSize(HWND window, const SIZE &before)
         return;
     DropOverlay(record);
     InvalidateRect(window, nullptr, TRUE);
-    SendMessageA(window, WM_SIZE, 0, MAKELPARAM(now.cx, now.cy));
+    TellSize(window);
 }
 
 void ReportRect(HWND window, const RECT &outer, const RECT &around)
@@ -125,21 +138,18 @@ BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL)
     return SetRect(window, {x, y, x + std::max(width, 0), y + std::max(height, 0)});
 }
 
-BOOL WINAPI SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags)
+BOOL WINAPI SetWindowPos(HWND window, HWND, int x, int y, int, int, UINT)
 {
     const Window *record = WindowOf(window);
     if (!record)
         return FALSE;
-    if (flags & SWP_NOSIZE) {
-        width = record->rect.right - record->rect.left;
-        height = record->rect.bottom - record->rect.top;
-    }
-    auto &siblings = record->parent ? WindowOf(record->parent)->children : TopLevelWindows();
-    const auto place = std::find(siblings.begin(), siblings.end(), window);
-    if (place != siblings.end())
-        std::rotate(place, place + 1, siblings.end());
+    auto &windows = TopLevelWindows();
+    const auto place = std::find(windows.begin(), windows.end(), window);
+    if (place != windows.end())
+        std::rotate(place, place + 1, windows.end());
     TellChange(record, WindowChange::Order);
-    return MoveWindow(window, x, y, width, height, TRUE);
+    return MoveWindow(window, x, y, record->rect.right - record->rect.left,
+                      record->rect.bottom - record->rect.top, TRUE);
 }
 
 BOOL WINAPI GetClientRect(HWND window, LPRECT rect)
@@ -212,16 +222,13 @@ BOOL WINAPI ShowWindow(HWND window, int command)
         return wasVisible;
     record->style ^= WS_VISIBLE;
     record->isMaximized = command == SW_SHOWMAXIMIZED;
-    const bool isFirst = isVisible && !record->wasShown;
+    const bool isToldSize = isVisible && !record->wasShown && IsSizedWhenShown(record->style);
     record->wasShown = record->wasShown || isVisible;
     if (isVisible)
         InvalidateAll(window);
     TellChange(record, WindowChange::Shown);
-    record = WindowOf(window);
-    if (isFirst && record && !record->isMessageOnly) {
-        const SIZE size = ClientSizeOf(record);
-        SendMessageA(window, WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
-    }
+    if (isToldSize)
+        TellSize(window);
     return wasVisible;
 }
 

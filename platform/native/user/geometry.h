@@ -13,5 +13,11 @@ void ReportRect(HWND window, const RECT &outer, const RECT &around);
 // The display has told no other rectangle of the window for a while.
 void ReportSettled(HWND window);
 
+// Sends WM_SIZE with the client size.
+void TellSize(HWND window);
+
+// Whether windows of a style are told their size when they are first shown, not when they are made.
+bool IsSizedWhenShown(DWORD style);
+
 // Lets a window take input or not.
 void SetTakesInput(HWND window, bool takesInput);

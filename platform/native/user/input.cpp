@@ -28,19 +28,19 @@ void ReportMouse(HWND window, UINT message, int x, int y)
     }
     if (message == WM_LBUTTONDBLCLK && !(record->windowClass->style & CS_DBLCLKS))
         message = WM_LBUTTONDOWN;
-    AddInput({record->self, message, 0, MAKELPARAM(x, y), 0, place});
+    AddInput({record->self, message, 0, MAKELPARAM(x, y), place});
 }
 
 void ReportKey(HWND window, int key, bool isShifted)
 {
     if (WindowOf(window))
-        AddInput({window, WM_KEYDOWN, static_cast<WPARAM>(key), isShifted, 0, cursorPlace});
+        AddInput({window, WM_KEYDOWN, static_cast<WPARAM>(key), isShifted, cursorPlace});
 }
 
 void ReportClick(HWND button)
 {
     if (WindowOf(button))
-        AddInput({button, BM_CLICK, 0, 0, 0, cursorPlace});
+        AddInput({button, BM_CLICK, 0, 0, cursorPlace});
 }
 
 void ReportClose(HWND window)

@@ -1,6 +1,5 @@
 #include "platform/native/user/queue.h"
 
-#include <chrono>
 #include <deque>
 
 #include "platform/native/user/painting.h"
@@ -11,13 +10,6 @@ static std::deque<MSG> posted;
 static std::deque<MSG> inputs;
 static bool isQuitting = false;
 static int quitCode = 0;
-
-static DWORD Now()
-{
-    using namespace std::chrono;
-    return static_cast<DWORD>(
-        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
-}
 
 static void WakeUp()
 {
@@ -70,7 +62,7 @@ static bool TakeInput(MSG *message)
 static bool TakePaint(MSG *message)
 {
     const HWND window = NextInvalidWindow();
-    *message = {window, WM_PAINT, 0, 0, Now(), {}};
+    *message = {window, WM_PAINT, 0, 0, {}};
     return window != nullptr;
 }
 
@@ -79,7 +71,7 @@ Taken TakeMessage(MSG *message)
     if (TakePosted(message))
         return Taken::Message;
     if (isQuitting) {
-        *message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0, Now(), {}};
+        *message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0, {}};
         return Taken::Quit;
     }
     return TakeInput(message) || TakePaint(message) ? Taken::Message : Taken::Nothing;
@@ -106,7 +98,6 @@ void DispatchWaiting()
 void AddInput(const MSG &message)
 {
     inputs.push_back(message);
-    inputs.back().time = Now();
     WakeUp();
 }
 
@@ -119,7 +110,7 @@ BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 {
     if (!WindowOf(window))
         return FALSE;
-    posted.push_back({window, message, wParam, lParam, Now(), {}});
+    posted.push_back({window, message, wParam, lParam, {}});
     WakeUp();
     return TRUE;
 }

@@ -24,7 +24,8 @@ int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size)
 {
     // Sixteen texts a block, each a length in code units and the units (STRINGTABLE).
     size_t total = 0;
-    const BYTE *block = FindBytes(instance, MAKEINTRESOURCEA(id / 16 + 1), RT_STRING, &total);
+    const BYTE *block =
+        FindBytes(instance, MAKEINTRESOURCEA(id / 16 + 1), MAKEINTRESOURCEA(6), &total);
     if (text == nullptr || size <= 0)
         return 0;
     text[0] = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/native/gdi/surface.h"
+#include "platform/native/visible.h"
 #include "platform/win32/user.h"
 
 // What a control or dialog keeps of its own; its file derives its record from this.

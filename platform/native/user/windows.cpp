@@ -79,8 +79,9 @@ HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, 
         if (!window->parent)
             window->around = FrameAround(window);
     }
-    if (SendMessageA(handle, WM_CREATE, 0, 0) == -1)
-        DestroyWindow(handle);
+    SendMessageA(handle, WM_CREATE, 0, 0);
+    if (!IsSizedWhenShown(style))
+        TellSize(handle);
     if (isVisible && WindowOf(handle))
         ShowWindow(handle, SW_SHOW);
     return WindowOf(handle) ? handle : nullptr;

@@ -14,7 +14,9 @@ HTREEITEM Insert(HWND tree, std::string label, HTREEITEM parent)
     TVINSERTSTRUCTA insertion = {};
     insertion.hParent = parent;
     insertion.hInsertAfter = TVI_SORT;
-    insertion.item.mask = TVIF_TEXT;
+    insertion.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    insertion.item.iImage = 3;
+    insertion.item.iSelectedImage = 4;
     insertion.item.pszText = label.data();
     return reinterpret_cast<HTREEITEM>(
         SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insertion)));
@@ -37,6 +39,8 @@ TEST(NativeTree, NeverGivesTheHandleOfADeadItemAgain)
     EXPECT_FALSE(GetTreeItemLook(tree, old, &look));
     ASSERT_TRUE(GetTreeItemLook(tree, renewed, &look));
     EXPECT_EQ(*look.label, "new");
+    EXPECT_EQ(look.image, 3);
+    EXPECT_EQ(look.selectedImage, 4);
     DestroyWindow(tree);
 }
 

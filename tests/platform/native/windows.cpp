@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/native/comctl/tree.h"
-#include "platform/native/comctl/tree_user.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
@@ -141,77 +140,6 @@ TEST_F(NativeWindow, TheFramesWidthsCountToTheOuterRectangleOnly)
     EXPECT_EQ(origin.y, 45);
 }
 
-// --- input ---
-
-TEST_F(NativeWindow, ARightPressIsToldToTheParentsBeforeTheChild)
-{
-    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE | WS_BORDER, 20, 10, 100,
-                                80, window, (HMENU)5, nullptr, nullptr);
-    actions[WM_PARENTNOTIFY] = [](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        POINT cursor;
-        GetCursorPos(&cursor);
-        told.push_back("press " + std::to_string(LOWORD(wParam)) + " at " +
-                       std::to_string(LOWORD(lParam)) + "," + std::to_string(HIWORD(lParam)) +
-                       " cursor " + std::to_string(cursor.x) + "," + std::to_string(cursor.y));
-        return 0;
-    };
-    actions[WM_NOTIFY] = [](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
-        told.push_back("notify " + std::to_string(id) + " code " +
-                       std::to_string((int)((const NMHDR *)lParam)->code));
-        return 0;
-    };
-    ReportMouse(tree, WM_RBUTTONDOWN, 3, 4);
-    EXPECT_TRUE(told.empty());
-    Drain();
-    EXPECT_EQ(told, (Lines{"press 516 at 24,15 cursor 124,65", "notify 5 code -5"}));
-
-    // The parent may end the child before the child is told.
-    told.clear();
-    actions[WM_PARENTNOTIFY] = [tree](HWND, WPARAM, LPARAM) -> LRESULT {
-        return DestroyWindow(tree);
-    };
-    ReportMouse(tree, WM_RBUTTONDOWN, 3, 4);
-    Drain();
-    EXPECT_TRUE(told.empty());
-}
-
-TEST_F(NativeWindow, TheCaptureGetsTheMouseInItsOwnCoordinates)
-{
-    HWND pane = MakePane(50, 100);
-    actions[WM_MOUSEMOVE] = [](HWND, WPARAM, LPARAM place) -> LRESULT {
-        told.push_back(std::to_string((int16_t)LOWORD(place)) + "," +
-                       std::to_string((int16_t)HIWORD(place)));
-        return 0;
-    };
-    SetCapture(window);
-    ReportMouse(pane, WM_MOUSEMOVE, 10, 20);
-    ReportMouse(window, WM_MOUSEMOVE, -60, -5);
-    ReleaseCapture();
-    ReportMouse(pane, WM_MOUSEMOVE, 11, 20);
-    Drain();
-    EXPECT_EQ(told, (Lines{"60,20", "-60,-5"}));
-}
-
-TEST_F(NativeWindow, AWindowThatTakesNoInputGetsNone)
-{
-    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
-        return told.push_back("down"), 0;
-    };
-    actions[WM_SYSCOMMAND] = [](HWND, WPARAM, LPARAM) -> LRESULT {
-        return told.push_back("close"), 0;
-    };
-    SetTakesInput(window, false);
-    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
-    ReportClose(window);
-    Drain();
-    EXPECT_TRUE(told.empty());
-    SetTakesInput(window, true);
-    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
-    ReportClose(window);
-    Drain();
-    EXPECT_EQ(told, (Lines{"close", "down"}));
-}
-
 // --- the overlay ---
 
 std::vector<RECT> painted;
@@ -292,7 +220,7 @@ TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
     EXPECT_EQ(pixels.memory.back() & 0xFFFFFF, 0xFFFFFFu);
 }
 
-// --- popup menus, trees, choosers ---
+// --- popup menus, choosers ---
 
 TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
@@ -320,47 +248,6 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
     EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
     DestroyMenu(menu);
 }
-
-TEST_F(NativeWindow, ATreeTellsWhatTheUserDoesAndItsParentMayRefuse)
-{
-    HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD, 0, 0, 50, 50, window, (HMENU)5,
-                                nullptr, nullptr);
-    const auto insert = [tree](const char *label, LPARAM value) {
-        TVINSERTSTRUCTA insertion = {};
-        insertion.hParent = TVI_ROOT;
-        insertion.hInsertAfter = TVI_SORT;
-        insertion.item.mask = TVIF_TEXT | TVIF_PARAM;
-        insertion.item.pszText = const_cast<LPSTR>(label);
-        insertion.item.lParam = value;
-        return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEMA, 0, (LPARAM)&insertion);
-    };
-    LRESULT answer = 0;
-    actions[WM_NOTIFY] = [&](HWND, WPARAM, LPARAM lParam) -> LRESULT {
-        const auto *change = (const NMTREEVIEWA *)lParam;
-        EXPECT_EQ(change->hdr.hwndFrom, tree);
-        told.push_back(std::to_string((int)change->hdr.code) + ": " +
-                       std::to_string(change->itemOld.lParam) + " to " +
-                       std::to_string(change->itemNew.lParam));
-        return answer;
-    };
-    HTREEITEM first = insert("first", 11), second = insert("second", 22);
-    EXPECT_TRUE(told.empty());
-    EXPECT_TRUE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
-    EXPECT_TRUE(ReportTreeSelection(tree, second, TVC_BYKEYBOARD));
-    EXPECT_EQ(told, (Lines{"-401: 0 to 11", "-402: 0 to 11", "-401: 11 to 22", "-402: 11 to 22"}));
-    answer = TRUE;
-    EXPECT_FALSE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
-    EXPECT_EQ(TreeSelection(tree), second);
-    EXPECT_FALSE(ReportTreeExpansion(tree, first, true));
-
-    told.clear();
-    SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
-    EXPECT_TRUE(told.empty());
-    EXPECT_EQ(TreeSelection(tree), nullptr);
-    EXPECT_FALSE(ReportTreeSelection(tree, first, TVC_BYMOUSE));
-}
-
-std::string chosenPath;
 
 TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
 {
@@ -395,8 +282,6 @@ TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
     EXPECT_STREQ(path, "/d.x/other.ico");
     EXPECT_STREQ(title, "other.ico");
     EXPECT_EQ(record.nFilterIndex, 2u);
-    EXPECT_EQ(record.nFileOffset, 5);
-    EXPECT_EQ(record.nFileExtension, 11);
 }
 
 } // namespace
