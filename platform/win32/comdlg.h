@@ -17,7 +17,7 @@ typedef struct tagOFNA {
     DWORD nFilterIndex;   // from 1 on; on return what the user left selected
     LPSTR lpstrFile;      // the name to offer; on return the chosen path
     DWORD nMaxFile;       // bytes of lpstrFile, its terminator included
-    LPSTR lpstrFileTitle; // on return the name without its folder, when it fits; or NULL
+    LPSTR lpstrFileTitle; // the chosen name alone: nobody reads it, it stays as it was
     DWORD nMaxFileTitle;
     LPCSTR lpstrInitialDir;
     DWORD Flags;

@@ -205,7 +205,6 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
     DestroyWindow(owner);
     EXPECT_EQ(GetCapture(), nullptr);
     EXPECT_TRUE(ReleaseCapture());
-    EXPECT_FALSE(UnregisterClassA("no such class", GetModuleHandleA(nullptr)));
 }
 
 TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
@@ -464,6 +463,24 @@ TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
     EXPECT_EQ(told, (Lines{"move 31,31", "move -5,-6"}));
 }
 
+TEST_F(MessageTest, ControlsTakeAFontThatStaysTheCallersAndTheMouseACursor)
+{
+    HWND window = Make("main");
+    HFONT font = CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "MS Sans Serif");
+    for (LPCSTR name : {WC_TREEVIEWA, "static", "button", "MessageTest"}) {
+        HWND child = CreateWindowExA(0, name, "text", WS_CHILD, 0, 0, 40, 20, window, (HMENU)5,
+                                     nullptr, nullptr);
+        EXPECT_EQ(SendMessageA(child, WM_SETFONT, (WPARAM)font, 0), 0) << name;
+        EXPECT_EQ(GetWindowTextLengthA(child), 4) << name;
+    }
+    EXPECT_TRUE(DeleteObject(font));
+
+    HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW), wait = LoadCursorA(nullptr, IDC_WAIT);
+    SetCursor(arrow);
+    EXPECT_EQ(SetCursor(wait), arrow);
+    EXPECT_EQ(SetCursor(arrow), wait);
+}
+
 TEST_F(MessageTest, TheKeyboardIsTakenFromOneWindowAndGivenToAnother)
 {
     HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
@@ -486,9 +503,9 @@ TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)
     HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
     HWND tree = CreateWindowExA(0, WC_TREEVIEWA, "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 50, window,
                                 (HMENU)5, nullptr, nullptr);
-    const auto insert = [tree](const char *label, LPARAM value) {
+    const auto insert = [tree](const char *label, LPARAM value, HTREEITEM parent = TVI_ROOT) {
         TVINSERTSTRUCTA insertion = {};
-        insertion.hParent = TVI_ROOT;
+        insertion.hParent = parent;
         insertion.hInsertAfter = TVI_SORT;
         insertion.item.mask = TVIF_TEXT | TVIF_PARAM;
         insertion.item.pszText = const_cast<LPSTR>(label);
@@ -517,6 +534,27 @@ TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)
     SelectItem(tree, first);
     SelectItem(tree, second);
     EXPECT_EQ(told, (Lines{"11=11", "22=22"}));
+    insert("child", 12, first);
+    const auto noteSelections = actions[WM_NOTIFY];
+    for (UINT code : {(UINT)TVN_ITEMEXPANDEDA, (UINT)TVN_KEYDOWN, (UINT)NM_CLICK, (UINT)NM_DBLCLK,
+                      (UINT)NM_SETFOCUS, (UINT)NM_KILLFOCUS}) {
+        int times = 0;
+        actions[WM_NOTIFY] = [&](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
+            const auto *header = (const NMHDR *)lParam;
+            times += id == 5 && header->code == code && header->hwndFrom == tree;
+            return 0;
+        };
+        if (code == (UINT)NM_SETFOCUS || code == (UINT)NM_KILLFOCUS) {
+            SetFocus(code == (UINT)NM_SETFOCUS ? window : tree);
+            times = 0;
+            SetFocus(code == (UINT)NM_SETFOCUS ? tree : window);
+        } else {
+            ActInTree(tree, code);
+        }
+        RunWaiting();
+        EXPECT_EQ(times, 1) << (int)code;
+    }
+    actions[WM_NOTIFY] = noteSelections;
     told.clear();
     SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
     SelectItem(tree, first);

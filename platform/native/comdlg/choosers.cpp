@@ -5,13 +5,6 @@
 #include "platform/native/visible.h"
 #include "platform/win32/comdlg.h"
 
-static void FillTitle(OPENFILENAMEA *parameters, const std::string &name)
-{
-    if (!parameters->lpstrFileTitle || name.size() >= parameters->nMaxFileTitle)
-        return;
-    std::memcpy(parameters->lpstrFileTitle, name.c_str(), name.size() + 1);
-}
-
 static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
 {
     if (!visible.chooseFile || !parameters->lpstrFile || !parameters->nMaxFile)
@@ -34,7 +27,6 @@ static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
         return FALSE;
     std::memcpy(parameters->lpstrFile, path.c_str(), path.size() + 1);
     parameters->nFilterIndex = choice.filterIndex;
-    FillTitle(parameters, path.substr(path.rfind('/') + 1));
     return TRUE;
 }
 
