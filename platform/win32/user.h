@@ -23,6 +23,7 @@ typedef struct tagWNDCLASSA {
     HICON hIcon;
     HCURSOR hCursor;
     HBRUSH hbrBackground; // what default processing fills the window with; stays the caller's
+                          // (Windows deletes it with the class, if the caller has not)
     LPCSTR lpszMenuName;  // a menu of the instance by its name, or NULL
     LPCSTR lpszClassName; // compared without case
 } WNDCLASSA;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/platform/loops.h"
+#include "tests/support/canvas.h"
 
 namespace
 {
@@ -103,14 +104,21 @@ std::string PlaceOf(LPARAM place)
 
 TEST_F(MessageTest, PostedMessagesComeInTheirOrderAndTheQuitRequestAfterThem)
 {
-    HWND window = Make("main");
+    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+    RunWaiting();
+    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
+        return told.push_back("press"), 0;
+    };
     told.clear();
+    Click(window, 5, 5);
     PostMessageA(window, WM_COMMAND, 1, 0);
     PostQuitMessage(0);
     PostMessageA(window, WM_COMMAND, 2, 0);
     SendMessageA(window, WM_COMMAND, 3, 0);
     Run();
     EXPECT_EQ(told, (Lines{"command 3.0", "command 1.0", "command 2.0"}));
+    RunWaiting();
+    EXPECT_EQ(told.back(), "press");
 }
 
 TEST_F(MessageTest, ALoopInsideAMessageTakesTheQuitRequestAndDeadWindowsGetNothing)
@@ -160,6 +168,23 @@ TEST_F(MessageTest, WhatIsLeftToTheDefaultIsAnsweredWithNothing)
         EXPECT_EQ(SetTextColor(dc, 0x123456), GetSysColor(COLOR_WINDOWTEXT));
     }
     EXPECT_EQ(ReleaseDC(window, dc), 1);
+}
+
+TEST_F(MessageTest, TheClassesBrushFillsTheClientAreaByDefault)
+{
+    WNDCLASSA windowClass = {};
+    windowClass.lpfnWndProc = DefWindowProcA;
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszClassName = "BrushTest";
+    ASSERT_NE(RegisterClassA(&windowClass), 0);
+    HWND window = CreateWindowExA(0, "BrushTest", "", WS_POPUP, 0, 0, 3, 2, nullptr, nullptr,
+                                  nullptr, nullptr);
+    Canvas canvas(4, 3, RGB(255, 0, 0));
+    EXPECT_NE(SendMessageA(window, WM_ERASEBKGND, (WPARAM)canvas.dc, 0), 0);
+    EXPECT_EQ(canvas.At(0, 0), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(canvas.At(2, 1), GetSysColor(COLOR_BTNFACE));
+    DestroyWindow(window);
+    EXPECT_TRUE(UnregisterClassA("BrushTest", nullptr));
 }
 
 TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
