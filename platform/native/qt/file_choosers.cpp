@@ -8,6 +8,7 @@
 #include <QTreeView>
 #include <cstring>
 
+#include "platform/native/qt/frames.h"
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/text.h"
 #include "platform/native/user/geometry.h"
@@ -140,6 +141,7 @@ bool ChooseFile(FileChoice *choice)
     chooser->open();
     Loop(chooser);
     SetTakesInput(choice->owner, true);
+    ActivateFrame(choice->owner);
     if (!chooser)
         return false;
     const QStringList files = chooser->selectedFiles();

@@ -173,6 +173,7 @@ void FrameWidget::FollowShown()
         return;
     if (!(record->style & WS_VISIBLE)) {
         hide();
+        ActivateFrame(record->owner);
         return;
     }
     if (record->isMaximized)
@@ -198,4 +199,11 @@ FrameWidget *FrameShowing(HWND window)
 {
     QWidget *widget = WidgetOf(window);
     return widget ? dynamic_cast<FrameWidget *>(widget->parentWidget()) : nullptr;
+}
+
+void ActivateFrame(HWND window)
+{
+    FrameWidget *frame = FrameShowing(window);
+    if (frame && frame->isVisible())
+        frame->activateWindow();
 }

@@ -50,3 +50,7 @@ class FrameWidget : public QWidget
 
 // The frame that shows a top-level window; NULL for others.
 FrameWidget *FrameShowing(HWND window);
+
+// Gives a top-level window that shows the keyboard, as when a dialog above it closes. A window
+// manager gives it to none when two of them close at once.
+void ActivateFrame(HWND window);
