@@ -24,7 +24,6 @@ TreeModel::TreeModel(HWND tree, QObject *parent) : QAbstractItemModel(parent), w
 void TreeModel::Renew()
 {
     beginResetModel();
-    icons.clear();
     endResetModel();
 }
 
@@ -61,24 +60,29 @@ int TreeModel::columnCount(const QModelIndex &) const
     return 1;
 }
 
-static void AddListPicture(QIcon *icon, HIMAGELIST list, int index, QIcon::Mode mode)
+// The pixels stay the list's.
+static QImage ListImage(HIMAGELIST list, int index)
 {
     ListPicture picture;
     if (!FindListPicture(list, index, &picture))
-        return;
-    const QImage image(reinterpret_cast<const uchar *>(picture.pixels), picture.width,
-                       picture.height, picture.width * 4, QImage::Format_RGB32);
-    icon->addPixmap(QPixmap::fromImage(image.copy()), mode);
+        return {};
+    return QImage(reinterpret_cast<const uchar *>(picture.pixels), picture.width, picture.height,
+                  picture.width * 4, QImage::Format_RGB32);
 }
 
+// Each file brings a list of its own with the same pictures. Qt keeps pixels of every icon there
+// was, so another is made only for other pictures.
 const QIcon &TreeModel::IconOf(int image, int selectedImage) const
 {
-    QIcon &icon = icons[{image, selectedImage}];
-    if (icon.isNull()) {
-        AddListPicture(&icon, TreeImages(window), image, QIcon::Normal);
-        AddListPicture(&icon, TreeImages(window), selectedImage, QIcon::Selected);
+    const QImage normal = ListImage(TreeImages(window), image);
+    const QImage selected = ListImage(TreeImages(window), selectedImage);
+    TreeIcon &kept = icons[{image, selectedImage}];
+    if (kept.normal != normal || kept.selected != selected) {
+        kept = {normal.copy(), selected.copy(), {}};
+        kept.icon.addPixmap(QPixmap::fromImage(kept.normal), QIcon::Normal);
+        kept.icon.addPixmap(QPixmap::fromImage(kept.selected), QIcon::Selected);
     }
-    return icon;
+    return kept.icon;
 }
 
 // What screen readers do not find out by themselves.

@@ -7,6 +7,13 @@
 
 #include "platform/win32/comctl.h"
 
+// An item's icon and the pictures that it was made of.
+struct TreeIcon {
+    QImage normal;
+    QImage selected;
+    QIcon icon;
+};
+
 // Reads the items each time it is asked. Positions carry the items' handles, which find nothing
 // once the items are gone.
 class TreeModel : public QAbstractItemModel
@@ -31,7 +38,7 @@ class TreeModel : public QAbstractItemModel
     QString PlaceOf(const QModelIndex &index) const;
 
     HWND window;
-    mutable QHash<QPair<int, int>, QIcon> icons;
+    mutable QHash<QPair<int, int>, TreeIcon> icons;
 };
 
 class TreeWidget : public QTreeView
