@@ -5,7 +5,14 @@
 # RUNS=n sets the number of runs (9). The programs do not write the same: wrestool and 7z keep every
 # kind of resource, quillmoor-cli four of them. 64,000 saved files take 256 MB each time.
 set -eu
-build=$(cd "$(dirname "$0")/../.." && pwd)/build/release
+files=()
+for file; do files+=("$(readlink -f "$file")"); done
+cd "$(dirname "$(readlink -f "$0")")/../.."
+. packaging/packages.sh
+# shellcheck disable=SC2086 # the lists are words
+need_packages $native_packages $bench_packages
+build_preset release quillmoor-cli make_many
+build=$PWD/build/release
 runs=${RUNS:-9}
 # in memory where there is room, so that the disk's mood does not count
 work=$(mktemp -d -p "$([ -d /dev/shm ] && echo /dev/shm || echo /tmp)")
@@ -51,8 +58,8 @@ compare() {
     done
 }
 
-if [ $# -gt 0 ]; then
-    for file; do compare "$file"; done
+if [ ${#files[@]} -gt 0 ]; then
+    for file in "${files[@]}"; do compare "$file"; done
 else
     for count in 8000 64000; do
         "$build/tests/make_many" "$count" "$work/$count.dll"
