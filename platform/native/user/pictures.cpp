@@ -123,10 +123,11 @@ void FitIcon(ImagePixels *picture)
     fitted.width = fitted.height = iconSide;
     for (int y = 0; y < iconSide; ++y)
         for (int x = 0; x < iconSide; ++x) {
-            const int row = (2 * y + 1) * picture->height / (2 * iconSide);
-            const int column = (2 * x + 1) * picture->width / (2 * iconSide);
-            fitted.pixels.push_back(
-                picture->pixels[static_cast<size_t>(row * picture->width + column)]);
+            const int64_t width = picture->width;
+            const int64_t height = picture->height;
+            const int64_t row = (2 * y + 1) * height / (2 * iconSide);
+            const int64_t column = (2 * x + 1) * width / (2 * iconSide);
+            fitted.pixels.push_back(picture->pixels[static_cast<size_t>(row * width + column)]);
         }
     *picture = std::move(fitted);
 }
@@ -180,9 +181,7 @@ HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
         picture.systemCursor = static_cast<int>(reinterpret_cast<uintptr_t>(name));
     else if (!instance && !isCursor && name == IDI_INFORMATION)
         DrawInformationSign(&picture);
-    else if (!instance)
-        return nullptr;
-    else if (!LoadPicture(instance, name, isCursor, &picture))
+    else if (!instance || !LoadPicture(instance, name, isCursor, &picture))
         return nullptr;
     const auto handle = static_cast<HICON>(pictures.Add(std::move(picture)));
     loadedPictures.push_back({instance, key, isCursor, handle});
