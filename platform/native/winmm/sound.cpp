@@ -16,39 +16,44 @@
 #define LEAST_BUFFER_FRAMES 16u
 #define MOST_BUFFER_FRAMES 32768u
 
-#define SDL_CALLS(CALL)                                                                            \
-    CALL(SetMainReady)                                                                             \
-    CALL(SetHint)                                                                                  \
-    CALL(InitSubSystem)                                                                            \
-    CALL(QuitSubSystem)                                                                            \
-    CALL(OpenAudioDevice)                                                                          \
-    CALL(CloseAudioDevice)                                                                         \
-    CALL(GetAudioDeviceStatus)                                                                     \
-    CALL(PauseAudioDevice)                                                                         \
-    CALL(QueueAudio)                                                                               \
-    CALL(ClearQueuedAudio)                                                                         \
-    CALL(GetQueuedAudioSize)                                                                       \
-    CALL(RWFromConstMem)                                                                           \
-    CALL(LoadWAV_RW)                                                                               \
-    CALL(FreeWAV)
-
 // SDL is loaded for the first sound: it brings thirty libraries, a fifth of the program's start.
 struct Sdl {
-#define MEMBER(name) decltype(&SDL_##name) name;
-    SDL_CALLS(MEMBER)
+    decltype(&SDL_SetMainReady) SetMainReady;
+    decltype(&SDL_SetHint) SetHint;
+    decltype(&SDL_InitSubSystem) InitSubSystem;
+    decltype(&SDL_QuitSubSystem) QuitSubSystem;
+    decltype(&SDL_OpenAudioDevice) OpenAudioDevice;
+    decltype(&SDL_CloseAudioDevice) CloseAudioDevice;
+    decltype(&SDL_GetAudioDeviceStatus) GetAudioDeviceStatus;
+    decltype(&SDL_PauseAudioDevice) PauseAudioDevice;
+    decltype(&SDL_QueueAudio) QueueAudio;
+    decltype(&SDL_ClearQueuedAudio) ClearQueuedAudio;
+    decltype(&SDL_GetQueuedAudioSize) GetQueuedAudioSize;
+    decltype(&SDL_RWFromConstMem) RWFromConstMem;
+    decltype(&SDL_LoadWAV_RW) LoadWAV_RW;
+    decltype(&SDL_FreeWAV) FreeWAV;
 
     // Returns false where there is no SDL, or an older one.
     bool Load()
     {
         void *library = dlopen("libSDL2-2.0.so.0", RTLD_LAZY);
         const auto find = [library](const char *name, auto *call) {
-            *call = library ? reinterpret_cast<std::remove_reference_t<decltype(*call)>>(
-                                  dlsym(library, name))
-                            : nullptr;
+            *call =
+                reinterpret_cast<std::remove_reference_t<decltype(*call)>>(dlsym(library, name));
             return *call != nullptr;
         };
-#define AND_FOUND(name) &&find("SDL_" #name, &name)
-        return true SDL_CALLS(AND_FOUND);
+        return library && find("SDL_SetMainReady", &SetMainReady) &&
+               find("SDL_SetHint", &SetHint) && find("SDL_InitSubSystem", &InitSubSystem) &&
+               find("SDL_QuitSubSystem", &QuitSubSystem) &&
+               find("SDL_OpenAudioDevice", &OpenAudioDevice) &&
+               find("SDL_CloseAudioDevice", &CloseAudioDevice) &&
+               find("SDL_GetAudioDeviceStatus", &GetAudioDeviceStatus) &&
+               find("SDL_PauseAudioDevice", &PauseAudioDevice) &&
+               find("SDL_QueueAudio", &QueueAudio) &&
+               find("SDL_ClearQueuedAudio", &ClearQueuedAudio) &&
+               find("SDL_GetQueuedAudioSize", &GetQueuedAudioSize) &&
+               find("SDL_RWFromConstMem", &RWFromConstMem) && find("SDL_LoadWAV_RW", &LoadWAV_RW) &&
+               find("SDL_FreeWAV", &FreeWAV);
     }
 };
 
