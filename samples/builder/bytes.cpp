@@ -35,6 +35,11 @@ void AddText(Bytes &bytes, std::string_view text)
     bytes.insert(bytes.end(), text.begin(), text.end());
 }
 
+Bytes Text(std::string_view text)
+{
+    return Bytes(text.begin(), text.end());
+}
+
 void PadTo(Bytes &bytes, size_t unit)
 {
     bytes.resize((bytes.size() + unit - 1) & ~(unit - 1));

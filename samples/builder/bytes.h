@@ -16,6 +16,9 @@ void AddU64(Bytes &bytes, uint64_t value);
 void AddBytes(Bytes &bytes, const Bytes &more);
 void AddText(Bytes &bytes, std::string_view text);
 
+// A text's characters alone.
+Bytes Text(std::string_view text);
+
 // Adds bytes of 0 up to the next multiple of unit, a power of two.
 void PadTo(Bytes &bytes, size_t unit);
 

@@ -3,18 +3,12 @@
 //   bench_window [RUNS]     the medians of everything
 //   bench_window open FILE  of opening the file as the first
 #include "platform/native/qt/display.h"
-#include "platform/native/qt/registry.h"
-#include "platform/native/user/queue.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
 #include "tests/bench/many_resources.h"
+#include "tests/support/real_window.h"
 
-#include <QApplication>
-#include <QKeyEvent>
 #include <QTemporaryDir>
-#include <QTreeView>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -60,33 +54,9 @@ class PaintWatch : public QObject
     bool isPainted = false;
 };
 
-void RunUntilIdle()
-{
-    for (int idle = 0; idle < 20;) {
-        MSG message;
-        if (TakeMessage(&message) == Taken::Message) {
-            DispatchMessageA(&message);
-            idle = 0;
-        } else {
-            visible.runEvents(false);
-            ++idle;
-        }
-    }
-}
-
-QWidget *WidgetWithId(int id)
-{
-    return WidgetOf(GetDlgItem(globals.mainWindow, id));
-}
-
-QTreeView *Tree()
-{
-    return static_cast<QTreeView *>(WidgetWithId(IDC_TREE));
-}
-
 double MillisecondsUntilPainted(QWidget *widget, const std::function<void()> &request)
 {
-    RunUntilIdle();
+    RunUntilIdle(20);
     PaintWatch watch(widget);
     const auto start = std::chrono::steady_clock::now();
     request();
@@ -113,14 +83,6 @@ void Measure(const char *what, QWidget *widget, const std::function<void()> &pre
     Print(what, times);
 }
 
-void PressKey(int key)
-{
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
-    QApplication::sendEvent(Tree(), &press);
-    QApplication::sendEvent(Tree(), &release);
-}
-
 void Open(const std::string &path)
 {
     SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, reinterpret_cast<LPARAM>(path.c_str()));
@@ -139,17 +101,19 @@ void MeasureMany(const std::string &path, const char *name)
     const auto openAgain = [&] {
         Close();
         Open(path);
-        RunUntilIdle();
-        PressKey(Qt::Key_Home);
+        RunUntilIdle(20);
+        PressKey(Tree(), Qt::Key_Home);
     };
-    Measure(title("expand a category").c_str(), shown, openAgain, [] { PressKey(Qt::Key_Right); });
+    Measure(title("expand a category").c_str(), shown, openAgain,
+            [] { PressKey(Tree(), Qt::Key_Right); });
     Measure(
-        title("End").c_str(), shown, [] { PressKey(Qt::Key_Home); }, [] { PressKey(Qt::Key_End); });
+        title("End").c_str(), shown, [] { PressKey(Tree(), Qt::Key_Home); },
+        [] { PressKey(Tree(), Qt::Key_End); });
     Measure(
-        title("Home").c_str(), shown, [] { PressKey(Qt::Key_End); },
-        [] { PressKey(Qt::Key_Home); });
+        title("Home").c_str(), shown, [] { PressKey(Tree(), Qt::Key_End); },
+        [] { PressKey(Tree(), Qt::Key_Home); });
     Measure(
-        title("Page Down").c_str(), shown, [] {}, [] { PressKey(Qt::Key_PageDown); });
+        title("Page Down").c_str(), shown, [] {}, [] { PressKey(Tree(), Qt::Key_PageDown); });
     Measure(
         title("close").c_str(), shown, [&] { Open(path); }, Close);
 }
@@ -199,11 +163,11 @@ int main(int count, char **arguments)
 
     Bytes dib = MakeDib(MakePicture(4096, 4096, 0xff336699), 32);
     Open(WriteFile(folder, "picture.dll", {{{2, 1, dib}}}));
-    RunUntilIdle();
-    PressKey(Qt::Key_Home);
-    PressKey(Qt::Key_Right);
+    RunUntilIdle(20);
+    PressKey(Tree(), Qt::Key_Home);
+    PressKey(Tree(), Qt::Key_Right);
     Measure(
         "select a picture of 4096 x 4096, 32 bits", WidgetWithId(IDC_PANE),
-        [] { PressKey(Qt::Key_Home); }, [] { PressKey(Qt::Key_Down); });
+        [] { PressKey(Tree(), Qt::Key_Home); }, [] { PressKey(Tree(), Qt::Key_Down); });
     return End();
 }

@@ -24,19 +24,12 @@ static ToolRun RunTool(const TempFolder &folder, const Lines &arguments)
     run.status = RunCommandLine(arguments, out, err);
     fclose(out);
     fclose(err);
-    const Bytes outBytes = ReadFile(outPath), errBytes = ReadFile(errPath);
-    run.out.assign(outBytes.begin(), outBytes.end());
-    run.err.assign(errBytes.begin(), errBytes.end());
-    fs::remove(outPath);
-    fs::remove(errPath);
+    for (const auto &[path, text] : {std::pair(outPath, &run.out), {errPath, &run.err}}) {
+        const Bytes bytes = ReadFile(path);
+        text->assign(bytes.begin(), bytes.end());
+        fs::remove(path);
+    }
     return run;
-}
-
-static Bytes Text(std::string_view text)
-{
-    Bytes bytes;
-    AddText(bytes, text);
-    return bytes;
 }
 
 static BuiltExecutable BuildFour()

@@ -9,22 +9,11 @@
 #include "shell/globals.h"
 #include "tests/support/drive.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 
 typedef std::vector<std::string> Texts;
 
-struct Dialogs : testing::Test {
-    void SetUp() override
-    {
-        StartProgram();
-    }
-
-    void TearDown() override
-    {
-        StopProgram();
-    }
+struct Dialogs : ProgramTest {
 };
 
 TEST_F(Dialogs, TheMessageDialogShowsItsTextAndAnswersTheButton)

@@ -3,66 +3,35 @@
 
 #include <gtest/gtest.h>
 
-static Bytes Text(std::string_view text)
-{
-    Bytes bytes;
-    AddText(bytes, text);
-    return bytes;
-}
-
 TEST(Probe, TellsWhatAFileIs)
 {
     Bytes other = BuildPe({.resources = {{2, 1, Text("picture")}}}).bytes;
     other[GetU32(other, 60)] = 'L';
     const Bytes nothingKept =
         BuildPe({.resources = {{16, 1, Text("version")}, {24, 1, Text("manifest")}}}).bytes;
-    const struct {
+    struct Case {
         const char *name;
         Bytes bytes;
         ProbeOutcome outcome;
         std::vector<UINT> messages;
         const char *reason;
-    } cases[] = {
-        {"empty",
-         {},
-         ProbeNotExecutable,
-         {},
-         "It is not an executable: it does not begin with the letters MZ."},
-        {"one byte",
-         Text("M"),
-         ProbeNotExecutable,
-         {},
-         "It is not an executable: it does not begin with the letters MZ."},
-        {"text",
-         Text("A text file"),
-         ProbeNotExecutable,
-         {},
-         "It is not an executable: it does not begin with the letters MZ."},
-        {"two bytes",
-         Text("MZ"),
-         ProbeNotStandard,
-         {100},
-         "The header at offset 60 is neither NE nor PE."},
-        {"another header",
-         other,
-         ProbeNotStandard,
-         {100},
-         "The header at offset 128 is neither NE nor PE but LE."},
-        {"no resource",
-         BuildPe({.resources = {}}).bytes,
-         ProbeRead,
-         {112},
-         "It holds no resources."},
-        {"nothing kept",
-         nothingKept,
-         ProbeRead,
-         {112},
-         "It holds only resources of kinds that are not kept: version, manifest."},
-        {"no section",
-         BuildPe({.resources = {{2, 1, Text("x")}}, .sectionName = ".data"}).bytes,
-         ProbeFailed,
-         {101, 112},
-         "It has no section named .rsrc; its resources are in the section .data."},
+    };
+    const char noExecutable[] = "It is not an executable: it does not begin with the letters MZ.";
+    const Case cases[] = {
+        Case("empty", {}, ProbeNotExecutable, {}, noExecutable),
+        Case("one byte", Text("M"), ProbeNotExecutable, {}, noExecutable),
+        Case("text", Text("A text file"), ProbeNotExecutable, {}, noExecutable),
+        Case("two bytes", Text("MZ"), ProbeNotStandard, {100},
+             "The header at offset 60 is neither NE nor PE."),
+        Case("another header", other, ProbeNotStandard, {100},
+             "The header at offset 128 is neither NE nor PE but LE."),
+        Case("no resource", BuildPe({.resources = {}}).bytes, ProbeRead, {112},
+             "It holds no resources."),
+        Case("nothing kept", nothingKept, ProbeRead, {112},
+             "It holds only resources of kinds that are not kept: version, manifest."),
+        Case("no section",
+             BuildPe({.resources = {{2, 1, Text("x")}}, .sectionName = ".data"}).bytes, ProbeFailed,
+             {101, 112}, "It has no section named .rsrc; its resources are in the section .data."),
     };
     for (const auto &row : cases) {
         SCOPED_TRACE(row.name);

@@ -6,22 +6,16 @@
 #include "shell/globals.h"
 #include "shell/main_window.h"
 #include "tests/support/drive.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/temp_folder.h"
 
 typedef std::vector<std::string> Texts;
 
-struct Save : testing::Test {
+struct Save : ProgramTest {
     void SetUp() override
     {
-        StartProgram();
+        ProgramTest::SetUp();
         const std::string path = TestFile("every.dll", EveryKind());
         SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());
-    }
-
-    void TearDown() override
-    {
-        StopProgram();
     }
 };
 
@@ -42,7 +36,7 @@ TEST_F(Save, OffersANameAndWritesTheFormatThatSuits)
         ChooseNext(path);
         Command(IDM_SAVE_AS);
         EXPECT_EQ(TakeShown(), Texts({std::string("chooser: ") + c.offered}));
-        EXPECT_EQ(ReadWhole(path).size(), c.length); // and no extension was added
+        EXPECT_EQ(ReadFile(path).size(), c.length); // and no extension was added
     }
 }
 
@@ -52,16 +46,16 @@ TEST_F(Save, ACancelTouchesNothingAndAReplacementIsConfirmed)
     Select("BINARY DATA", "501");
     CancelNext();
     Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadWhole(old), Bytes{9});
+    EXPECT_EQ(ReadFile(old), Bytes{9});
     ChooseNext(old);
-    RefuseReplacement();
+    PressNext(IDNO);
     CancelNext();
     Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadWhole(old), Bytes{9});
+    EXPECT_EQ(ReadFile(old), Bytes{9});
     ChooseNext(old);
-    ConfirmReplacement();
+    PressNext(IDYES);
     Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadWhole(old), (Bytes{1, 2, 3, 'A', 'z'}));
+    EXPECT_EQ(ReadFile(old), (Bytes{1, 2, 3, 'A', 'z'}));
 }
 
 TEST_F(Save, AFileThatCannotBeCreatedIsReportedOnceAndTheCursorComesBack)
@@ -98,14 +92,12 @@ TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
         ASSERT_EQ(AppendEntry(&broken, &entry), 1);
         GlobalFree(entry.data);
         const std::string path = TestFile("target", {9});
-        bool exists;
         ChooseNext(path);
-        ConfirmReplacement();
+        PressNext(IDYES);
         PressNext(IDOK);
         EXPECT_EQ(SaveResource(globals.mainWindow, &broken, 0), 0);
         EXPECT_EQ(TakeShown().back(), "There has been an error allocating memory.");
-        ReadWhole(path, &exists);
-        EXPECT_EQ(exists, !c.isCreated);
+        EXPECT_EQ(std::filesystem::exists(path), !c.isCreated);
         GlobalFree(broken.entries);
     }
 }
@@ -128,9 +120,7 @@ TEST_F(Save, AWriteThatFailsIsReportedAndLeavesNoFile)
         LimitFileSize(-1);
         const Texts shown = TakeShown();
         EXPECT_EQ(shown.back() == "There has been an error writing this file.", isReported);
-        bool exists;
-        ReadWhole(path, &exists);
-        EXPECT_NE(exists, isReported);
+        EXPECT_NE(std::filesystem::exists(path), isReported);
     }
 }
 
@@ -155,9 +145,8 @@ TEST_F(Save, WithoutAnEntryOrAFormatNothingIsShown)
 
 TEST_F(Save, ANameTooLongForTheChooserKeepsItsExtension)
 {
-    ExecutableDescription description;
-    description.resources = {{10, std::u16string(300, u'N'), {1}}};
-    const std::string path = TestFile("long.dll", BuildPe(description).bytes);
+    const std::u16string name(300, u'N');
+    const std::string path = TestFile("long.dll", BuildPe({.resources = {{10, name, {1}}}}).bytes);
     SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM) "");
     Command(IDM_CLOSE);
     SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());

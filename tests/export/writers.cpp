@@ -122,8 +122,7 @@ TEST(Writers, DumpStringsALineEach)
 
 TEST(Writers, CopyRawDataAndWriteNothingForNothing)
 {
-    Bytes wave;
-    AddText(wave, "RIFF????WAVEdata");
+    const Bytes wave = Text("RIFF????WAVEdata");
     EXPECT_EQ(Written(CategoryBinary, "1", wave), wave);
     EXPECT_EQ(Written(CategoryBinary, "1", {}), Bytes());
     EXPECT_EQ(Written(CategoryString, "1", {}), Bytes());

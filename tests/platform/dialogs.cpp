@@ -1,21 +1,12 @@
 // Modal dialogs from templates, and the message box.
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "resources/ids.h"
 #include "samples/builder/builder.h"
-#include "tests/platform/loops.h"
+#include "tests/platform/recorder.h"
+#include "tests/support/temp_folder.h"
 
 namespace
 {
 
-typedef std::vector<std::string> Lines;
-
-Lines told;
 std::function<void(HWND, LPARAM)> onInit;
 std::function<void(HWND)> onUser;
 
@@ -25,6 +16,8 @@ INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
     case WM_INITDIALOG:
         if (onInit)
             onInit(dialog, lParam);
+        else
+            PostMessageA(dialog, WM_USER, 0, 0);
         return TRUE;
     case WM_USER:
         if (onUser)
@@ -40,15 +33,12 @@ INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
     }
 }
 
-struct DialogTest : testing::Test {
-    Loops loops;
-    HINSTANCE instance = GetModuleHandleA(nullptr);
+struct DialogTest : MessageTest {
     HWND owner = CreateWindowExA(0, "static", "owner", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
                                  nullptr, nullptr, instance, nullptr);
 
     DialogTest()
     {
-        told.clear();
         onInit = nullptr;
         onUser = nullptr;
     }
@@ -105,7 +95,6 @@ TEST_F(DialogTest, RunsUntilItEndsItselfAndDisablesItsOwnerMeanwhile)
 
 TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndEnterTheFocusedButtons)
 {
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
     onUser = [](HWND dialog) {
         HWND ok = GetDlgItem(dialog, IDOK);
         PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
@@ -118,7 +107,6 @@ TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndEnterTheFocusedBut
 
 TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)
 {
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
     onUser = [](HWND) { PostQuitMessage(5); };
     Show();
     EXPECT_EQ(told, Lines{"destroy"});
@@ -138,7 +126,7 @@ TEST_F(DialogTest, MayEndWhileItBeginsAndAgain)
     EXPECT_EQ(Show(), 6);
     EXPECT_EQ(told, Lines{"destroy"});
     // Destroyed, it ends without a result.
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
+    onInit = nullptr;
     onUser = [](HWND dialog) { DestroyWindow(dialog); };
     EXPECT_EQ(Show(), 0);
 }
@@ -146,7 +134,6 @@ TEST_F(DialogTest, MayEndWhileItBeginsAndAgain)
 TEST_F(DialogTest, MayShowAnotherOneAboveItself)
 {
     HWND outer = nullptr;
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
     onUser = [&](HWND dialog) {
         if (outer == nullptr) {
             outer = dialog;
@@ -167,7 +154,6 @@ TEST_F(DialogTest, TabAndArrowsMoveTheKeyboardRoundItsStops)
 {
     const WPARAM keys[] = {VK_TAB, VK_LEFT, VK_UP};
     size_t next = 0;
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
     onUser = [&](HWND dialog) {
         HWND ok = GetDlgItem(dialog, IDOK), picture = GetDlgItem(dialog, IDC_ABOUT_PICTURE);
         EXPECT_EQ(SetFocus(ok), next == 0 ? ok : picture) << next;
@@ -184,7 +170,6 @@ TEST_F(DialogTest, TabAndArrowsMoveTheKeyboardRoundItsStops)
 
 TEST_F(DialogTest, GoesWithItsOwner)
 {
-    onInit = [](HWND dialog, LPARAM) { PostMessageA(dialog, WM_USER, 0, 0); };
     onUser = [this](HWND) { DestroyWindow(owner); };
     EXPECT_NE(Show(), 17);
     EXPECT_EQ(told, Lines{"destroy"});
@@ -206,57 +191,32 @@ TEST_F(DialogTest, IsNotShownWithoutATemplate)
                         0, // a caption, and one control at (1, 1)
                         0, 0, 0,    0x50, 0, 0, 0, 0, 1, 0, 1, 0, 9, 0, 9,  0, 1,  0};
     Bytes whole = head, wrong = head;
-    for (int byte : {0xFF, 0xFF, 0x80, 0, 0, 0, 0, 0})
-        whole.push_back((BYTE)byte);
-    for (int byte : {0x51, 0, 0, 0, 0, 0, 0, 0})
-        wrong.push_back((BYTE)byte);
-    ExecutableDescription description;
-    description.is64 = true;
-    description.resources = {{5, 1, whole, 0}, {5, 2, wrong, 0}};
-    char path[MAX_PATH + 20];
-    GetTempPathA(MAX_PATH, path);
-    strcat(path, "dialogs.exe");
-    ASSERT_TRUE(WriteBytes(path, BuildPe(description).bytes));
-    HMODULE module = LoadLibraryA(path);
+    AddBytes(whole, {0xFF, 0xFF, 0x80, 0, 0, 0, 0, 0});
+    AddBytes(wrong, {0x51, 0, 0, 0, 0, 0, 0, 0});
+    const ExecutableDescription description = {.resources = {{5, 1, whole, 0}, {5, 2, wrong, 0}},
+                                               .is64 = true};
+    const TempFolder folder;
+    HMODULE module = LoadLibraryA(folder.Write("dialogs.exe", BuildPe(description).bytes).c_str());
     onInit = [](HWND dialog, LPARAM) { EndDialog(dialog, GetDlgItem(dialog, 1) ? 8 : 9); };
     EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(1), owner, TestProcedure, 0), 8);
     EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(2), owner, TestProcedure, 0), -1);
     EXPECT_TRUE(FreeLibrary(module));
-    remove(path);
-}
-
-HWND boxOwner;
-
-LRESULT CALLBACK BoxOwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (message == WM_USER) {
-        HWND box = DialogAbove(window);
-        told.push_back(box ? "box" : "no box");
-        PostMessageA(box, WM_COMMAND, IDOK, 0);
-        return 0;
-    }
-    if (message == WM_USER + 1)
-        return DestroyWindow(window), 0;
-    return DefWindowProcA(window, message, wParam, lParam);
 }
 
 TEST_F(DialogTest, AMessageBoxIsAnsweredAndGoesWithItsOwner)
 {
-    WNDCLASSA windowClass = {};
-    windowClass.lpfnWndProc = BoxOwnerProcedure;
-    windowClass.hInstance = instance;
-    windowClass.lpszClassName = "BoxOwner";
-    RegisterClassA(&windowClass);
-    boxOwner = CreateWindowExA(0, "BoxOwner", "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
-                               nullptr, instance, nullptr);
+    HWND boxOwner = Make("owner", nullptr, WS_POPUP | WS_VISIBLE);
+    actions[WM_USER] = [](HWND window, WPARAM, LPARAM) -> LRESULT {
+        EXPECT_NE(DialogAbove(window), nullptr);
+        return PostMessageA(DialogAbove(window), WM_COMMAND, IDOK, 0);
+    };
     PostMessageA(boxOwner, WM_USER, 0, 0);
     EXPECT_EQ(MessageBoxA(boxOwner, "A text & more", "Message", MB_ICONINFORMATION), IDOK);
-    EXPECT_EQ(told, Lines{"box"});
-    PostMessageA(boxOwner, WM_USER + 1, 0, 0);
+    actions[WM_USER] = [](HWND window, WPARAM, LPARAM) -> LRESULT { return DestroyWindow(window); };
+    PostMessageA(boxOwner, WM_USER, 0, 0);
     MessageBoxA(boxOwner, "A text", "Message", MB_ICONINFORMATION);
     RECT rect;
     EXPECT_FALSE(GetClientRect(boxOwner, &rect));
-    EXPECT_TRUE(UnregisterClassA("BoxOwner", instance));
 }
 
 } // namespace

@@ -26,6 +26,23 @@ static HBITMAP MakePicture(HDC dc)
     return CreateDIBitmap(dc, &info.bmiHeader, CBM_INIT, pixels, &info, DIB_RGB_COLORS);
 }
 
+// The bitmap in a context of its own.
+struct PictureContext {
+    HDC dc;
+    HBITMAP picture;
+
+    explicit PictureContext(const Canvas &canvas)
+        : dc(CreateCompatibleDC(canvas.dc)), picture(MakePicture(canvas.dc))
+    {
+        EXPECT_NE(SelectObject(dc, picture), nullptr);
+    }
+    ~PictureContext()
+    {
+        EXPECT_TRUE(DeleteDC(dc));
+        EXPECT_TRUE(DeleteObject(picture));
+    }
+};
+
 TEST(Drawing, RectangleWithoutPenLeavesItsLastColumnAndRow)
 {
     struct {
@@ -139,16 +156,10 @@ TEST(Drawing, BitBltCutsAtBothEdges)
     };
     for (const auto &row : cases) {
         Canvas canvas(5, 3, RGB(0, 255, 255));
-        HDC memory = CreateCompatibleDC(canvas.dc);
-        HBITMAP picture = MakePicture(canvas.dc);
-        HGDIOBJ before = SelectObject(memory, picture);
-        ASSERT_NE(before, nullptr);
-        EXPECT_TRUE(BitBlt(canvas.dc, row.x, row.y, row.width, row.height, memory, row.sourceX,
+        const PictureContext from(canvas);
+        EXPECT_TRUE(BitBlt(canvas.dc, row.x, row.y, row.width, row.height, from.dc, row.sourceX,
                            row.sourceY, SRCCOPY));
         EXPECT_EQ(canvas.Picture(), row.picture);
-        EXPECT_EQ(SelectObject(memory, before), picture);
-        EXPECT_TRUE(DeleteDC(memory));
-        EXPECT_TRUE(DeleteObject(picture));
     }
 }
 
@@ -160,13 +171,9 @@ TEST(Drawing, BitBltCombinesPixels)
     } const cases[] = {{SRCCOPY, "RGB\n#.Y\n"}, {SRCAND, "RG#\n#YY\n"}, {SRCINVERT, "GR.\nYB#\n"}};
     for (const auto &row : cases) {
         Canvas canvas(3, 2, yellow);
-        HDC memory = CreateCompatibleDC(canvas.dc);
-        HBITMAP picture = MakePicture(canvas.dc);
-        SelectObject(memory, picture);
-        EXPECT_TRUE(BitBlt(canvas.dc, 0, 0, 3, 2, memory, 0, 0, row.rop));
+        const PictureContext from(canvas);
+        EXPECT_TRUE(BitBlt(canvas.dc, 0, 0, 3, 2, from.dc, 0, 0, row.rop));
         EXPECT_EQ(canvas.Picture(), row.picture);
-        DeleteDC(memory);
-        DeleteObject(picture);
     }
 }
 
@@ -174,14 +181,10 @@ TEST(Drawing, BitBltOverItselfCopiesWhatWasThere)
 {
     for (const auto &[x, picture] : {std::pair(1, "RRG\n##.\n"), {-1, "GBB\n.YY\n"}}) {
         Canvas canvas(3, 2);
-        HDC memory = CreateCompatibleDC(canvas.dc);
-        HBITMAP bitmap = MakePicture(canvas.dc);
-        SelectObject(memory, bitmap);
-        EXPECT_TRUE(BitBlt(memory, x, 0, 3, 2, memory, 0, 0, SRCCOPY));
-        BitBlt(canvas.dc, 0, 0, 3, 2, memory, 0, 0, SRCCOPY);
+        const PictureContext own(canvas);
+        EXPECT_TRUE(BitBlt(own.dc, x, 0, 3, 2, own.dc, 0, 0, SRCCOPY));
+        BitBlt(canvas.dc, 0, 0, 3, 2, own.dc, 0, 0, SRCCOPY);
         EXPECT_EQ(canvas.Picture(), picture);
-        DeleteDC(memory);
-        DeleteObject(bitmap);
     }
 }
 

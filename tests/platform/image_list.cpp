@@ -20,15 +20,12 @@ TEST(ImageList, PicturesAreCountedAndNumbered)
     EXPECT_EQ(ImageList_Add(list, nullptr, nullptr), -1);
     EXPECT_EQ(ImageList_GetImageCount(list), 4);
     EXPECT_TRUE(ImageList_Destroy(list));
-}
-
-TEST(ImageList, WideBitmapGivesSeveralPictures)
-{
-    HIMAGELIST list = ImageList_Create(8, 14, ILC_COLOR8, 2, 2);
-    HBITMAP bitmap = LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDB_FOLDER_CLOSED));
-    EXPECT_EQ(ImageList_Add(list, bitmap, nullptr), 0);
+    // A wide bitmap gives several.
+    list = ImageList_Create(8, 14, ILC_COLOR8, 2, 2);
+    HBITMAP wide = LoadBitmapA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED));
+    EXPECT_EQ(ImageList_Add(list, wide, nullptr), 0);
     EXPECT_EQ(ImageList_GetImageCount(list), 2);
-    DeleteObject(bitmap);
+    DeleteObject(wide);
     ImageList_Destroy(list);
 }
 

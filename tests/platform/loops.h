@@ -3,6 +3,8 @@
 
 #include "platform/win32.h"
 
+#include <string>
+
 #ifdef _WIN32
 
 // Lets message loops run. Windows' own wait for real events.
@@ -166,3 +168,19 @@ inline void TakeInput(HWND window, bool takes)
 }
 
 #endif
+
+// Puts an item into a tree's order of labels, with pictures 3 and 4.
+inline HTREEITEM InsertItem(HWND tree, std::string label, HTREEITEM parent = TVI_ROOT,
+                            LPARAM value = 0)
+{
+    TVINSERTSTRUCTA insertion = {};
+    insertion.hParent = parent;
+    insertion.hInsertAfter = TVI_SORT;
+    insertion.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    insertion.item.iImage = 3;
+    insertion.item.iSelectedImage = 4;
+    insertion.item.pszText = label.data();
+    insertion.item.cchTextMax = (int)label.size();
+    insertion.item.lParam = value;
+    return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEMA, 0, (LPARAM)&insertion);
+}

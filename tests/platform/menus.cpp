@@ -14,9 +14,12 @@ TEST(Menu, OfAClassCarriesTheStatesOfItsResource)
     windowClass.hInstance = GetModuleHandleA(nullptr);
     windowClass.lpszMenuName = "mainMENU";
     windowClass.lpszClassName = "MenuTest";
-    ASSERT_NE(RegisterClassA(&windowClass), 0);
-    HWND window = CreateWindowExA(0, "MenuTest", "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr,
-                                  nullptr, windowClass.hInstance, nullptr);
+    const auto make = [&] {
+        EXPECT_NE(RegisterClassA(&windowClass), 0);
+        return CreateWindowExA(0, "MenuTest", "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr,
+                               nullptr, windowClass.hInstance, nullptr);
+    };
+    HWND window = make();
     HMENU menu = GetMenu(window);
     ASSERT_NE(menu, nullptr);
     const struct {
@@ -47,9 +50,7 @@ TEST(Menu, OfAClassCarriesTheStatesOfItsResource)
 
     // Without its menu a class still makes windows.
     windowClass.lpszMenuName = "no such menu";
-    RegisterClassA(&windowClass);
-    window = CreateWindowExA(0, "MenuTest", "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr,
-                             nullptr, windowClass.hInstance, nullptr);
+    window = make();
     EXPECT_NE(window, nullptr);
     EXPECT_EQ(GetMenu(window), nullptr);
     DestroyWindow(window);

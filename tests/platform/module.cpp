@@ -2,6 +2,7 @@
 
 #include "resources/ids.h"
 #include "samples/builder/builder.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -59,23 +60,7 @@ TEST(Module, TextsAreCutToTheBuffer)
     EXPECT_EQ(LoadStringA(program, 111 + 16, text, sizeof text), 0);
 }
 
-// A module file of one test; resources hold the one byte that they are described with.
-struct ModuleFile {
-    std::string path;
-
-    explicit ModuleFile(const Bytes &bytes)
-    {
-        char folder[MAX_PATH];
-        GetTempPathA(sizeof folder, folder);
-        path = std::string(folder) + "module.exe";
-        EXPECT_TRUE(WriteBytes(path.c_str(), bytes));
-    }
-    ~ModuleFile()
-    {
-        remove(path.c_str());
-    }
-};
-
+// Resources hold the one byte that they are described with.
 static int FirstByte(HMODULE module, LPCSTR name, LPCSTR type)
 {
     HRSRC found = FindResourceA(module, name, type);
@@ -85,10 +70,7 @@ static int FirstByte(HMODULE module, LPCSTR name, LPCSTR type)
 
 TEST(Module, FileIsAModuleOfResources)
 {
-    ExecutableDescription description;
-    description.is64 = true;
-    description.imageBase = 0x140000000;
-    description.resources = {
+    const std::vector<ResourceDescription> resources = {
         {10, "MESSAGEBOX", {1}, 0x409},
         {10, 5, {2}, 0x407}, // German, English, neutral
         {10, 5, {3}, 0x409},
@@ -99,8 +81,12 @@ TEST(Module, FileIsAModuleOfResources)
         {10, 7, {9}, 0x809},
         {"KIND", 7, {8}, 0x40C},
     };
-    const ModuleFile file(BuildPe(description).bytes);
-    HMODULE module = LoadLibraryA(file.path.c_str());
+    const TempFolder folder;
+    HMODULE module = LoadLibraryA(
+        folder
+            .Write("module.exe",
+                   BuildPe({.resources = resources, .is64 = true, .imageBase = 0x140000000}).bytes)
+            .c_str());
     ASSERT_NE(module, nullptr);
     LPCSTR data = MAKEINTRESOURCEA(10);
     EXPECT_EQ(FirstByte(module, "MessageBox", data), 1);
@@ -118,6 +104,7 @@ TEST(Module, FileIsAModuleOfResources)
 
 TEST(Module, OtherFilesAreRefused)
 {
+    const TempFolder folder;
     ExecutableDescription description;
     description.resources = {{10, 5, {1}}};
     const Bytes whole = BuildPe(description).bytes;
@@ -126,8 +113,6 @@ TEST(Module, OtherFilesAreRefused)
     noMagic[header + 24] = 0;
     for (const Bytes &bytes :
          {Bytes{}, Bytes{'M', 'Z'}, BuildNe(description).bytes,
-          Bytes(whole.begin(), whole.begin() + (ptrdiff_t)header + 30), noMagic}) {
-        const ModuleFile file(bytes);
-        EXPECT_EQ(LoadLibraryA(file.path.c_str()), nullptr);
-    }
+          Bytes(whole.begin(), whole.begin() + (ptrdiff_t)header + 30), noMagic})
+        EXPECT_EQ(LoadLibraryA(folder.Write("module.exe", bytes).c_str()), nullptr);
 }

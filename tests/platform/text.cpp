@@ -32,13 +32,7 @@ struct TextTest : testing::Test {
         SetBkColor(canvas.dc, ink);
         draw(canvas.dc);
         SelectObject(canvas.dc, before);
-        RECT cell = {100, 60, 0, 0};
-        for (LONG y = 0; y < 60; y++)
-            for (LONG x = 0; x < 100; x++)
-                if (canvas.At(x, y) == ink)
-                    cell = {std::min(cell.left, x), std::min(cell.top, y),
-                            std::max(cell.right, x + 1), std::max(cell.bottom, y + 1)};
-        return cell;
+        return RectAround(100, 60, [&](int x, int y) { return canvas.At(x, y) == ink; });
     }
 
     SIZE Size(const char *text, int count)

@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "platform/win32.h"
+#include "tests/platform/loops.h"
 
 namespace
 {
@@ -20,33 +19,23 @@ struct TreeTest : testing::Test {
 
     HTREEITEM Insert(const std::string &label, HTREEITEM parent = TVI_ROOT, LPARAM value = 0)
     {
-        std::string text = label;
-        TVINSERTSTRUCTA insertion = {};
-        insertion.hParent = parent;
-        insertion.hInsertAfter = TVI_SORT;
-        insertion.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-        insertion.item.pszText = text.data();
-        insertion.item.cchTextMax = static_cast<int>(text.size());
-        insertion.item.lParam = value;
-        return reinterpret_cast<HTREEITEM>(
-            SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insertion)));
+        return InsertItem(tree, label, parent, value);
     }
 
     HTREEITEM Next(WPARAM relation, HTREEITEM item = nullptr)
     {
-        return reinterpret_cast<HTREEITEM>(
-            SendMessageA(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+        return (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, relation, (LPARAM)item);
     }
 
     bool Delete(HTREEITEM item)
     {
-        return SendMessageA(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item)) != 0;
+        return SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)item) != 0;
     }
 
     bool Get(HTREEITEM item, TVITEMA *out)
     {
         out->hItem = item;
-        return SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(out)) != 0;
+        return SendMessageA(tree, TVM_GETITEMA, 0, (LPARAM)out) != 0;
     }
 
     // Label and value of every item on one level, from the first on: "label=value ...".
@@ -137,8 +126,7 @@ TEST_F(TreeTest, DeletingTheRootEmptiesTheTreeForNewItems)
 TEST_F(TreeTest, HandsBackTheImageListItHeldBefore)
 {
     const auto set = [this](HIMAGELIST list) {
-        return reinterpret_cast<HIMAGELIST>(
-            SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(list)));
+        return (HIMAGELIST)(SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, (LPARAM)list));
     };
     HIMAGELIST first = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
     HIMAGELIST second = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
@@ -160,7 +148,7 @@ TEST(Window, OfAnUnknownClassOrAfterItsEndIsNone)
     ASSERT_NE(tree, nullptr);
     EXPECT_TRUE(DestroyWindow(tree));
     EXPECT_FALSE(DestroyWindow(tree));
-    EXPECT_EQ(SendMessageA(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT)), 0);
+    EXPECT_EQ(SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT), 0);
 }
 
 } // namespace

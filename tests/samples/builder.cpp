@@ -10,13 +10,11 @@ static Bytes CopyAt(const BuiltExecutable &built, size_t offset, size_t size)
 
 static ExecutableDescription SomeResources()
 {
-    ExecutableDescription description;
-    description.resources = {{2, 7, {1, 2, 3}, 0x409},
-                             {"KIND", "LOGO", {4}, 0x409},
-                             {2, 7, {5, 6}, 0x407},
-                             {2, "LOGO", {}, 0x409},
-                             {2, 3, {8, 9}, 0x409}};
-    return description;
+    return {.resources = {{2, 7, {1, 2, 3}, 0x409},
+                          {"KIND", "LOGO", {4}, 0x409},
+                          {2, 7, {5, 6}, 0x407},
+                          {2, "LOGO", {}, 0x409},
+                          {2, 3, {8, 9}, 0x409}}};
 }
 
 // Follows the numbers from the root to each resource's data, as a reader would.

@@ -6,29 +6,22 @@
 #include "samples/builder/builder.h"
 #include "shell/globals.h"
 #include "shell/routines.h"
+#include "tests/platform/loops.h"
 #include "tests/support/drive.h"
 
-#include <gtest/gtest.h>
+#include <array>
 
-struct MainWindow : testing::Test {
-    void SetUp() override
-    {
-        StartProgram();
-    }
-
-    void TearDown() override
-    {
-        StopProgram();
-    }
-
+struct MainWindow : ProgramTest {
     void Open(const std::string &path)
     {
         SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());
         RunUntilIdle();
     }
 
-    // A child's rectangle in the main window's client area.
-    RECT RectOf(HWND child)
+    typedef std::array<LONG, 4> Edges; // left, top, right, bottom
+
+    // A child's edges in the main window's client area.
+    Edges EdgesOf(HWND child)
     {
         RECT rect;
         POINT origin = {0, 0};
@@ -42,17 +35,9 @@ struct MainWindow : testing::Test {
     {
         const LONG width = GetClientWidth(globals.mainWindow);
         const LONG height = GetClientHeight(globals.mainWindow);
-        const RECT tree = RectOf(Tree());
-        const RECT pane = RectOf(Pane());
         EXPECT_EQ(splitPosition, split);
-        EXPECT_EQ(tree.left, 0);
-        EXPECT_EQ(tree.top, 0);
-        EXPECT_EQ(tree.right, split - 2);
-        EXPECT_EQ(tree.bottom, height);
-        EXPECT_EQ(pane.left, split + 2);
-        EXPECT_EQ(pane.top, 0);
-        EXPECT_EQ(pane.right, width);
-        EXPECT_EQ(pane.bottom, height);
+        EXPECT_EQ(EdgesOf(Tree()), (Edges{0, 0, split - 2, height}));
+        EXPECT_EQ(EdgesOf(Pane()), (Edges{split + 2, 0, width, height}));
     }
 
     void Mouse(UINT message, int x, int y = 50)
@@ -127,7 +112,7 @@ TEST_F(MainWindow, MenuStatesFollowTheSelection)
 TEST_F(MainWindow, SelectionRepaintsThePane)
 {
     Open(TestFile("every.dll", EveryKind()));
-    const LONG x = (RectOf(Pane()).right - RectOf(Pane()).left) / 2;
+    const LONG x = GetClientWidth(Pane()) / 2;
     const LONG y = GetClientHeight(globals.mainWindow) / 2;
     Select("BITMAP", "101");
     EXPECT_EQ(PixelsOf(Pane()).At(x, y), 0xFF0000u);
@@ -162,10 +147,6 @@ TEST_F(MainWindow, ARefusedFileSaysWhyAndLeavesNoFile)
     const char corrupt[] = "The file you have attempted to open appears to be corrupt or there was "
                            "an error allocating memory.";
     const char nothing[] = "There are no interesting resources in the file you attempted to open.";
-    ExecutableDescription noneKept;
-    noneKept.resources = {{16, 1, {1}}};
-    ExecutableDescription otherSection = noneKept;
-    otherSection.sectionName = ".data";
     const struct {
         const char *name;
         Bytes bytes;
@@ -174,8 +155,10 @@ TEST_F(MainWindow, ARefusedFileSaysWhyAndLeavesNoFile)
         {"empty", {}, {}},
         {"text", {'H', 'e', 'l', 'l', 'o'}, {}},
         {"two bytes", {'M', 'Z'}, {notStandard}},
-        {"none kept", BuildPe(noneKept).bytes, {nothing}},
-        {"other section", BuildPe(otherSection).bytes, {corrupt, nothing}},
+        {"none kept", BuildPe({.resources = {{16, 1, {1}}}}).bytes, {nothing}},
+        {"other section",
+         BuildPe({.resources = {{16, 1, {1}}}, .sectionName = ".data"}).bytes,
+         {corrupt, nothing}},
     };
     const std::string good = TestFile("every.dll", EveryKind());
     for (const auto &c : cases) {
@@ -310,7 +293,7 @@ TEST_F(MainWindow, TheContextMenuOffersWhatTheFileMenuDoes)
     };
     for (const auto &c : cases) {
         Select("BINARY DATA", c.item);
-        MoveCursor(c.over, 60, 200);
+        MoveMouse(c.over, 60, 200);
         PickNext(0);
         SendMessageA(globals.mainWindow, WM_PARENTNOTIFY, WM_RBUTTONDOWN, 0);
         RunUntilIdle();
@@ -380,11 +363,11 @@ TEST_F(MainWindow, ASoundsBlockStaysLockedUntilTheUserActs)
 
 TEST_F(MainWindow, ASoundThatLiesAboutItsSizePlaysFromACopy)
 {
-    ExecutableDescription description;
     Bytes wave = ShortSound();
     PutU32(wave, 4, (uint32_t)wave.size());
-    description.resources = {{10, 1, wave}, {10, 2, {'R', 'I', 'F', 'F'}}, {10, 3, {}}};
-    Open(TestFile("liar.dll", BuildPe(description).bytes));
+    Open(TestFile(
+        "liar.dll",
+        BuildPe({.resources = {{10, 1, wave}, {10, 2, Text("RIFF")}, {10, 3, {}}}}).bytes));
     for (const char *item : {"1", "2", "3"}) {
         Select("BINARY DATA", item);
         ResourceEntry entry;

@@ -3,18 +3,7 @@
 #include "shell/globals.h"
 #include "tests/support/drive.h"
 
-#include <gtest/gtest.h>
-
-struct Routines : testing::Test {
-    void SetUp() override
-    {
-        StartProgram();
-    }
-
-    void TearDown() override
-    {
-        StopProgram();
-    }
+struct Routines : ProgramTest {
 };
 
 static HWND MakePopup(int x, int y, int width, int height)

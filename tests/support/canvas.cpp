@@ -1,6 +1,6 @@
 #include "tests/support/canvas.h"
 
-std::string Canvas::Picture(int left, int top, int right, int bottom) const
+std::string Canvas::Picture() const
 {
     const struct {
         COLORREF color;
@@ -9,8 +9,8 @@ std::string Canvas::Picture(int left, int top, int right, int bottom) const
                    {RGB(0, 255, 0), 'G'},     {RGB(0, 0, 255), 'B'},  {RGB(0, 255, 255), 'C'},
                    {RGB(255, 0, 255), 'M'},   {RGB(255, 255, 0), 'Y'}};
     std::string rows;
-    for (int y = top; y < bottom; y++) {
-        for (int x = left; x < right; x++) {
+    for (int y = 0; y < height; y++) {
+        for (int x = 0; x < width; x++) {
             char letter = '?';
             for (const auto &row : letters)
                 if (row.color == At(x, y))
@@ -20,9 +20,4 @@ std::string Canvas::Picture(int left, int top, int right, int bottom) const
         rows += '\n';
     }
     return rows;
-}
-
-std::string Canvas::Picture() const
-{
-    return Picture(0, 0, width, height);
 }

@@ -3,6 +3,7 @@
 
 #include "platform/win32.h"
 
+#include <algorithm>
 #include <string>
 
 struct CanvasPixels; // the system's own
@@ -16,9 +17,8 @@ struct Canvas {
     void Fill(COLORREF color);
     COLORREF At(int x, int y) const;
 
-    // A rectangle of pixels, a letter each and a line feed after each row: '.' white, '#' black,
+    // The pixels, a letter each and a line feed after each row: '.' white, '#' black,
     // R G B C M Y the pure colours, '?' any other.
-    std::string Picture(int left, int top, int right, int bottom) const;
     std::string Picture() const;
 
     HDC dc; // draws in copy mode with Windows' first settings; ends with the canvas
@@ -26,3 +26,15 @@ struct Canvas {
     int height;
     CanvasPixels *pixels;
 };
+
+// The rectangle around the pixels of width x height that count; (width, height, 0, 0) for none.
+template <typename Counts> RECT RectAround(LONG width, LONG height, const Counts &counts)
+{
+    RECT around = {width, height, 0, 0};
+    for (LONG y = 0; y < height; y++)
+        for (LONG x = 0; x < width; x++)
+            if (counts(x, y))
+                around = {std::min(around.left, x), std::min(around.top, y),
+                          std::max(around.right, x + 1), std::max(around.bottom, y + 1)};
+    return around;
+}

@@ -3,14 +3,11 @@
 #include "resources/ids.h"
 #include "samples/builder/builder.h"
 #include "shell/globals.h"
+#include "tests/platform/loops.h"
 #include "tests/support/canvas.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/temp_folder.h"
 
 #include <deque>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -35,16 +32,6 @@ void CancelNext()
 void PickNext(UINT command)
 {
     answers.push_back({command, ""});
-}
-
-void ConfirmReplacement()
-{
-    PressNext(IDYES);
-}
-
-void RefuseReplacement()
-{
-    PressNext(IDNO);
 }
 
 std::vector<std::string> TakeShown()
@@ -137,7 +124,7 @@ void Select(const std::string &category, const std::string &begin)
             item = NextItem(TVGN_NEXT, item);
     }
     ASSERT_NE(item, nullptr) << category << " " << begin;
-    SelectTreeItemOf(Tree(), item);
+    SelectItem(Tree(), item);
     RunUntilIdle();
 }
 
@@ -176,17 +163,14 @@ Bytes ShortSound()
 Bytes EveryKind()
 {
     Picture picture = MakePicture(20, 10, 0xFFFF0000);
-    ExecutableDescription description;
-    description.resources = {
-        {2, 101, MakeDib(picture, 24)},
-        {3, 1, MakeIconImage(MakePicture(32, 32, 0xFF0000FF), 4)},
-        {3, 2, MakePng(picture)},
-        {6, 7, MakeStringBlock({u"", u"One", u"Two\tlines\r\n"})},
-        {10, 500, ShortSound()},
-        {10, 501, {1, 2, 3, 'A', 'z'}},
-        {16, 1, {1}},
-    };
-    return BuildPe(description).bytes;
+    return BuildPe({.resources = {{2, 101, MakeDib(picture, 24)},
+                                  {3, 1, MakeIconImage(MakePicture(32, 32, 0xFF0000FF), 4)},
+                                  {3, 2, MakePng(picture)},
+                                  {6, 7, MakeStringBlock({u"", u"One", u"Two\tlines\r\n"})},
+                                  {10, 500, ShortSound()},
+                                  {10, 501, {1, 2, 3, 'A', 'z'}},
+                                  {16, 1, {1}}}})
+        .bytes;
 }
 
 static std::string NameOfTest()
@@ -195,26 +179,12 @@ static std::string NameOfTest()
     return std::string(test->test_suite_name()) + "." + test->name();
 }
 
-struct OwnFolder {
-    std::string test;
-    std::filesystem::path path;
-
-    ~OwnFolder()
-    {
-        std::error_code ignored;
-        if (!test.empty())
-            std::filesystem::remove_all(path, ignored);
-    }
-};
-
 std::string TestFolder()
 {
-    static std::unique_ptr<OwnFolder> own;
-    if (own == nullptr || own->test != NameOfTest()) {
-        own = std::unique_ptr<OwnFolder>(new OwnFolder{
-            NameOfTest(), std::filesystem::temp_directory_path() / ("quillmoor_" + NameOfTest())});
-        std::filesystem::create_directories(own->path);
-    }
+    static std::string test;
+    static std::unique_ptr<TempFolder> own;
+    if (std::exchange(test, NameOfTest()) != NameOfTest())
+        own = std::make_unique<TempFolder>();
     return (own->path / "").string();
 }
 
@@ -223,12 +193,4 @@ std::string TestFile(const std::string &name, const Bytes &bytes)
     const std::string path = TestFolder() + name;
     EXPECT_TRUE(WriteBytes(path.c_str(), bytes));
     return path;
-}
-
-Bytes ReadWhole(const std::string &path, bool *exists)
-{
-    std::ifstream file(path, std::ios::binary);
-    if (exists != nullptr)
-        *exists = file.is_open();
-    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }

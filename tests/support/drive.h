@@ -6,6 +6,8 @@
 
 #include "samples/builder/bytes.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -25,19 +27,27 @@ int RunUntilIdle();
 // prepared and not used are a failure.
 void StopProgram();
 
+// A test of the running program.
+struct ProgramTest : testing::Test {
+    void SetUp() override
+    {
+        StartProgram();
+    }
+
+    void TearDown() override
+    {
+        StopProgram();
+    }
+};
+
 // Whether the window is still there, and its text, whoever's it is.
 bool IsAlive(HWND window);
 std::string TextOf(HWND window);
 
-// Selects an item of the tree as the user does.
-void SelectTreeItemOf(HWND tree, HTREEITEM item);
-
-// Moves the mouse's cursor to a point of a window's client area.
-void MoveCursor(HWND window, int x, int y);
-
 // --- dialogs, choosers and menus; each answer is for the next one that is shown ---
 
-// Presses a button of a message dialog, message box or the About box by its id.
+// Presses a button of a message dialog, message box or the About box by its id, or of the system's
+// question whether to replace the file that was chosen.
 void PressNext(int button);
 
 // Confirms a path in a file chooser; an empty one leaves what the chooser offers.
@@ -49,10 +59,6 @@ void ChooseUncreatable();
 // From here on no file of this process grows past that many bytes; -1 lifts the limit. Returns 0,
 // and limits nothing, where the system has no such limit.
 int LimitFileSize(long bytes);
-
-// What the user says to the system's question whether to replace the file that was chosen.
-void ConfirmReplacement();
-void RefuseReplacement();
 
 // Cancels a file chooser.
 void CancelNext();
@@ -140,6 +146,3 @@ std::string TestFolder();
 
 // Writes a file into it and returns its path.
 std::string TestFile(const std::string &name, const Bytes &bytes);
-
-// A file's bytes. exists tells whether it is there, when it is asked for.
-Bytes ReadWhole(const std::string &path, bool *exists = nullptr);

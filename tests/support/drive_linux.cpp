@@ -1,9 +1,7 @@
 // The layer's table of the visible half is filled with answers and recorders: nothing is shown.
 #include "tests/support/drive.h"
 
-#include "platform/native/comctl/tree_user.h"
 #include "platform/native/user/dialogs.h"
-#include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
@@ -11,8 +9,6 @@
 #include "shell/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
@@ -238,15 +234,4 @@ void StopProgram()
     RunUntilIdle();
     ShutDown();
     ExpectAllAnswered();
-}
-
-void SelectTreeItemOf(HWND tree, HTREEITEM item)
-{
-    ReportTreeSelection(tree, item);
-}
-
-void MoveCursor(HWND window, int x, int y)
-{
-    ReportMouse(window, WM_MOUSEMOVE, x, y);
-    RunUntilIdle();
 }

@@ -4,8 +4,6 @@
 #include "shell/main_window.h"
 #include "shell/start.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
 
 #define MENU_CLASS "#32768"
@@ -26,7 +24,7 @@ void ChooseUncreatable()
     const std::string path = TestFile("protected.bin", {'x'});
     uncreatable = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ChooseNext(path);
-    ConfirmReplacement();
+    PressNext(IDYES);
 }
 
 int LimitFileSize(long)
@@ -174,18 +172,6 @@ void StopProgram()
 bool IsAlive(HWND window)
 {
     return IsWindow(window);
-}
-
-void SelectTreeItemOf(HWND tree, HTREEITEM item)
-{
-    SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, (LPARAM)item);
-}
-
-void MoveCursor(HWND window, int x, int y)
-{
-    POINT point = {x, y};
-    ClientToScreen(window, &point);
-    SetCursorPos(point.x, point.y);
 }
 
 // --- what is painted ---

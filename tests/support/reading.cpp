@@ -28,7 +28,7 @@ Reading ReadBytes(const Bytes &bytes)
     return reading;
 }
 
-void ExpectHonest(const Bytes &bytes, size_t whole)
+static void ExpectHonest(const Bytes &bytes, size_t whole)
 {
     const Reading reading = ReadBytes(bytes);
     EXPECT_EQ(reading.outcome == ProbeRead, reading.failure == FailureNone);
@@ -37,4 +37,18 @@ void ExpectHonest(const Bytes &bytes, size_t whole)
     }
     for (const Bytes &data : reading.data)
         EXPECT_LE(data.size(), bytes.size());
+}
+
+void ExpectHonestDamaged(const Bytes &good, size_t whole)
+{
+    for (size_t length = 0; length < good.size(); length++)
+        ExpectHonest(Bytes(good.begin(), good.begin() + (ptrdiff_t)length), whole);
+    Bytes bytes = good;
+    for (size_t at = 60; at < good.size(); at++) {
+        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
+            bytes[at] = (unsigned char)value;
+            ExpectHonest(bytes, 0);
+        }
+        bytes[at] = good[at];
+    }
 }

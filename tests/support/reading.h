@@ -16,10 +16,10 @@ struct Reading {
     std::vector<Bytes> data;
 };
 
-// Expects of a file that may be damaged: a reading that succeeds has noted no failure, one that
-// fails has; no entry is longer than the file; and what succeeds although the file was cut still
-// has `whole` entries (0: any number).
-void ExpectHonest(const Bytes &bytes, size_t whole);
+// Expects of a file wherever it is cut and whichever byte is wild: a reading that succeeds has
+// noted no failure, one that fails has; no entry is longer than the file; and what succeeds
+// although the file was cut still has `whole` entries.
+void ExpectHonestDamaged(const Bytes &good, size_t whole);
 
 // Reads the bytes with no tree; the catalogue is empty again afterwards.
 Reading ReadBytes(const Bytes &bytes);

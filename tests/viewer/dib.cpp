@@ -1,6 +1,6 @@
 #include "viewer/dib.h"
 
-#include "samples/builder/pictures.h"
+#include "tests/support/dib_kinds.h"
 
 #include <gtest/gtest.h>
 
@@ -18,12 +18,28 @@ static Picture Colors()
     return picture;
 }
 
-static HGLOBAL Block(const Bytes &bytes)
+// A block that is locked, and freed at its end.
+struct Locked {
+    HGLOBAL block;
+    const BYTE *bytes;
+
+    explicit Locked(HGLOBAL handle) : block(handle), bytes((const BYTE *)GlobalLock(handle))
+    {
+    }
+    ~Locked()
+    {
+        GlobalUnlock(block);
+        GlobalFree(block);
+    }
+};
+
+// The answer, width, height and bits.
+static std::vector<LONG> InfoOf(HGLOBAL block, DWORD size)
 {
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes.size());
-    memcpy(GlobalLock(block), bytes.data(), bytes.size());
-    GlobalUnlock(block);
-    return block;
+    LONG width = 1, height = 1;
+    WORD bits = 1;
+    const int answer = GetDibInfo(block, size, &width, &height, &bits);
+    return {answer, width, height, bits};
 }
 
 static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
@@ -128,8 +144,8 @@ TEST(Dib, WritesOnePixelAndKeepsItsNeighbours)
 TEST(Dib, CreatesAWholeBlockOrNone)
 {
     const BYTE palette[] = {1, 2, 3, 4, 5, 6};
-    HGLOBAL block = CreateDib(33, 2, palette, 1);
-    const BYTE *dib = (const BYTE *)GlobalLock(block);
+    const Locked block(CreateDib(33, 2, palette, 1));
+    const BYTE *dib = block.bytes;
     BITMAPINFOHEADER header;
     memcpy(&header, dib, sizeof header);
     EXPECT_EQ(header.biSizeImage, 16u);
@@ -137,8 +153,6 @@ TEST(Dib, CreatesAWholeBlockOrNone)
     const Bytes expected = {3, 2, 1, 0, 6, 5, 4, 0};
     EXPECT_EQ(Bytes(dib + 40, dib + 48), expected);
     EXPECT_EQ(PictureFits(dib, 40 + 8 + 16, 0), 1);
-    GlobalUnlock(block);
-    GlobalFree(block);
     for (auto [width, height] :
          {std::pair(0, 1), {1, 0}, {-5, 5}, {8000, 8001}, {INT_MAX, INT_MAX}})
         EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
@@ -158,19 +172,11 @@ TEST(Dib, FlattensAnIconsColourPartWhateverItsMask)
     picture.At(1, 0) = 0x00FF0000;
     picture.At(2, 2) = 0xFF00FF00;
     Bytes icon = MakeIconImage(picture, 32);
-    HGLOBAL flat = FlattenOverWhite(icon.data(), 1);
-    const void *dib = GlobalLock(flat);
-    EXPECT_EQ(GetDibPixel(dib, 0, 0), 0xFFFF7F7Fu);
-    EXPECT_EQ(GetDibPixel(dib, 1, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(GetDibPixel(dib, 2, 2), 0xFF00FF00u);
-    LONG width, height;
-    WORD bits;
-    EXPECT_EQ(GetDibInfo(flat, 40, &width, &height, &bits), 1);
-    EXPECT_EQ(width, 3);
-    EXPECT_EQ(height, 3);
-    EXPECT_EQ(bits, 24);
-    GlobalUnlock(flat);
-    GlobalFree(flat);
+    const Locked flat(FlattenOverWhite(icon.data(), 1));
+    EXPECT_EQ(GetDibPixel(flat.bytes, 0, 0), 0xFFFF7F7Fu);
+    EXPECT_EQ(GetDibPixel(flat.bytes, 1, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(GetDibPixel(flat.bytes, 2, 2), 0xFF00FF00u);
+    EXPECT_EQ(InfoOf(flat.block, 40), (std::vector<LONG>{1, 3, 3, 24}));
 }
 
 TEST(Dib, TakesAnIconApart)
@@ -180,38 +186,20 @@ TEST(Dib, TakesAnIconApart)
     for (int bits : {1, 4, 8, 24}) {
         Bytes icon = MakeIconImage(picture, bits);
         ASSERT_EQ(Fits(icon, icon.size(), 1), 1);
-        HGLOBAL blocks[] = {CopyIconMask(icon.data()), CopyIconColors(icon.data())};
-        const void *mask = GlobalLock(blocks[0]);
-        const void *colors = GlobalLock(blocks[1]);
-        EXPECT_EQ(GetDibPixel(mask, 10, 4), 1u);
-        EXPECT_EQ(GetDibPixel(mask, 9, 4), 0u);
-        EXPECT_EQ(GetDibPixel(mask, 10, 3), 0u);
+        const Locked mask(CopyIconMask(icon.data())), colors(CopyIconColors(icon.data()));
+        EXPECT_EQ(GetDibPixel(mask.bytes, 10, 4), 1u);
+        EXPECT_EQ(GetDibPixel(mask.bytes, 9, 4), 0u);
+        EXPECT_EQ(GetDibPixel(mask.bytes, 10, 3), 0u);
         for (LONG y = 0; y < 5; y++)
-            EXPECT_EQ(GetDibPixel(colors, 10, y), GetIconPixel(icon.data(), 10, y));
+            EXPECT_EQ(GetDibPixel(colors.bytes, 10, y), GetIconPixel(icon.data(), 10, y));
         EXPECT_EQ(GetIconPixel(icon.data(), 0, 5), NO_PIXEL);
-        LONG height;
-        EXPECT_EQ(GetDibInfo(blocks[1], 40, nullptr, &height, nullptr), 1);
-        EXPECT_EQ(height, 5);
-        for (HGLOBAL block : blocks) {
-            GlobalUnlock(block);
-            GlobalFree(block);
-        }
+        EXPECT_EQ(InfoOf(colors.block, 40), (std::vector<LONG>{1, 11, 5, bits}));
     }
 }
 
 TEST(Dib, TheProofTakesAPictureThatIsWholeAndNoneThatIsCut)
 {
-    const struct {
-        int bits;
-        DibForm form;
-    } cases[] = {
-        {1, DibForm::Plain},      {4, DibForm::Plain},     {8, DibForm::Plain},
-        {16, DibForm::Plain},     {24, DibForm::Plain},    {32, DibForm::Plain},
-        {1, DibForm::Core},       {4, DibForm::Core},      {8, DibForm::Core},
-        {24, DibForm::Core},      {24, DibForm::TopDown},  {16, DibForm::BitFields},
-        {32, DibForm::BitFields}, {8, DibForm::RunLength}, {4, DibForm::RunLength},
-    };
-    for (const auto &c : cases) {
+    for (const auto &c : dibKinds) {
         SCOPED_TRACE(std::to_string(c.bits) + " bits, form " + std::to_string((int)c.form));
         Bytes dib = MakeDib(Colors(), c.bits, c.form);
         EXPECT_EQ(Fits(dib, dib.size()), 1);
@@ -311,19 +299,12 @@ TEST(Dib, RunsMustReachTheirEndInsideTheBlock)
 TEST(Dib, TellsTheSizeOfABlock)
 {
     Bytes dib = MakeDib(Colors(), 24, DibForm::TopDown);
-    HGLOBAL block = Block(dib);
-    LONG width = 1, height = 1;
-    WORD bits = 1;
-    EXPECT_EQ(GetDibInfo(block, (DWORD)dib.size(), &width, &height, &bits), 1);
-    EXPECT_EQ(width, 9);
-    EXPECT_EQ(height, 2);
-    EXPECT_EQ(bits, 24);
-    EXPECT_EQ(GetDibInfo(block, 39, &width, &height, &bits), 0);
-    EXPECT_EQ(width, 0);
-    EXPECT_EQ(height, 0);
-    EXPECT_EQ(bits, 0);
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, dib.size());
+    memcpy(GlobalLock(block), dib.data(), dib.size());
+    EXPECT_EQ(InfoOf(block, (DWORD)dib.size()), (std::vector<LONG>{1, 9, 2, 24}));
+    EXPECT_EQ(InfoOf(block, 39), (std::vector<LONG>{0, 0, 0, 0}));
     GlobalFree(block);
-    EXPECT_EQ(GetDibInfo(nullptr, 40, &width, nullptr, nullptr), 0);
+    EXPECT_EQ(GetDibInfo(nullptr, 40, nullptr, nullptr, nullptr), 0);
 }
 
 TEST(Dib, CentresAPictureAndNeverPastTheTopLeftCorner)

@@ -3,13 +3,15 @@
 
 #include "exe/catalog.h"
 #include "samples/builder/builder.h"
+#include "tests/support/dib_kinds.h"
 #include "tests/support/drive.h"
 #include "viewer/graphic_file.h"
 #include "viewer/png.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <algorithm>
+#include <filesystem>
 
 #define PANE_WIDTH 300
 #define PANE_HEIGHT 200
@@ -32,10 +34,8 @@ struct PaneTest : testing::Test {
         entry.category = category;
         entry.size = (DWORD)data.size();
         entry.data = AllocateData(entry.size);
-        if (!data.empty())
-            memcpy(GlobalLock(entry.data), data.data(), data.size());
-        if (!data.empty())
-            GlobalUnlock(entry.data);
+        std::copy(data.begin(), data.end(), (BYTE *)GlobalLock(entry.data));
+        GlobalUnlock(entry.data);
         ASSERT_EQ(AppendEntry(&catalog, &entry), 1);
     }
 
@@ -102,18 +102,7 @@ static Picture TwoColors(int width, int height)
 
 TEST_F(PaneTest, DrawsEveryKindOfBitmapCentred)
 {
-    const struct {
-        int bits;
-        DibForm form;
-    } cases[] = {
-        {1, DibForm::Plain},      {4, DibForm::Plain},     {8, DibForm::Plain},
-        {16, DibForm::Plain},     {24, DibForm::Plain},    {32, DibForm::Plain},
-        {1, DibForm::Core},       {4, DibForm::Core},      {8, DibForm::Core},
-        {24, DibForm::Core},      {8, DibForm::TopDown},   {32, DibForm::TopDown},
-        {16, DibForm::BitFields}, {8, DibForm::RunLength}, {4, DibForm::RunLength},
-        {32, DibForm::BitFields},
-    };
-    for (const auto &c : cases) {
+    for (const auto &c : dibKinds) {
         SCOPED_TRACE(std::to_string(c.bits) + " bits, form " + std::to_string((int)c.form));
         const Picture picture = c.bits == 1 ? TwoColors(101, 51) : Pattern(101, 51);
         Hold(CategoryBitmap, MakeDib(picture, c.bits, c.form));
@@ -162,7 +151,6 @@ TEST_F(PaneTest, DrawsIconsThroughTheirMask)
 TEST_F(PaneTest, DrawsPngIconsBlendedOverWhiteAndLeavesNoFile)
 {
     char name[MAX_PATH];
-    bool exists;
     Picture picture = MakePicture(64, 32, 0x800000FF);
     picture.At(0, 0) = 0x00FF0000;
     picture.At(1, 0) = 0xFF102030;
@@ -177,8 +165,7 @@ TEST_F(PaneTest, DrawsPngIconsBlendedOverWhiteAndLeavesNoFile)
     Hold(CategoryIcon, damaged);
     EXPECT_EQ(InformationLine(0), "0 X 0, 0 bits, PNG Resource");
     ASSERT_GT(MakeTempFileName(name, "VLXP", ".png", 1), 0);
-    ReadWhole(name, &exists);
-    EXPECT_FALSE(exists);
+    EXPECT_FALSE(std::filesystem::exists(name));
 }
 
 TEST_F(PaneTest, DrawsNothingOfAPictureThatIsNotWhole)

@@ -1,77 +1,54 @@
 // Dialog templates, both layouts, and what hostile ones may not do.
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <variant>
 
 #include "platform/native/user/dialog_template.h"
+#include "samples/builder/bytes.h"
 
 namespace
 {
 
-typedef std::vector<BYTE> Bytes;
-
-struct Writer {
+// Words, and in strings the words of their letters and of a 0 behind them.
+Bytes Pack(std::initializer_list<std::variant<int, const char *>> parts)
+{
     Bytes bytes;
-
-    Writer &Word(int value)
-    {
-        bytes.push_back((BYTE)value);
-        bytes.push_back((BYTE)(value >> 8));
-        return *this;
-    }
-
-    Writer &Double(DWORD value)
-    {
-        return Word((int)(value & 0xFFFF)).Word((int)(value >> 16));
-    }
-
-    Writer &Text(const char *text)
-    {
-        for (; *text; ++text)
-            Word(*text);
-        return Word(0);
-    }
-
-    Writer &Align()
-    {
-        while (bytes.size() % 4)
-            bytes.push_back(0);
-        return *this;
-    }
-};
-
-Bytes MakePlain()
-{
-    Writer writer;
-    writer.Double(0x90C000C4).Double(1).Word(2);
-    writer.Word(1).Word(-2).Word(240).Word(222);
-    writer.Word(0).Word(0).Text("About").Word(8).Text("MS Sans Serif");
-    writer.Align().Double(0x50010300).Double(0).Word(128).Word(200).Word(50).Word(14).Word(1);
-    writer.Word(0xFFFF).Word(128).Text("OK").Word(0);
-    writer.Align().Double(0x50000003).Double(0).Word(-1).Word(4).Word(20).Word(20).Word(0xFFFF);
-    writer.Word(0xFFFF).Word(130).Word(0xFFFF).Word(5).Word(0);
-    return writer.bytes;
+    for (const auto &part : parts)
+        if (const int *word = std::get_if<int>(&part))
+            AddU16(bytes, (unsigned)*word & 0xFFFF);
+        else
+            for (const char *letter = std::get<const char *>(part);; ++letter) {
+                AddU16(bytes, (BYTE)*letter);
+                if (!*letter)
+                    break;
+            }
+    return bytes;
 }
 
-Bytes MakeExtended()
+// Parts, each at a multiple of 4.
+Bytes Align(std::initializer_list<Bytes> parts)
 {
-    Writer writer;
-    writer.Double(0xFFFF0001).Double(0).Double(1).Double(0x90C000C4).Word(2);
-    writer.Word(1).Word(-2).Word(240).Word(222);
-    writer.Word(0).Word(0).Text("About").Word(8).Double(0).Text("MS Sans Serif");
-    writer.Align().Double(0).Double(0).Double(0x50010300);
-    writer.Word(128).Word(200).Word(50).Word(14).Double(1);
-    writer.Text("button").Text("OK").Word(4).Double(0x12345678);
-    writer.Align().Double(0).Double(0).Double(0x50000003);
-    writer.Word(-1).Word(4).Word(20).Word(20).Double(0xFFFFFFFF);
-    writer.Word(0xFFFF).Word(130).Word(0xFFFF).Word(5).Word(0);
-    return writer.bytes;
+    Bytes bytes;
+    for (const Bytes &part : parts) {
+        PadTo(bytes, 4);
+        AddBytes(bytes, part);
+    }
+    return bytes;
 }
+
+const Bytes plain =
+    Align({Pack({0x00C4, 0x90C0, 1, 0, 2, 1, -2, 240, 222, 0, 0, "About", 8, "MS Sans Serif"}),
+           Pack({0x0300, 0x5001, 0, 0, 128, 200, 50, 14, 1, -1, 128, "OK", 0}),
+           Pack({0x0003, 0x5000, 0, 0, -1, 4, 20, 20, -1, -1, 130, -1, 5, 0})});
+const Bytes extended = Align(
+    {Pack({1,  -1,  0,   0, 1, 0,       0x00C4, 0x90C0, 2, 1,
+           -2, 240, 222, 0, 0, "About", 8,      0,      0, "MS Sans Serif"}),
+     Pack({0, 0, 0, 0, 0x0300, 0x5001, 128, 200, 50, 14, 1, 0, "button", "OK", 4, 0x5678, 0x1234}),
+     Pack({0, 0, 0, 0, 0x0003, 0x5000, -1, 4, 20, 20, -1, -1, -1, 130, -1, 5, 0})});
 
 TEST(DialogTemplate, BothLayoutsSayTheSame)
 {
-    for (const Bytes &bytes : {MakePlain(), MakeExtended()}) {
+    for (const Bytes &bytes : {plain, extended}) {
         DialogTemplate dialog;
         ASSERT_TRUE(ReadDialogTemplate(bytes.data(), bytes.size(), &dialog));
         EXPECT_EQ(dialog.style, 0x90C000C4u);
@@ -96,7 +73,7 @@ TEST(DialogTemplate, BothLayoutsSayTheSame)
 
 TEST(DialogTemplate, OneThatEndsEarlyIsNone)
 {
-    for (const Bytes &whole : {MakePlain(), MakeExtended()})
+    for (const Bytes &whole : {plain, extended})
         for (size_t size = 0; size < whole.size(); ++size) {
             // Of exactly that size, so that a read past the end is found out.
             const Bytes cut(whole.begin(), whole.begin() + (std::ptrdiff_t)size);

@@ -1,6 +1,7 @@
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/process.h"
 #include "platform/win32.h"
+#include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -18,28 +19,15 @@
 namespace
 {
 
-// A folder of one test.
-struct Folder {
-    std::filesystem::path path;
-
-    Folder()
-    {
-        char name[] = "/tmp/quillmoor test XXXXXX";
-        path = mkdtemp(name);
-    }
-    ~Folder()
-    {
-        std::filesystem::remove_all(path);
-    }
-    std::string Write(const std::string &name, const std::string &text, bool isProgram = false)
-    {
-        const std::filesystem::path file = path / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-        chmod(file.c_str(), isProgram ? 0755 : 0644);
-        return file;
-    }
-};
+// Writes a file into a folder.
+std::string Write(const TempFolder &folder, const std::string &name, const std::string &text,
+                  bool isProgram = false)
+{
+    std::filesystem::create_directories((folder.path / name).parent_path());
+    const std::string path = folder.Write(name, Text(text));
+    chmod(path.c_str(), isProgram ? 0755 : 0644);
+    return path;
+}
 
 // A variable's value for one test.
 struct Variable {
@@ -65,13 +53,24 @@ struct Variable {
 std::string WaitForText(const std::filesystem::path &file)
 {
     for (int i = 0; i < 500; i++) {
-        std::ifstream in(file);
-        const std::string text((std::istreambuf_iterator<char>(in)), {});
+        const Bytes text = ReadFile(file);
         if (!text.empty())
-            return text;
+            return std::string(text.begin(), text.end());
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return "";
+}
+
+// The folder of the user's settings; empty when its path does not fit.
+std::string SettingsFolder()
+{
+    LPITEMIDLIST list = nullptr;
+    char path[MAX_PATH] = "before";
+    EXPECT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list), 0);
+    const BOOL fits = SHGetPathFromIDListA(list, path);
+    EXPECT_EQ(fits, path[0] != 0);
+    CoTaskMemFree(list);
+    return path;
 }
 
 // Notes how many arguments it got and the first, in one step.
@@ -83,34 +82,27 @@ const char *const noteArguments = "#!/bin/sh\n"
 
 TEST(Settings, MissingFileIsLookedForSystemWide)
 {
-    Folder folder;
+    const TempFolder folder;
     const Variable user("XDG_CONFIG_HOME", folder.path / "user/");
-    const Variable system("XDG_CONFIG_DIRS", "relative:" + (folder.path / "first").string() + ":" +
-                                                 (folder.path / "second").string());
-    LPITEMIDLIST list = nullptr;
-    char path[MAX_PATH];
-    ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list), 0);
-    ASSERT_TRUE(SHGetPathFromIDListA(list, path));
-    CoTaskMemFree(list);
-    EXPECT_EQ(std::string(path), (folder.path / "user").string());
-    const std::string file = std::string(path) + "/Orrindale/VLXPRO30.INI";
+    const Variable system("XDG_CONFIG_DIRS",
+                          "relative:" + folder.Path("first") + ":" + folder.Path("second"));
+    EXPECT_EQ(SettingsFolder(), folder.Path("user"));
+    const std::string file = SettingsFolder() + "/Orrindale/VLXPRO30.INI";
     const auto ask = [&] {
         char text[100];
         GetPrivateProfileStringA("Vellumax", "ApplicationPath", "none", text, 100, file.c_str());
         return std::string(text);
     };
     const auto write = [&](const char *where) {
-        folder.Write(std::string(where) + "/Orrindale/VLXPRO30.INI",
-                     std::string("[Vellumax]\nApplicationPath=") + where);
+        Write(folder, std::string(where) + "/Orrindale/VLXPRO30.INI",
+              std::string("[Vellumax]\nApplicationPath=") + where);
     };
-    write("second");
-    EXPECT_EQ(ask(), "second");
-    write("first");
-    EXPECT_EQ(ask(), "first");
-    write("user");
-    EXPECT_EQ(ask(), "user");
+    for (const char *where : {"second", "first", "user"}) {
+        write(where);
+        EXPECT_EQ(ask(), where);
+    }
     // A file that is there hides the others even without the value.
-    folder.Write("user/Orrindale/VLXPRO30.INI", "[Vellumax]\n");
+    Write(folder, "user/Orrindale/VLXPRO30.INI", "[Vellumax]\n");
     EXPECT_EQ(ask(), "none");
 }
 
@@ -119,25 +111,15 @@ TEST(Settings, FolderIsUnderHomeUnlessTold)
     for (const char *told : {"", "relative"}) {
         const Variable home("HOME", "/home/ann");
         const Variable user("XDG_CONFIG_HOME", told);
-        LPITEMIDLIST list = nullptr;
-        char path[MAX_PATH];
-        ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list), 0);
-        ASSERT_TRUE(SHGetPathFromIDListA(list, path));
-        EXPECT_STREQ(path, "/home/ann/.config");
-        CoTaskMemFree(list);
+        EXPECT_EQ(SettingsFolder(), "/home/ann/.config");
     }
     const Variable user("XDG_CONFIG_HOME", "/" + std::string(MAX_PATH, 'a'));
-    LPITEMIDLIST list = nullptr;
-    char path[MAX_PATH] = "before";
-    SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list);
-    EXPECT_FALSE(SHGetPathFromIDListA(list, path));
-    EXPECT_STREQ(path, "");
-    CoTaskMemFree(list);
+    EXPECT_EQ(SettingsFolder(), "");
 }
 
 TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
 {
-    Folder folder;
+    const TempFolder folder;
     // What killed processes left: one is stale, the others are young, in use, or someone's own.
     const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
     for (const char *name :
@@ -185,11 +167,11 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
 
 TEST(Programs, AreStartedByNameWithOneArgument)
 {
-    Folder folder;
-    const Variable path("PATH", "relative::" + folder.path.string() + ":/usr/bin:/bin");
-    const std::string browser = folder.Write("firefox", noteArguments, true);
-    folder.Write("opera", "not a program");
-    folder.Write("broken", "#!/no/such/interpreter\n", true);
+    const TempFolder folder;
+    const Variable path("PATH", "relative::" + folder.Path("a b") + ":/usr/bin:/bin");
+    const std::string browser = Write(folder, "a b/firefox", noteArguments, true);
+    Write(folder, "a b/opera", "not a program");
+    Write(folder, "a b/broken", "#!/no/such/interpreter\n", true);
     const char *address = "file:///a%20b#QUILM";
     for (const char *missing :
          {"opera.exe", "c:\\Program Files\\Opera\\opera.exe", "iexplore.exe", "broken", "", ".exe"})
@@ -201,15 +183,15 @@ TEST(Programs, AreStartedByNameWithOneArgument)
 
 TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
 {
-    Folder folder;
-    const Variable path("PATH", folder.path.string() + ":/usr/bin:/bin");
-    const std::string page = folder.Write("my page.htm", "<html>");
+    const TempFolder folder;
+    const Variable path("PATH", folder.Path("a b") + ":/usr/bin:/bin");
+    const std::string page = Write(folder, "my page.htm", "<html>");
     char application[MAX_PATH];
-    const std::string opener = folder.Write("xdg-open", noteArguments, true);
-    folder.Write("xdg-mime", "#!/bin/sh\nexit 0\n", true);
+    const std::string opener = Write(folder, "a b/xdg-open", noteArguments, true);
+    Write(folder, "a b/xdg-mime", "#!/bin/sh\nexit 0\n", true);
     EXPECT_LE((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
-    folder.Write("xdg-mime",
-                 "#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo b.desktop\n", true);
+    Write(folder, "a b/xdg-mime",
+          "#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo b.desktop\n", true);
     EXPECT_LE((INT_PTR)FindExecutableA((page + "x").c_str(), "", application), 32);
     ASSERT_GT((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
     std::string line = std::string(application) + " " + page;
@@ -219,7 +201,4 @@ TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
                                nullptr, nullptr, &startup, &process));
     CloseHandle(process.hProcess);
     EXPECT_EQ(WaitForText(opener + ".seen"), "1:" + page);
-    line = (folder.path / "none").string() + " " + page;
-    EXPECT_FALSE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
-                                nullptr, nullptr, &startup, &process));
 }

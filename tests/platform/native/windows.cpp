@@ -1,72 +1,30 @@
 // The quiet half with a recorder in place of the display: what the display reports, what it is
 // told, and what Windows does not promise.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <functional>
-#include <map>
-#include <string>
-#include <vector>
 
-#include "platform/native/comctl/tree.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/visible.h"
-#include "platform/win32.h"
+#include "tests/platform/recorder.h"
 
 namespace
 {
 
-typedef std::vector<std::string> Lines;
-
-Lines told;
-std::map<UINT, std::function<LRESULT(HWND, WPARAM, LPARAM)>> actions;
-
-LRESULT CALLBACK TestProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const auto action = actions.find(message);
-    return action != actions.end() ? action->second(window, wParam, lParam)
-                                   : DefWindowProcA(window, message, wParam, lParam);
-}
-
-struct NativeWindow : testing::Test {
-    HWND window;
+struct NativeWindow : MessageTest {
+    HWND window = Make("main", nullptr, WS_OVERLAPPEDWINDOW | WS_VISIBLE);
 
     NativeWindow()
     {
         told.clear();
-        actions.clear();
         visible = {};
-        WNDCLASSA windowClass = {};
-        windowClass.lpfnWndProc = TestProcedure;
-        windowClass.style = CS_DBLCLKS;
-        windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-        windowClass.lpszClassName = "NativeWindow";
-        RegisterClassA(&windowClass);
-        window = CreateWindowExA(0, "NativeWindow", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 50,
-                                 200, 100, nullptr, nullptr, nullptr, nullptr);
     }
 
-    ~NativeWindow() override
+    HWND MakePane(int x, int width)
     {
-        visible = {};
-        DestroyWindow(window);
-        UnregisterClassA("NativeWindow", nullptr);
-    }
-
-    HWND MakePane(int x, int width, DWORD style = 0)
-    {
-        return CreateWindowExA(0, "button", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW | style, x, 0,
-                               width, 100, window, (HMENU)7, nullptr, nullptr);
-    }
-
-    // Dispatches all that waits.
-    void Drain()
-    {
-        DispatchWaiting();
+        return MakeControl("button", window, 7, {x, 0, x + width, 100}, BS_OWNERDRAW);
     }
 };
 
@@ -141,8 +99,6 @@ TEST_F(NativeWindow, TheFramesWidthsCountToTheOuterRectangleOnly)
 }
 
 // --- the overlay ---
-
-std::vector<RECT> painted;
 
 uint32_t OverlayPixel(HWND window, int x, int y)
 {
@@ -226,24 +182,20 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
     HMENU menu = CreatePopupMenu();
     AppendMenuA(menu, MF_ENABLED, 103, "&Play");
-    actions[WM_COMMAND] = [](HWND, WPARAM id, LPARAM) -> LRESULT {
-        return told.push_back("command " + std::to_string(id)), 0;
-    };
     visible.runEvents = [](bool) { ReportMenuClosed(103); };
     visible.showMenu = [](HMENU, POINT place, HWND) {
         told.push_back("shown at " + std::to_string(place.x) + "," + std::to_string(place.y));
     };
     EXPECT_TRUE(TrackPopupMenu(menu, 0, 30, 40, 0, window, nullptr));
     EXPECT_EQ(told, Lines{"shown at 30,40"});
-    Drain();
+    RunWaiting();
     EXPECT_EQ(told, (Lines{"shown at 30,40", "command 103"}));
 
-    // It goes with its owner, and with the program.
+    // It goes with the program.
     visible.closeMenu = [] { told.push_back("closed"); };
     visible.runEvents = [](bool) { PostQuitMessage(0); };
-    told.clear();
     TrackPopupMenu(menu, 0, 1, 2, 0, window, nullptr);
-    EXPECT_EQ(told, (Lines{"shown at 1,2", "closed"}));
+    EXPECT_EQ(told.back(), "closed");
     MSG message;
     EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
     DestroyMenu(menu);
@@ -254,31 +206,25 @@ TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
     char path[20] = "7.BIN";
     OPENFILENAMEA record = {};
     record.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
-    record.hwndOwner = window;
     record.lpstrFilter = "Icon files\0*.ICO\0All files\0*.*\0";
     record.nFilterIndex = 1;
     record.lpstrFile = path;
     record.nMaxFile = sizeof path;
-    EXPECT_FALSE(GetSaveFileNameA(&record));
-    visible.chooseFile = [](FileChoice *choice) {
-        EXPECT_TRUE(choice->isSave);
-        EXPECT_STREQ(choice->path, "7.BIN");
-        std::strcpy(choice->path, "/d.x/other");
-        choice->filterIndex = 2;
-        return false;
-    };
-    EXPECT_FALSE(GetSaveFileNameA(&record));
-    EXPECT_STREQ(path, "7.BIN");
-    EXPECT_EQ(record.nFilterIndex, 1u);
-    visible.chooseFile = [](FileChoice *choice) {
-        EXPECT_EQ(choice->pathSize, 20u);
-        std::strcpy(choice->path, "/d.x/other.ico");
-        choice->filterIndex = 2;
-        return true;
-    };
-    EXPECT_TRUE(GetSaveFileNameA(&record));
-    EXPECT_STREQ(path, "/d.x/other.ico");
-    EXPECT_EQ(record.nFilterIndex, 2u);
+    static bool isConfirmed;
+    for (bool confirms : {false, true}) {
+        isConfirmed = confirms;
+        visible.chooseFile = [](FileChoice *choice) {
+            EXPECT_TRUE(choice->isSave);
+            EXPECT_EQ(choice->pathSize, 20u);
+            EXPECT_STREQ(choice->path, "7.BIN");
+            std::strcpy(choice->path, "/d.x/other");
+            choice->filterIndex = 2;
+            return isConfirmed;
+        };
+        EXPECT_EQ(GetSaveFileNameA(&record), (BOOL)confirms);
+        EXPECT_STREQ(path, confirms ? "/d.x/other" : "7.BIN");
+        EXPECT_EQ(record.nFilterIndex, confirms ? 2u : 1u);
+    }
 }
 
 } // namespace

@@ -1,0 +1,44 @@
+// Drives the program in its real windows, by events of Qt's.
+#pragma once
+
+#include "platform/native/qt/registry.h"
+#include "platform/native/user/queue.h"
+#include "resources/ids.h"
+#include "shell/globals.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTreeView>
+
+// Dispatches until nothing has come for that many of Qt's steps.
+inline void RunUntilIdle(int steps = 3)
+{
+    for (int idle = 0; idle < steps;) {
+        MSG message;
+        if (TakeMessage(&message) == Taken::Message) {
+            DispatchMessageA(&message);
+            idle = 0;
+        } else {
+            visible.runEvents(false);
+            ++idle;
+        }
+    }
+}
+
+inline QWidget *WidgetWithId(int id)
+{
+    return WidgetOf(GetDlgItem(globals.mainWindow, id));
+}
+
+inline QTreeView *Tree()
+{
+    return dynamic_cast<QTreeView *>(WidgetWithId(IDC_TREE));
+}
+
+inline void PressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers);
+    QApplication::sendEvent(widget, &press);
+    QApplication::sendEvent(widget, &release);
+}
