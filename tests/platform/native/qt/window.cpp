@@ -527,7 +527,7 @@ long ResidentPages()
 TEST_F(QtWindow, CyclesOfOpenLookAndCloseLeaveNoMemoryBehind)
 {
     long after100 = 0;
-    for (int cycle = 1; cycle <= 300; ++cycle) {
+    for (int cycle = 1; cycle <= 1000; ++cycle) {
         SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0,
                      reinterpret_cast<LPARAM>(commandLine.c_str()));
         RunUntilIdle();
