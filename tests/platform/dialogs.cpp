@@ -105,6 +105,18 @@ TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndEnterTheFocusedBut
     EXPECT_EQ(told, (Lines{"command 2", "command 2", "command 1", "destroy"}));
 }
 
+TEST_F(DialogTest, TheSpaceBarPressesAButton)
+{
+    onUser = [](HWND dialog) {
+        HWND ok = GetDlgItem(dialog, IDOK);
+        SetFocus(ok);
+        PostMessageA(ok, WM_KEYDOWN, VK_SPACE, 0);
+        PostMessageA(ok, WM_KEYDOWN + 1, VK_SPACE, 0); // on Windows the release counts
+    };
+    EXPECT_EQ(Show(), 17);
+    EXPECT_EQ(told, (Lines{"command 1", "destroy"}));
+}
+
 TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)
 {
     onUser = [](HWND) { PostQuitMessage(5); };

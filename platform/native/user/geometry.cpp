@@ -105,7 +105,7 @@ void ReportSettled(HWND window)
         record->settledFrom = {};
     } else if (!IsSame(size, record->settledFrom)) {
         record->settledFrom = size;
-        SendMessageA(window, WM_SIZE, 0, MAKELPARAM(size.cx, size.cy));
+        TellSize(window);
     }
 }
 
