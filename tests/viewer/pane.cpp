@@ -3,8 +3,10 @@
 
 #include "exe/catalog.h"
 #include "samples/builder/builder.h"
+#include "tests/support/canvas.h"
 #include "tests/support/dib_kinds.h"
 #include "tests/support/drive.h"
+#include "viewer/dib_draw.h"
 #include "viewer/graphic_file.h"
 #include "viewer/png.h"
 
@@ -137,6 +139,14 @@ TEST_F(PaneTest, DrawsIconsThroughTheirMask)
         ExpectPicture(expected, 134, 68);
         EXPECT_EQ(InformationLine(100), "32 X 32, " + std::to_string(bits) + " bits");
     }
+    // So is another ground.
+    Canvas ground(32, 32, RGB(0, 128, 0));
+    LONG width, height;
+    WORD bitCount;
+    DrawIconImage(ground.dc, 0, 0, MakeIconImage(picture, 8).data(), &width, &height, &bitCount);
+    EXPECT_EQ(ground.At(5, 5), RGB(0, 128, 0));
+    EXPECT_EQ(ground.At(5, 0), RGB(0, 0, 255));
+    EXPECT_EQ(ground.At(5, 6), RGB(255, 0, 0));
     // Alpha is blended over white; a colour of one step in each channel shows the rounding.
     picture = MakePicture(2, 2, 0x800000FF);
     Hold(CategoryIcon, MakeIconImage(picture, 32));

@@ -176,6 +176,24 @@ TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
     EXPECT_EQ(pixels.memory.back() & 0xFFFFFF, 0xFFFFFFu);
 }
 
+TEST_F(NativeWindow, InputComesAfterWhatIsPostedAndBeforePainting)
+{
+    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
+        return told.push_back("down"), 0;
+    };
+    actions[WM_PAINT] = [](HWND painted, WPARAM, LPARAM) -> LRESULT {
+        told.push_back("paint");
+        return DefWindowProcA(painted, WM_PAINT, 0, 0);
+    };
+    RunWaiting();
+    told.clear();
+    InvalidateRect(window, nullptr, TRUE);
+    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
+    PostMessageA(window, WM_COMMAND, 1, 0);
+    RunWaiting();
+    EXPECT_EQ(told, (Lines{"command 1", "down", "paint"}));
+}
+
 // --- popup menus, choosers ---
 
 TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
