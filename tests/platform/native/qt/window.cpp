@@ -18,6 +18,7 @@
 #include <fstream>
 #include <functional>
 
+#include "platform/files.h"
 #include "platform/native/gdi/objects.h"
 #include "platform/native/qt/display.h"
 #include "platform/native/qt/frames.h"
@@ -522,6 +523,33 @@ long ResidentPages()
     long whole = 0, resident = 0;
     std::ifstream("/proc/self/statm") >> whole >> resident;
     return resident;
+}
+
+TEST_F(QtWindow, HelpOpensTheManualInTheFirstBrowserOnThePath)
+{
+    const QByteArray path = qgetenv("PATH");
+    const std::string seen = folder.filePath("seen").toStdString();
+    for (const char *browser : {"firefox", "opera"}) {
+        const std::filesystem::path program = folder.filePath(browser).toStdString();
+        std::ofstream(program) << "#!/bin/sh\nprintf '%s %s' " << browser << " \"$*\" >'" << seen
+                               << ".part'\n/bin/mv '" << seen << ".part' '" << seen << "'\n";
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    }
+    for (const char *browser : {"firefox", "opera"}) {
+        qputenv("PATH", folder.path().toUtf8());
+        Action(IDM_HELP)->trigger();
+        RunUntilIdle();
+        std::string told;
+        for (int tries = 0; tries < 500 && told.empty(); ++tries) {
+            QThread::msleep(10);
+            std::getline(std::ifstream(seen), told);
+        }
+        EXPECT_EQ(told, std::string(browser) + " file:///" + AddressPath(globals.programDirectory) +
+                            "html/referenc.htm#QUILM");
+        std::filesystem::remove(seen);
+        std::filesystem::remove(folder.filePath(browser).toStdString());
+    }
+    qputenv("PATH", path);
 }
 
 TEST_F(QtWindow, CyclesOfOpenLookAndCloseLeaveNoMemoryBehind)
