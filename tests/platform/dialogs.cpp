@@ -93,28 +93,21 @@ TEST_F(DialogTest, RunsUntilItEndsItselfAndDisablesItsOwnerMeanwhile)
     EXPECT_TRUE(isClose(ok.top - strip.top, 201 * unitY));
 }
 
-TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndEnterTheFocusedButtons)
+TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndKeysTheFocusedButtons)
 {
-    onUser = [](HWND dialog) {
-        HWND ok = GetDlgItem(dialog, IDOK);
-        PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
-        SendMessageA(dialog, WM_CLOSE, 0, 0);
-        PostMessageA(ok, WM_KEYDOWN, VK_RETURN, 0);
-    };
-    EXPECT_EQ(Show(), 17);
-    EXPECT_EQ(told, (Lines{"command 2", "command 2", "command 1", "destroy"}));
-}
-
-TEST_F(DialogTest, TheSpaceBarPressesAButton)
-{
-    onUser = [](HWND dialog) {
-        HWND ok = GetDlgItem(dialog, IDOK);
-        SetFocus(ok);
-        PostMessageA(ok, WM_KEYDOWN, VK_SPACE, 0);
-        PostMessageA(ok, WM_KEYDOWN + 1, VK_SPACE, 0); // on Windows the release counts
-    };
-    EXPECT_EQ(Show(), 17);
-    EXPECT_EQ(told, (Lines{"command 1", "destroy"}));
+    for (WPARAM key : {VK_RETURN, VK_SPACE}) {
+        onUser = [key](HWND dialog) {
+            HWND ok = GetDlgItem(dialog, IDOK);
+            SetFocus(ok);
+            PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
+            SendMessageA(dialog, WM_CLOSE, 0, 0);
+            PostMessageA(ok, WM_KEYDOWN, key, 0);
+            PostMessageA(ok, WM_KEYDOWN + 1, key, 0); // on Windows the space bar's release counts
+        };
+        told.clear();
+        EXPECT_EQ(Show(), 17);
+        EXPECT_EQ(told, (Lines{"command 2", "command 2", "command 1", "destroy"})) << key;
+    }
 }
 
 TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)

@@ -1,6 +1,7 @@
 // Dialog templates, both layouts, and what hostile ones may not do.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <variant>
 
 #include "platform/native/user/dialog_template.h"
@@ -51,23 +52,15 @@ TEST(DialogTemplate, BothLayoutsSayTheSame)
     for (const Bytes &bytes : {plain, extended}) {
         DialogTemplate dialog;
         ASSERT_TRUE(ReadDialogTemplate(bytes.data(), bytes.size(), &dialog));
-        EXPECT_EQ(dialog.style, 0x90C000C4u);
-        EXPECT_EQ(dialog.x, 1);
-        EXPECT_EQ(dialog.y, -2);
-        EXPECT_EQ(dialog.width, 240);
-        EXPECT_EQ(dialog.height, 222);
-        EXPECT_EQ(dialog.caption, "About");
-        EXPECT_EQ(dialog.fontHeight, 8);
-        EXPECT_EQ(dialog.fontFace, "MS Sans Serif");
+        EXPECT_EQ(std::tuple(dialog.style, dialog.x, dialog.y, dialog.width, dialog.height),
+                  std::tuple(0x90C000C4u, 1, -2, 240, 222));
+        EXPECT_EQ(std::tuple(dialog.caption, dialog.fontHeight, dialog.fontFace),
+                  std::tuple("About", 8, "MS Sans Serif"));
         ASSERT_EQ(dialog.controls.size(), 2u);
-        EXPECT_EQ(dialog.controls[0].className, "button");
-        EXPECT_EQ(dialog.controls[0].text, "OK");
-        EXPECT_EQ(dialog.controls[0].id, 1);
-        EXPECT_EQ(dialog.controls[0].style, 0x50010300u);
-        EXPECT_EQ(dialog.controls[0].x, 128);
-        EXPECT_EQ(dialog.controls[1].className, "static");
-        EXPECT_EQ(dialog.controls[1].text, "#5");
-        EXPECT_EQ(dialog.controls[1].x, -1);
+        const ControlTemplate &ok = dialog.controls[0], &icon = dialog.controls[1];
+        EXPECT_EQ(std::tuple(ok.className, ok.text, ok.id, ok.style, ok.x),
+                  std::tuple("button", "OK", 1, 0x50010300u, 128));
+        EXPECT_EQ(std::tuple(icon.className, icon.text, icon.x), std::tuple("static", "#5", -1));
     }
 }
 
