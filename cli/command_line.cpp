@@ -3,7 +3,7 @@
 #include "cli/list.h"
 #include "cli/save.h"
 #include "platform/console.h"
-#include "shell/globals.h"
+#include "program/globals.h"
 
 #include <CLI/CLI.hpp>
 #include <sstream>

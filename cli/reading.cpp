@@ -1,11 +1,11 @@
 #include "cli/reading.h"
 
-#include "dialogs/texts.h"
 #include "exe/catalog.h"
 #include "exe/probe.h"
 #include "exe/refusal.h"
 #include "platform/console.h"
 #include "platform/files.h"
+#include "program/texts.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,9 +1,9 @@
 #include "dialogs/about.h"
 
-#include "resources/ids.h"
-#include "shell/globals.h"
-#include "shell/routines.h"
-#include "viewer/dib.h"
+#include "content/dib.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/routines.h"
 #include "viewer/dib_draw.h"
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "dialogs/manual.h"
 
 #include "platform/files.h"
-#include "shell/globals.h"
+#include "program/globals.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "dialogs/message.h"
 
-#include "resources/ids.h"
-#include "shell/globals.h"
-#include "shell/routines.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/routines.h"
 
 static INT_PTR OnInitDialog(HWND dialog, const char *text)
 {

@@ -1,6 +1,6 @@
 #include "exe/pe_reader.h"
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"

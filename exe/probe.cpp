@@ -1,13 +1,13 @@
 #include "exe/probe.h"
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/ne_reader.h"
 #include "exe/pe_reader.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
 #include "platform/files.h"
-#include "resources/ids.h"
+#include "program/ids.h"
 
 #define NE_SIGNATURE 0x454E
 #define PE_SIGNATURE 0x4550

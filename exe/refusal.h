@@ -2,7 +2,7 @@
 // in one plain line. The window keeps it to itself; quillmoor-cli prints it.
 #pragma once
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 
 enum FailureKind {
     FailureNone,

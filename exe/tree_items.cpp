@@ -1,7 +1,7 @@
 #include "exe/tree_items.h"
 
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
 
 #include <cstdio>
 #include <cstring>

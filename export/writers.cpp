@@ -1,8 +1,8 @@
 #include "export/writers.h"
 
-#include "exe/byte_reader.h"
-#include "viewer/dib.h"
-#include "viewer/string_block.h"
+#include "content/byte_reader.h"
+#include "content/dib.h"
+#include "content/string_block.h"
 
 #include <algorithm>
 #include <climits>

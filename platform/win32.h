@@ -25,7 +25,7 @@
 #include "platform/win32/comdlg.h"
 #include "platform/win32/gdi.h"
 #include "platform/win32/kernel.h"
-#include "platform/win32/shell.h"
+#include "platform/win32/shell32.h"
 #include "platform/win32/user.h"
 #include "platform/win32/winmm.h"
 

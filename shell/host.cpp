@@ -1,10 +1,10 @@
 #include "shell/host.h"
 
-#include "dialogs/folders.h"
-#include "dialogs/texts.h"
 #include "platform/files.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/texts.h"
+#include "shell/folders.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 #include "shell/sound.h"
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,11 +2,11 @@
 
 #include "exe/catalog.h"
 #include "platform/files.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/routines.h"
 #include "shell/host.h"
 #include "shell/main_window.h"
-#include "shell/routines.h"
 
 #define CLASS_NAME "Quillmoor"
 

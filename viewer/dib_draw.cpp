@@ -1,6 +1,6 @@
 #include "viewer/dib_draw.h"
 
-#include "viewer/dib.h"
+#include "content/dib.h"
 
 #include <cstdlib>
 

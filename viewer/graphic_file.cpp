@@ -1,6 +1,6 @@
 #include "viewer/graphic_file.h"
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 #include "platform/codec/codec.h"
 #include "platform/files.h"
 

@@ -1,11 +1,11 @@
 #include "viewer/pane.h"
 
+#include "content/dib.h"
+#include "content/string_block.h"
 #include "exe/catalog.h"
-#include "shell/globals.h"
-#include "viewer/dib.h"
+#include "program/globals.h"
 #include "viewer/dib_draw.h"
 #include "viewer/png.h"
-#include "viewer/string_block.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,7 +1,7 @@
 #include "viewer/png.h"
 
+#include "content/dib.h"
 #include "platform/files.h"
-#include "viewer/dib.h"
 #include "viewer/dib_draw.h"
 #include "viewer/graphic_file.h"
 

@@ -1,12 +1,12 @@
 // The dialogs and what the program launches and looks for.
 #include "dialogs/about.h"
-#include "dialogs/folders.h"
 #include "dialogs/manual.h"
 #include "dialogs/message.h"
+#include "shell/folders.h"
 
 #include "platform/files.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
 #include "tests/support/drive.h"
 
 #include <cstring>

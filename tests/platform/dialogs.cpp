@@ -1,5 +1,5 @@
 // Modal dialogs from templates, and the message box.
-#include "resources/ids.h"
+#include "program/ids.h"
 #include "samples/builder/builder.h"
 #include "tests/platform/recorder.h"
 #include "tests/support/temp_folder.h"

@@ -1,5 +1,5 @@
+#include "content/dib.h"
 #include "platform/win32.h"
-#include "viewer/dib.h"
 
 #include <gtest/gtest.h>
 

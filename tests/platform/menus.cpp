@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32.h"
-#include "resources/ids.h"
+#include "program/ids.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #include "platform/win32.h"
 
-#include "resources/ids.h"
+#include "program/ids.h"
 #include "samples/builder/builder.h"
 #include "tests/support/temp_folder.h"
 

@@ -2,10 +2,10 @@
 #include "shell/main_window.h"
 
 #include "exe/catalog.h"
-#include "resources/ids.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/routines.h"
 #include "samples/builder/builder.h"
-#include "shell/globals.h"
-#include "shell/routines.h"
 #include "tests/platform/loops.h"
 #include "tests/support/drive.h"
 

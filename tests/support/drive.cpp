@@ -1,8 +1,8 @@
 #include "tests/support/drive.h"
 
-#include "resources/ids.h"
+#include "program/globals.h"
+#include "program/ids.h"
 #include "samples/builder/builder.h"
-#include "shell/globals.h"
 #include "tests/platform/loops.h"
 #include "tests/support/canvas.h"
 #include "tests/support/temp_folder.h"

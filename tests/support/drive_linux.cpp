@@ -6,7 +6,7 @@
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
-#include "shell/globals.h"
+#include "program/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
 

@@ -1,6 +1,6 @@
 #include "tests/support/drive.h"
 
-#include "shell/globals.h"
+#include "program/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
 

@@ -3,8 +3,8 @@
 
 #include "platform/native/qt/registry.h"
 #include "platform/native/user/queue.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/native/comctl/notify.h"
+#include "platform/native/user/classes.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/visible.h"
@@ -317,3 +318,11 @@ LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lP
     default: return DefWindowProcA(tree, message, wParam, lParam);
     }
 }
+
+namespace
+{
+
+// Whoever has this library has the class.
+[[maybe_unused]] const bool registered = (AddSystemClass(WC_TREEVIEWA, TreeProcedure), true);
+
+} // namespace

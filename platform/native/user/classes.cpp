@@ -3,33 +3,36 @@
 #include <memory>
 #include <strings.h>
 
-#include "platform/native/comctl/tree.h"
 #include "platform/native/user/button.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/static_text.h"
 
 typedef std::vector<std::unique_ptr<WindowClass>> ClassList;
 
-static void AddSystemClass(ClassList &classes, LPCSTR name, WNDPROC procedure)
+static std::unique_ptr<WindowClass> MakeSystemClass(LPCSTR name, WNDPROC procedure)
 {
-    auto added = std::make_unique<WindowClass>();
-    added->name = name;
-    added->style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
-    added->procedure = procedure;
-    added->isSystems = true;
-    classes.push_back(std::move(added));
+    auto made = std::make_unique<WindowClass>();
+    made->name = name;
+    made->style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    made->procedure = procedure;
+    made->isSystems = true;
+    return made;
 }
 
 static ClassList &Classes()
 {
     static ClassList classes;
     if (classes.empty()) {
-        AddSystemClass(classes, WC_TREEVIEWA, TreeProcedure);
-        AddSystemClass(classes, "button", ButtonProcedure);
-        AddSystemClass(classes, "static", StaticProcedure);
-        AddSystemClass(classes, DIALOG_CLASS, DialogWindowProcedure);
+        classes.push_back(MakeSystemClass("button", ButtonProcedure));
+        classes.push_back(MakeSystemClass("static", StaticProcedure));
+        classes.push_back(MakeSystemClass(DIALOG_CLASS, DialogWindowProcedure));
     }
     return classes;
+}
+
+void AddSystemClass(LPCSTR name, WNDPROC procedure)
+{
+    Classes().push_back(MakeSystemClass(name, procedure));
 }
 
 static ClassList::iterator FindPlace(LPCSTR name)

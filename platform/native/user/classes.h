@@ -6,3 +6,7 @@
 
 // A class by its name without case; NULL when there is none.
 WindowClass *FindClass(LPCSTR name);
+
+// Adds a class of a control library; it stays for good. Called before main, as a library that is
+// loaded with the program registers what it brings.
+void AddSystemClass(LPCSTR name, WNDPROC procedure);

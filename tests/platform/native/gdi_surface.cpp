@@ -2,7 +2,7 @@
 #include "platform/native/gdi/device_context.h"
 #include "platform/win32.h"
 
-#include "resources/ids.h"
+#include "program/ids.h"
 
 #include <gtest/gtest.h>
 

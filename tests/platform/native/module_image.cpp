@@ -1,6 +1,6 @@
 #include "platform/native/kernel/module_image.h"
 
-#include "resources/ids.h"
+#include "program/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "viewer/dib.h"
+#include "content/dib.h"
 
 #include "tests/support/dib_kinds.h"
 

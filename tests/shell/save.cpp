@@ -1,9 +1,9 @@
 // The save command, through the window.
-#include "export/save.h"
+#include "shell/save.h"
 
-#include "resources/ids.h"
+#include "program/globals.h"
+#include "program/ids.h"
 #include "samples/builder/builder.h"
-#include "shell/globals.h"
 #include "shell/main_window.h"
 #include "tests/support/drive.h"
 #include "tests/support/temp_folder.h"

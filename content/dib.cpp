@@ -1,7 +1,7 @@
-#include "viewer/dib.h"
+#include "content/dib.h"
 
-#include "exe/byte_reader.h"
-#include "viewer/run_length.h"
+#include "content/byte_reader.h"
+#include "content/run_length.h"
 
 #include <algorithm>
 #include <climits>

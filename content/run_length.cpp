@@ -1,4 +1,4 @@
-#include "viewer/run_length.h"
+#include "content/run_length.h"
 
 // Second byte after a zero.
 enum Escape {

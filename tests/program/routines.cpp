@@ -1,6 +1,6 @@
-#include "shell/routines.h"
+#include "program/routines.h"
 
-#include "shell/globals.h"
+#include "program/globals.h"
 #include "tests/support/drive.h"
 
 struct Routines : ProgramTest {

@@ -1,6 +1,6 @@
 // Starting a program by name, and the desktop's application for a file.
 #include "platform/native/kernel/process.h"
-#include "platform/win32/shell.h"
+#include "platform/win32/shell32.h"
 
 #include <cstring>
 #include <strings.h>

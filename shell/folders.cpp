@@ -1,4 +1,4 @@
-#include "dialogs/folders.h"
+#include "shell/folders.h"
 
 #include "platform/files.h"
 

@@ -1,6 +1,6 @@
-#include "viewer/string_block.h"
+#include "content/string_block.h"
 
-#include "exe/byte_reader.h"
+#include "content/byte_reader.h"
 
 #include <algorithm>
 #include <cstring>

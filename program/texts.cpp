@@ -1,6 +1,6 @@
-#include "dialogs/texts.h"
+#include "program/texts.h"
 
-#include "shell/globals.h"
+#include "program/globals.h"
 
 #include <cstring>
 

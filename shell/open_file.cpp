@@ -1,10 +1,10 @@
-#include "exe/open_file.h"
+#include "shell/open_file.h"
 
 #include "dialogs/message.h"
-#include "dialogs/texts.h"
 #include "exe/catalog.h"
 #include "exe/probe.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/texts.h"
 
 #include <cstdio>
 

@@ -1,10 +1,10 @@
-#include "export/save.h"
+#include "shell/save.h"
 
 #include "dialogs/message.h"
-#include "dialogs/texts.h"
 #include "export/formats.h"
-#include "resources/ids.h"
-#include "shell/globals.h"
+#include "program/globals.h"
+#include "program/ids.h"
+#include "program/texts.h"
 
 #include <algorithm>
 #include <cstdio>

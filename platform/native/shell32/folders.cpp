@@ -1,6 +1,6 @@
 // The user's folder for programs' data.
 #include "platform/native/kernel/paths.h"
-#include "platform/win32/shell.h"
+#include "platform/win32/shell32.h"
 
 #include <cstdlib>
 #include <cstring>

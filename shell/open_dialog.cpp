@@ -1,7 +1,7 @@
-#include "exe/open_dialog.h"
+#include "shell/open_dialog.h"
 
 #include "platform/files.h"
-#include "shell/globals.h"
+#include "program/globals.h"
 
 #include <cstring>
 

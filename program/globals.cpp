@@ -1,0 +1,3 @@
+#include "program/globals.h"
+
+Globals globals;

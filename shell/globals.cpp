@@ -1,3 +1,0 @@
-#include "shell/globals.h"
-
-Globals globals;
