@@ -37,20 +37,20 @@ struct SaveRun {
 
 CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
 {
-    static const std::map<std::string, DWORD> categories = {
-        {"bitmap", CategoryBitmap},
-        {"icon", CategoryIcon},
-        {"string", CategoryString},
-        {"binary", CategoryBinary},
-    };
+    std::map<std::string, DWORD> words;
+    std::string choice;
+    for (const Category &row : categories) {
+        words[row.word] = row.category;
+        choice += (choice.empty() ? "" : "|") + std::string(row.word);
+    }
     CLI::App *save = app.add_subcommand("save", "Save resources as BMP, ICO, TXT, WAV and BIN");
     save->add_option("--output", options->output,
                      "Folder to save to (default: the file's name and .resources, here)")
         ->type_name("DIR");
     save->add_option("--category", options->categories, "Save only this kind; may be repeated")
-        ->type_name("bitmap|icon|string|binary")
+        ->type_name(choice)
         ->allow_extra_args(false)
-        ->transform(CLI::CheckedTransformer(categories, CLI::ignore_case).description(""));
+        ->transform(CLI::CheckedTransformer(words, CLI::ignore_case).description(""));
     save->add_flag("--force", options->force, "Replace files that are there already");
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
     save->add_option("FILE", options->file, "Executable or library")->required();
@@ -66,9 +66,8 @@ static void Fault(SaveRun *run, const std::string &path, const std::string &text
 
 static bool IsWanted(SaveRun *run, const ResourceEntry &entry)
 {
-    const std::vector<DWORD> &categories = run->options->categories;
-    if (!categories.empty() &&
-        std::find(categories.begin(), categories.end(), entry.category) == categories.end())
+    const std::vector<DWORD> &kinds = run->options->categories;
+    if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.category) == kinds.end())
         return false;
     if (run->options->names.empty())
         return true;

@@ -2,15 +2,7 @@
 // its own copy of the resource's bytes. The readers fill it, everything else reads it by index.
 #pragma once
 
-#include "platform/win32.h"
-
-// The kinds that are kept, by the resource type numbers that Windows gives them.
-enum ResourceCategory : DWORD {
-    CategoryBitmap = 2,
-    CategoryIcon = 3,
-    CategoryString = 6,
-    CategoryBinary = 10,
-};
+#include "exe/categories.h"
 
 #define ENTRY_NAME_LENGTH 260
 

@@ -36,22 +36,6 @@ struct PeWalk {
     int stopped;
 };
 
-static const char *const typeNames[17] = {
-    "???_0",        "CURSOR",  "BITMAP",     "ICON",         "MENU",    "DIALOG",
-    "STRING",       "FONTDIR", "FONT",       "ACCELERATORS", "RCDATA",  "MESSAGETABLE",
-    "GROUP_CURSOR", "???_13",  "GROUP_ICON", "???_15",       "VERSION",
-};
-
-static const struct {
-    const char *typeName;
-    DWORD category;
-} keptTypes[] = {
-    {"BITMAP", CategoryBitmap},
-    {"RCDATA", CategoryBinary},
-    {"STRING", CategoryString},
-    {"ICON", CategoryIcon},
-};
-
 static void Fail(PeWalk *walk, FailureKind kind, size_t offset)
 {
     walk->result = 0;
@@ -62,14 +46,6 @@ static void Stop(PeWalk *walk, FailureKind kind, size_t offset)
 {
     Fail(walk, kind, offset);
     walk->stopped = 1;
-}
-
-static void GetResourceTypeName(DWORD type, char *text, size_t size)
-{
-    if (type <= 16)
-        snprintf(text, size, "%s", typeNames[type]);
-    else
-        snprintf(text, size, "%lX", (unsigned long)type);
 }
 
 // Returns 0 when the name string does not lie in the image.
@@ -124,19 +100,14 @@ static void CatalogueResource(PeWalk *walk, DWORD nameField, size_t dataEntry)
 // Makes an integer type the current one, or clears it when it is of no kept kind.
 static void SelectType(PeWalk *walk, DWORD type)
 {
-    char name[ENTRY_NAME_LENGTH + 1];
-    GetResourceTypeName(type, name, sizeof name);
     walk->currentType = NO_TYPE;
     walk->categoryItem = nullptr;
-    for (const auto &kept : keptTypes) {
-        if (strlen(name) == strlen(kept.typeName) &&
-            EqualLetters(name, kept.typeName, strlen(kept.typeName))) {
-            walk->currentType = (LONG)kept.category;
-            walk->categoryItem = AddCategoryItem(walk->tree, kept.category);
-            return;
-        }
+    if (CategoryLabel(type) == nullptr) {
+        NoteOtherType(type);
+        return;
     }
-    NoteOtherType(type);
+    walk->currentType = (LONG)type;
+    walk->categoryItem = AddCategoryItem(walk->tree, type);
 }
 
 // Takes a directory that is none of an integer type: one resource when a kept type is walked.

@@ -8,16 +8,6 @@
 
 TreeImagePair treeImages;
 
-static const struct {
-    DWORD category;
-    const char *label;
-} categoryLabels[] = {
-    {CategoryBitmap, "BITMAP"},
-    {CategoryIcon, "ICON"},
-    {CategoryString, "STRING TABLE"},
-    {CategoryBinary, "BINARY DATA"},
-};
-
 static int AddFolderImage(HIMAGELIST list, int bitmapId)
 {
     HBITMAP bitmap = LoadBitmapA(globals.instance, MAKEINTRESOURCEA(bitmapId));
@@ -61,14 +51,6 @@ HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePa
     insert.item.iSelectedImage = images->selected;
     insert.item.lParam = value;
     return (HTREEITEM)SendMessageA(tree, TVM_INSERTITEM, 0, (LPARAM)&insert);
-}
-
-const char *CategoryLabel(DWORD category)
-{
-    for (const auto &row : categoryLabels)
-        if (row.category == category)
-            return row.label;
-    return nullptr;
 }
 
 HTREEITEM AddCategoryItem(HWND tree, DWORD category)

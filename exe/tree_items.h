@@ -1,4 +1,4 @@
-// The resource tree's items: four category items, under them one item for each catalogued entry.
+// The resource tree's items: category items, under them one item for each catalogued entry.
 // An item's value (its lParam, as a 32-bit number) is the entry's index, -1 for a category item.
 #pragma once
 
@@ -29,9 +29,6 @@ HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePa
 
 // Inserts the category item of a ResourceCategory. Answers as AddTreeItem does.
 HTREEITEM AddCategoryItem(HWND tree, DWORD category);
-
-// The label of a category's item ("BITMAP"), or NULL when the number is no ResourceCategory.
-const char *CategoryLabel(DWORD category);
 
 // Appends an entry, whose data block is filled, to openCatalog and adds its item under its category
 // item. Returns 0 when it could not be appended: the data block is still the caller's.

@@ -42,11 +42,9 @@ int AskSaveFileName(HWND owner, char *name, const char *filters)
 }
 
 // Whether the writer had created the file before it failed with this outcome.
-static int WasCreated(WriteOutcome outcome, const ResourceEntry *entry)
+static int WasCreated(WriteOutcome outcome, const ExportFormat *format)
 {
-    // The writer of string tables asks for its data first.
-    return outcome == WriteShort ||
-           (outcome == WriteDataUnavailable && entry->category != CategoryString);
+    return outcome == WriteShort || (outcome == WriteDataUnavailable && !format->asksDataFirst);
 }
 
 static void ReportFailure(HWND owner, WriteOutcome outcome)
@@ -76,7 +74,7 @@ int SaveResource(HWND owner, const ResourceCatalog *catalog, LONG index)
     const WriteOutcome outcome = format->writeFile(name, &entry);
     if (outcome != WriteDone) {
         ReportFailure(owner, outcome);
-        if (WasCreated(outcome, &entry))
+        if (WasCreated(outcome, format))
             remove(name);
     }
     if (oldCursor != nullptr)

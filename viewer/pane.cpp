@@ -79,7 +79,7 @@ static void PaintIcon(HDC dc, const RECT *rect, const ResourceEntry *entry)
     GlobalUnlock(entry->data);
 }
 
-static void PaintStrings(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
+static void DrawStrings(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
 {
     StringBlock block = {data, size, 0};
     char text[STRING_TEXT_LENGTH + 1];
@@ -109,7 +109,7 @@ static void FormatHexLine(char *line, const BYTE *data, DWORD count)
     line[3 * BYTES_A_LINE + 1 + count] = 0;
 }
 
-static void PaintBytes(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
+static void DrawBytes(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
 {
     char line[4 * BYTES_A_LINE + 2];
     int y = 2;
@@ -124,7 +124,7 @@ static void PaintBytes(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
 }
 
 static void PaintText(HDC dc, const RECT *rect, const ResourceEntry *entry,
-                      void (*paint)(HDC, const RECT *, const BYTE *, DWORD))
+                      void (*draw)(HDC, const RECT *, const BYTE *, DWORD))
 {
     const BYTE *data = (const BYTE *)GlobalLock(entry->data);
     if (data == nullptr)
@@ -132,7 +132,7 @@ static void PaintText(HDC dc, const RECT *rect, const ResourceEntry *entry,
     HFONT font = CreateFontA(13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Courier New");
     HGDIOBJ oldFont = SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
-    paint(dc, rect, data, entry->size);
+    draw(dc, rect, data, entry->size);
     if (oldFont != nullptr)
         SelectObject(dc, oldFont);
     if (font != nullptr)
@@ -140,18 +140,35 @@ static void PaintText(HDC dc, const RECT *rect, const ResourceEntry *entry,
     GlobalUnlock(entry->data);
 }
 
+static void PaintStringTable(HDC dc, const RECT *rect, const ResourceEntry *entry)
+{
+    PaintText(dc, rect, entry, DrawStrings);
+}
+
+static void PaintBinaryData(HDC dc, const RECT *rect, const ResourceEntry *entry)
+{
+    PaintText(dc, rect, entry, DrawBytes);
+}
+
+static constexpr struct {
+    ResourceCategory category;
+    void (*paint)(HDC dc, const RECT *rect, const ResourceEntry *entry);
+} views[] = {
+    {CategoryBitmap, PaintBitmap},
+    {CategoryIcon, PaintIcon},
+    {CategoryString, PaintStringTable},
+    {CategoryBinary, PaintBinaryData},
+};
+static_assert(CoversCategories(views), "each category has a view");
+
 int PaintResource(HDC dc, const RECT *rect, HGLOBAL entries, LONG count, LONG index)
 {
     ResourceEntry entry;
     if (entries == nullptr || count <= 0 || index < 0 || index >= count ||
         !GetEntry(entries, &entry, index))
         return 0;
-    switch (entry.category) {
-    case CategoryBitmap: PaintBitmap(dc, rect, &entry); break;
-    case CategoryIcon: PaintIcon(dc, rect, &entry); break;
-    case CategoryString: PaintText(dc, rect, &entry, PaintStrings); break;
-    case CategoryBinary: PaintText(dc, rect, &entry, PaintBytes); break;
-    default: break;
-    }
+    for (const auto &view : views)
+        if (view.category == entry.category)
+            view.paint(dc, rect, &entry);
     return 1;
 }
