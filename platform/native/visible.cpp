@@ -1,3 +1,3 @@
 #include "platform/native/visible.h"
 
-VisibleHalf visible;
+constinit VisibleHalf visible;

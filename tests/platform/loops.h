@@ -93,16 +93,17 @@ inline void TakeInput(HWND window, bool takes)
 struct Loops {
     Loops()
     {
-        visible = {};
+        visible = noDisplay;
         visible.runEvents = [](bool) {
             ADD_FAILURE() << "a message loop waits for ever";
             PostQuitMessage(99);
+            return true;
         };
     }
 
     ~Loops()
     {
-        visible = {};
+        visible = noDisplay;
     }
 };
 
@@ -117,7 +118,7 @@ struct SizedText {
 
     ~SizedText()
     {
-        visible = {};
+        visible = noDisplay;
     }
 };
 

@@ -62,15 +62,16 @@ static HWND FrontDialog()
     return front;
 }
 
-static void AnswerFrontDialog(bool wait)
+static bool AnswerFrontDialog(bool wait)
 {
     HWND dialog = FrontDialog();
     if (dialog == nullptr || !wait)
-        return;
+        return true;
     HWND text = GetDlgItem(dialog, 101);
     allShown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
     const UINT id = NextAnswer(allShown.back(), IDOK).id;
     SendMessageA(dialog, WM_COMMAND, id, (LPARAM)GetDlgItem(dialog, (int)id));
+    return true;
 }
 
 // As a chooser does: an existing file is replaced when the user confirms it, else the chooser goes
@@ -94,13 +95,14 @@ static bool AnswerChooser(FileChoice *choice)
     }
 }
 
-static void AnswerMenu(HMENU menu, POINT, HWND)
+static bool AnswerMenu(HMENU menu, POINT, HWND)
 {
     std::string items = "menu:";
     for (const MenuItem &item : MenuOf(menu)->items)
         items += item.flags & MF_GRAYED ? " [" + item.text + "]" : " " + item.text;
     allShown.push_back(items);
     ReportMenuClosed(NextAnswer(items, 0).id);
+    return true;
 }
 
 static void TellFrame(HWND window, RECT *around)
@@ -209,11 +211,10 @@ int StartProgram(const std::string &commandLine, const std::string &folder)
     splitPosition = firstSplitPosition;
     commandLineText = commandLine;
     setenv("SDL_AUDIODRIVER", "dummy", 1); // sounds are played and not heard
-    visible = {};
+    visible = noDisplay;
     visible.runEvents = AnswerFrontDialog;
     visible.frameAround = TellFrame;
     visible.screenSize = TellScreen;
-    visible.compose = Compose;
     visible.measureFont = MeasureFont;
     visible.measureText = MeasureText;
     visible.drawText = RecordLine;

@@ -210,13 +210,6 @@ LRESULT SetImages(TreeState *state, HIMAGELIST images)
     return reinterpret_cast<LRESULT>(std::exchange(state->images, images));
 }
 
-// The visible half looks at the items again when it next has to show them.
-void TellChange(HWND tree)
-{
-    if (visible.treeChanged)
-        visible.treeChanged(tree);
-}
-
 void MakeState(HWND tree)
 {
     auto state = std::make_unique<TreeState>();
@@ -299,12 +292,12 @@ LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lP
     }
     switch (message) {
     case TVM_INSERTITEMA:
-        TellChange(tree);
+        visible.treeChanged(tree);
         return reinterpret_cast<LRESULT>(
             InsertItem(state, reinterpret_cast<const TVINSERTSTRUCTA *>(lParam)));
-    case TVM_DELETEITEM: TellChange(tree); return DeleteAll(state);
+    case TVM_DELETEITEM: visible.treeChanged(tree); return DeleteAll(state);
     case TVM_SETIMAGELIST:
-        TellChange(tree);
+        visible.treeChanged(tree);
         return SetImages(state, reinterpret_cast<HIMAGELIST>(lParam));
     case TVM_GETNEXTITEM:
         return reinterpret_cast<LRESULT>(

@@ -7,7 +7,7 @@
 
 static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
 {
-    if (!visible.chooseFile || !parameters->lpstrFile || !parameters->nMaxFile)
+    if (!parameters->lpstrFile || !parameters->nMaxFile)
         return FALSE;
     // The caller's buffer changes only when a file was confirmed.
     std::string path(parameters->lpstrFile);

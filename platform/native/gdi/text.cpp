@@ -11,11 +11,9 @@ namespace
 
 SIZE MeasureLine(const Font &font, LPCSTR text, int count)
 {
-    FontSize size{};
-    if (visible.measureFont != nullptr)
-        visible.measureFont(font, &size);
-    const int width = visible.measureText == nullptr ? 0 : visible.measureText(font, text, count);
-    return {width, size.ascent + size.descent};
+    FontSize size;
+    visible.measureFont(font, &size);
+    return {visible.measureText(font, text, count), size.ascent + size.descent};
 }
 
 void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &clip, LPCSTR text,
@@ -31,7 +29,7 @@ void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &cli
         FillRect(dc, &cell, brush);
         DeleteObject(brush);
     }
-    if (visible.drawText != nullptr && clip.left < clip.right && clip.top < clip.bottom)
+    if (clip.left < clip.right && clip.top < clip.bottom)
         visible.drawText(&context.surface, &clip, font, place.x, place.y,
                          SwapRedBlue(context.textColor), text, count);
 }

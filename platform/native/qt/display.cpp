@@ -51,7 +51,7 @@ QWidget *MakeControl(HWND window, const Window *record)
     return control;
 }
 
-void OnWindowMade(HWND window)
+void MakeWidget(HWND window)
 {
     const Window *record = WindowOf(window);
     if (!record->parent) {
@@ -67,14 +67,6 @@ void OnWindowMade(HWND window)
                              record->rect.bottom - record->rect.top);
         control->hide();
     }
-}
-
-void OnWindowGone(HWND window)
-{
-    QWidget *widget = WidgetOf(window);
-    FrameWidget *frame = FrameShowing(window);
-    if (widget)
-        DropWidget(window, frame ? frame : widget);
 }
 
 void FollowControl(QWidget *control, const Window *record, WindowChange change)
@@ -111,9 +103,13 @@ void FollowFrame(FrameWidget *frame, WindowChange change)
 void OnWindowChanged(HWND window, WindowChange change)
 {
     QWidget *widget = WidgetOf(window);
-    if (!widget)
+    if (change == WindowChange::Made)
+        MakeWidget(window);
+    else if (!widget)
         return;
-    if (change == WindowChange::Focus)
+    else if (change == WindowChange::Gone)
+        DropWidget(window, FrameShowing(window) ? FrameShowing(window) : widget);
+    else if (change == WindowChange::Focus)
         widget->setFocus(Qt::OtherFocusReason);
     else if (FrameWidget *frame = FrameShowing(window))
         FollowFrame(frame, change);
@@ -200,13 +196,14 @@ void OnFlush(HWND window)
         QCoreApplication::sendPostedEvents(widget->window(), QEvent::UpdateRequest);
 }
 
-void OnCompose(HWND window, const PixelSurface *surface)
+bool OnCompose(HWND window, const PixelSurface *surface)
 {
     QWidget *widget = WidgetOf(window);
     if (!widget)
-        return;
+        return false;
     QImage image = ImageOf(*surface);
     widget->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return true;
 }
 
 void OnTreeChanged(HWND window)
@@ -269,9 +266,8 @@ void FillTable()
 {
     visible.runEvents = RunQtEvents;
     visible.wakeUp = WakeQt;
-    visible.windowMade = OnWindowMade;
     visible.windowChanged = OnWindowChanged;
-    visible.windowGone = OnWindowGone;
+    visible.mayRefuseSizes = true;
     visible.frameAround = OnFrameAround;
     visible.screenSize = OnScreenSize;
     visible.cursorChanged = OnCursorChanged;
@@ -324,7 +320,7 @@ void AttachDisplay(int *argc, char **argv)
 void DetachDisplay()
 {
     UnwatchEndSignals();
-    visible = {};
+    visible = noDisplay;
     afterQtEvents = nullptr;
     DeleteDropped();
     application.reset();

@@ -69,13 +69,13 @@ void OpenFirstMenu(QMenuBar *bar)
     first->menu()->setActiveAction(first->menu()->actions().value(0));
 }
 
-void ShowPopupMenu(HMENU menu, POINT place, HWND owner)
+bool ShowPopupMenu(HMENU menu, POINT place, HWND owner)
 {
     QWidget *client = WidgetOf(owner);
     const Window *record = WindowOf(owner);
     if (!client || !record) {
         ReportMenuClosed(0);
-        return;
+        return true;
     }
     auto *shown = new QMenu(client->window());
     shown->setAccessibleName(QStringLiteral("Context menu"));
@@ -95,6 +95,7 @@ void ShowPopupMenu(HMENU menu, POINT place, HWND owner)
     shown->popup(client->mapToGlobal(QPoint(place.x - origin.x, place.y - origin.y)));
     if (!shown->isVisible())
         ReportMenuClosed(0);
+    return true;
 }
 
 void ClosePopupMenu()

@@ -15,5 +15,5 @@ void FollowMenu(HWND window, QMenuBar *bar);
 void OpenFirstMenu(QMenuBar *bar);
 
 // Entries of the visible half's table.
-void ShowPopupMenu(HMENU menu, POINT place, HWND owner);
+bool ShowPopupMenu(HMENU menu, POINT place, HWND owner);
 void ClosePopupMenu();

@@ -52,7 +52,7 @@ void WakeQt()
     QCoreApplication::postEvent(&waker, new QEvent(QEvent::User));
 }
 
-void RunQtEvents(bool wait)
+bool RunQtEvents(bool wait)
 {
     // Widgets that went are deleted where no event of theirs can be under way.
     if (depth == 0)
@@ -68,4 +68,5 @@ void RunQtEvents(bool wait)
     ownLoopLevel = levelBefore;
     if (afterQtEvents)
         afterQtEvents();
+    return true;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 // Entries of the visible half's table.
-void RunQtEvents(bool wait);
+bool RunQtEvents(bool wait);
 void WakeQt();
 
 // Called after each step, and before painting: what the quiet half left to be taken in.

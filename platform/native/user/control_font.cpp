@@ -1,15 +1,13 @@
 #include "platform/native/user/control_font.h"
 
 #include "platform/native/user/window_table.h"
-#include "platform/native/visible.h"
 #include "platform/win32/gdi.h"
 
 void TakeFont(HWND control, WPARAM font)
 {
     Window *record = WindowOf(control);
     record->font = reinterpret_cast<HFONT>(font);
-    if (visible.windowChanged && !record->isMessageOnly)
-        visible.windowChanged(control, WindowChange::Text);
+    TellChange(record, WindowChange::Text);
     InvalidateRect(control, nullptr, TRUE);
 }
 

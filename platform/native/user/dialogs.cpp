@@ -7,7 +7,6 @@
 #include "platform/native/user/painting.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/text_lines.h"
-#include "platform/native/visible.h"
 #include "platform/win32/gdi.h"
 #include "platform/win32/kernel.h"
 
@@ -164,8 +163,8 @@ LRESULT CALLBACK DialogWindowProcedure(HWND dialog, UINT message, WPARAM wParam,
 INT_PTR RunDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, DLGPROC procedure,
                   LPARAM parameter)
 {
-    // With a quit request waiting, or nobody to answer, there is nothing to show it for.
-    if ((owner && !WindowOf(owner)) || IsQuitting() || !visible.runEvents)
+    // With a quit request waiting there is nothing to show it for.
+    if ((owner && !WindowOf(owner)) || IsQuitting())
         return 0;
     const HFONT font = MakeFont(plan);
     const HWND dialog = MakeDialog(plan, instance, owner, font);

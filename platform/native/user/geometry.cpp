@@ -10,12 +10,6 @@
 // Height of a menu bar that nobody shows.
 constexpr LONG hiddenMenuHeight = 20;
 
-static void TellChange(const Window *window, WindowChange change)
-{
-    if (visible.windowChanged && !window->isMessageOnly)
-        visible.windowChanged(window->self, change);
-}
-
 static bool IsSame(const SIZE &a, const SIZE &b)
 {
     return a.cx == b.cx && a.cy == b.cy;
@@ -24,8 +18,7 @@ static bool IsSame(const SIZE &a, const SIZE &b)
 RECT FrameAround(const Window *window)
 {
     RECT around = {0, window->menu ? hiddenMenuHeight : 0, 0, 0};
-    if (visible.frameAround && !window->isMessageOnly)
-        visible.frameAround(window->self, &around);
+    visible.frameAround(window->self, &around);
     return around;
 }
 
@@ -72,7 +65,7 @@ void ReportRect(HWND window, const RECT &outer, const RECT &around)
 static bool MayAsk(Window *window, const SIZE &wanted)
 {
     const SIZE given = ClientSizeOf(window);
-    if (IsSame(given, wanted) || !window->wasShown || !visible.windowChanged)
+    if (IsSame(given, wanted) || !window->wasShown || !visible.mayRefuseSizes)
         return true;
     for (const SIZE &asked : window->askedFrom) {
         if (IsSame(asked, given)) {

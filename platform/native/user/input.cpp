@@ -3,7 +3,6 @@
 #include "platform/native/user/pictures.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
-#include "platform/native/visible.h"
 
 static HWND focus = nullptr;
 static HWND capture = nullptr;
@@ -78,8 +77,8 @@ HWND WINAPI SetFocus(HWND window)
         return nullptr;
     const HWND before = window == focus ? focus : ChangeFocus(window);
     record = WindowOf(window);
-    if (record && focus == window && visible.windowChanged && !record->isMessageOnly)
-        visible.windowChanged(window, WindowChange::Focus);
+    if (record && focus == window)
+        TellChange(record, WindowChange::Focus);
     return before;
 }
 

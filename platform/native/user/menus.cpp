@@ -112,11 +112,9 @@ bool Holds(HMENU menu, HMENU wanted)
 
 void TellOwners(HMENU menu)
 {
-    if (!visible.windowChanged)
-        return;
     for (HWND window : TopLevelWindows())
         if (Holds(WindowOf(window)->menu, menu))
-            visible.windowChanged(window, WindowChange::Menu);
+            TellChange(WindowOf(window), WindowChange::Menu);
 }
 
 } // namespace
@@ -196,19 +194,21 @@ void ReportMenuClosed(UINT id)
 
 BOOL WINAPI TrackPopupMenu(HMENU menu, UINT, int x, int y, int, HWND owner, const RECT *)
 {
-    if (!MenuOf(menu) || !WindowOf(owner) || !visible.showMenu || isMenuOpen)
+    if (!MenuOf(menu) || !WindowOf(owner) || isMenuOpen)
         return FALSE;
     isMenuOpen = true;
     chosenId = 0;
-    visible.showMenu(menu, {x, y}, owner);
+    if (!visible.showMenu(menu, {x, y}, owner)) {
+        isMenuOpen = false;
+        return FALSE;
+    }
     while (isMenuOpen) {
         MSG message;
         const Taken taken = WaitForMessage(&message);
         if (taken == Taken::Message)
             DispatchMessageA(&message);
         if (taken == Taken::Quit || !WindowOf(owner)) {
-            if (visible.closeMenu)
-                visible.closeMenu();
+            visible.closeMenu();
             isMenuOpen = false;
             chosenId = 0;
         }

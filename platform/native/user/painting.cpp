@@ -99,7 +99,7 @@ void LosePixels(HWND window)
 static bool FitPixels(const Window *window, WindowPixels *pixels)
 {
     const SIZE size = ClientSizeOf(window);
-    const double ratio = visible.ratio ? visible.ratio(window->self) : 1;
+    const double ratio = visible.ratio(window->self);
     PixelSurface &surface = pixels->surface;
     if (surface.pixels && surface.width == size.cx && surface.height == size.cy &&
         surface.ratio == ratio)
@@ -116,19 +116,13 @@ static bool FitPixels(const Window *window, WindowPixels *pixels)
 
 // --- overlay ---
 
-static void TellOverlay(const Window *window)
-{
-    if (visible.overlayChanged)
-        visible.overlayChanged(window->self);
-}
-
 void DropOverlay(Window *window)
 {
     if (window->overlay.covered.empty())
         return;
     LosePixels(window->self);
     window->overlay = {};
-    TellOverlay(window);
+    visible.overlayChanged(window->self);
 }
 
 // On every overlay that lies above.
@@ -137,7 +131,7 @@ void UncoverPart(Window *window, RECT part)
     for (; window; window = WindowOf(window->parent)) {
         if (!window->overlay.covered.empty()) {
             Subtract(&window->overlay.covered, part);
-            TellOverlay(window);
+            visible.overlayChanged(window->self);
         }
         part = Moved(part, window->rect.left + window->around.left,
                      window->rect.top + window->around.top);
@@ -180,9 +174,7 @@ static void CoverAll(Window *window)
     const RECT all = ClientRectOf(window);
     WindowPixels composed = {};
     FitPixels(window, &composed);
-    if (visible.compose)
-        visible.compose(window->self, &composed.surface);
-    else
+    if (!visible.compose(window->self, &composed.surface))
         ComposeKept(window, composed.surface, {0, 0});
     if (FitPixels(window, &window->overlay.pixels))
         window->overlay.covered.clear();
@@ -219,8 +211,8 @@ int WINAPI ReleaseDC(HWND window, HDC dc)
         return 1;
     const RECT all = ClientRectOf(record);
     if (!record->children.empty())
-        TellOverlay(record);
-    else if (visible.painted)
+        visible.overlayChanged(window);
+    else
         visible.painted(window, &all);
     return 1;
 }
@@ -251,7 +243,7 @@ BOOL WINAPI InvalidateRect(HWND window, const RECT *part, BOOL erase)
     if (!record)
         return FALSE;
     MarkInvalid(record, part ? *part : ClientRectOf(record), erase);
-    if (!waiting.empty() && visible.wakeUp)
+    if (!waiting.empty())
         visible.wakeUp();
     return TRUE;
 }
@@ -297,7 +289,7 @@ BOOL WINAPI UpdateWindow(HWND window)
     if (!WindowOf(window))
         return FALSE;
     PaintNow(window);
-    if (visible.flush && WindowOf(window))
+    if (WindowOf(window))
         visible.flush(window);
     return TRUE;
 }
@@ -315,8 +307,7 @@ static RECT TakeInvalid(Window *window)
 static void TellPainted(Window *window, const RECT &part)
 {
     UncoverPart(window, part);
-    if (visible.painted)
-        visible.painted(window->self, &part);
+    visible.painted(window->self, &part);
 }
 
 Painting::Painting(HWND painted) : dc(nullptr), part(), window(painted)

@@ -215,8 +215,7 @@ static HCURSOR &Shown()
 HCURSOR WINAPI SetCursor(HCURSOR cursor)
 {
     const HCURSOR before = std::exchange(Shown(), cursor);
-    if (visible.cursorChanged)
-        visible.cursorChanged(cursor);
+    visible.cursorChanged(cursor);
     return before;
 }
 

@@ -11,12 +11,6 @@ static std::deque<MSG> inputs;
 static bool isQuitting = false;
 static int quitCode = 0;
 
-static void WakeUp()
-{
-    if (visible.wakeUp)
-        visible.wakeUp();
-}
-
 static bool TakePosted(MSG *message)
 {
     while (!posted.empty()) {
@@ -82,10 +76,7 @@ Taken WaitForMessage(MSG *message)
     const Taken taken = TakeMessage(message);
     if (taken != Taken::Nothing)
         return taken;
-    if (!visible.runEvents)
-        return Taken::Quit;
-    visible.runEvents(true);
-    return Taken::Nothing;
+    return visible.runEvents(true) ? Taken::Nothing : Taken::Quit;
 }
 
 void DispatchWaiting()
@@ -98,7 +89,7 @@ void DispatchWaiting()
 void AddInput(const MSG &message)
 {
     inputs.push_back(message);
-    WakeUp();
+    visible.wakeUp();
 }
 
 bool IsQuitting()
@@ -111,7 +102,7 @@ BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     if (!WindowOf(window))
         return FALSE;
     posted.push_back({window, message, wParam, lParam, {}});
-    WakeUp();
+    visible.wakeUp();
     return TRUE;
 }
 
@@ -140,7 +131,7 @@ void WINAPI PostQuitMessage(int exitCode)
 {
     isQuitting = true;
     quitCode = exitCode;
-    WakeUp();
+    visible.wakeUp();
 }
 
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

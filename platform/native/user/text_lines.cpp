@@ -4,9 +4,8 @@
 
 static FontSize SizeOf(const Font &font)
 {
-    FontSize size = {11, 2, 6};
-    if (visible.measureFont)
-        visible.measureFont(font, &size);
+    FontSize size;
+    visible.measureFont(font, &size);
     return size;
 }
 
@@ -23,9 +22,7 @@ int AverageWidth(const Font &font)
 
 static int PieceWidth(const Font &font, const std::string &piece)
 {
-    const int length = static_cast<int>(piece.size());
-    return visible.measureText ? visible.measureText(font, piece.data(), length)
-                               : length * SizeOf(font).averageWidth;
+    return visible.measureText(font, piece.data(), static_cast<int>(piece.size()));
 }
 
 std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line)

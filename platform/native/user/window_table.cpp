@@ -66,6 +66,12 @@ bool IsInside(HWND window, HWND ancestor)
     return window && window == ancestor;
 }
 
+void TellChange(const Window *window, WindowChange change)
+{
+    if (!window->isMessageOnly)
+        visible.windowChanged(window->self, change);
+}
+
 SIZE ClientSizeOf(const Window *window)
 {
     const RECT &rect = window->rect, &around = window->around;

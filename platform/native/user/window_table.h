@@ -44,7 +44,6 @@ struct Window {
     HWND self;
     WindowClass *windowClass;
     DWORD style;
-    DWORD extendedStyle;
     HWND parent;                // of a child, else NULL
     HWND owner;                 // of a window that is no child, or NULL
     std::vector<HWND> children; // in the order they were made
@@ -98,6 +97,9 @@ Window *FrameOf(Window *window);
 
 // Whether a window is another or lies in it.
 bool IsInside(HWND window, HWND ancestor);
+
+// Tells the visible half what happened to a window, unless that is below HWND_MESSAGE.
+void TellChange(const Window *window, WindowChange change);
 
 SIZE ClientSizeOf(const Window *window);
 

@@ -48,9 +48,9 @@ static HMENU LoadClassMenu(const WindowClass *windowClass)
                : LoadMenuResource(windowClass->instance, windowClass->menuName.c_str());
 }
 
-HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, DWORD style, int x,
-                            int y, int width, int height, HWND parent, HMENU menuOrId,
-                            HINSTANCE instance, LPVOID)
+HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, int x, int y,
+                            int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
+                            LPVOID)
 {
     WindowClass *windowClass = FindClass(className);
     const bool needsParent = (style & WS_CHILD) || (parent && parent != HWND_MESSAGE);
@@ -65,7 +65,6 @@ HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, 
     // It is shown when it is whole.
     const bool isVisible = style & WS_VISIBLE;
     window->style = style & ~static_cast<DWORD>(WS_VISIBLE);
-    window->extendedStyle = extendedStyle;
     window->text = text ? text : "";
     window->instance = instance;
     JoinFamily(window, parent);
@@ -74,11 +73,9 @@ HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, 
     else
         window->menu = menuOrId ? menuOrId : LoadClassMenu(windowClass);
     SetFirstRect(window, x, y, width, height);
-    if (visible.windowMade && !window->isMessageOnly) {
-        visible.windowMade(handle);
-        if (!window->parent)
-            window->around = FrameAround(window);
-    }
+    TellChange(window, WindowChange::Made);
+    if (!window->parent)
+        window->around = FrameAround(window);
     SendMessageA(handle, WM_CREATE, 0, 0);
     if (!IsSizedWhenShown(style))
         TellSize(handle);
@@ -118,8 +115,7 @@ static void FreeWindow(HWND window)
     ForgetInput(window);
     LosePixels(window);
     DestroyMenu(record->menu);
-    if (visible.windowGone && !record->isMessageOnly)
-        visible.windowGone(window);
+    TellChange(record, WindowChange::Gone);
     record->windowClass->windows--;
     RemoveWindow(window);
 }
@@ -156,8 +152,7 @@ BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text)
     if (!record)
         return FALSE;
     record->text = text ? text : "";
-    if (visible.windowChanged && !record->isMessageOnly)
-        visible.windowChanged(window, WindowChange::Text);
+    TellChange(record, WindowChange::Text);
     if (record->parent)
         InvalidateRect(window, nullptr, TRUE);
     return TRUE;
@@ -221,8 +216,7 @@ BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC procedure, LPARAM paramete
 
 int WINAPI GetSystemMetrics(int index)
 {
-    SIZE screen = {1024, 768};
-    if (visible.screenSize)
-        visible.screenSize(&screen);
+    SIZE screen;
+    visible.screenSize(&screen);
     return index == SM_CXSCREEN ? screen.cx : index == SM_CYSCREEN ? screen.cy : 0;
 }

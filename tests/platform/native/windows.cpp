@@ -19,7 +19,7 @@ struct NativeWindow : MessageTest {
     NativeWindow()
     {
         told.clear();
-        visible = {};
+        visible = noDisplay;
     }
 
     HWND MakePane(int x, int width)
@@ -45,6 +45,7 @@ TEST_F(NativeWindow, AManagerIsAskedOnceForEachSizeThatItGives)
         return 0;
     };
     questions = 0;
+    visible.mayRefuseSizes = true;
     visible.windowChanged = [](HWND changed, WindowChange change) {
         const RECT &wanted = WindowOf(changed)->rect;
         if (change != WindowChange::Rect || wanted.right - wanted.left != 300)
@@ -198,9 +199,10 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
     HMENU menu = CreatePopupMenu();
     AppendMenuA(menu, MF_ENABLED, 103, "&Play");
-    visible.runEvents = [](bool) { ReportMenuClosed(103); };
+    visible.runEvents = [](bool) { return ReportMenuClosed(103), true; };
     visible.showMenu = [](HMENU, POINT place, HWND) {
         told.push_back("shown at " + std::to_string(place.x) + "," + std::to_string(place.y));
+        return true;
     };
     EXPECT_TRUE(TrackPopupMenu(menu, 0, 30, 40, 0, window, nullptr));
     EXPECT_EQ(told, Lines{"shown at 30,40"});
@@ -209,7 +211,7 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 
     // It goes with the program.
     visible.closeMenu = [] { told.push_back("closed"); };
-    visible.runEvents = [](bool) { PostQuitMessage(0); };
+    visible.runEvents = [](bool) { return PostQuitMessage(0), true; };
     TrackPopupMenu(menu, 0, 1, 2, 0, window, nullptr);
     EXPECT_EQ(told.back(), "closed");
     MSG message;
