@@ -1,5 +1,6 @@
 #include "content/dib.h"
 
+#include "content/block.h"
 #include "content/byte_reader.h"
 #include "content/run_length.h"
 
@@ -243,7 +244,10 @@ void SetDibPixel(void *dib, LONG x, LONG y, DWORD value)
         WritePixel((BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount, value);
 }
 
-HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
+// Makes a block as CreateDib does, and leaves it locked. Returns the address of its header, NULL on
+// failure.
+static BYTE *CreateLockedDib(LONG width, LONG height, const BYTE *palette, WORD bitCount,
+                             HGLOBAL *dib)
 {
     if (width <= 0 || height <= 0 || !IsDrawnBitCount(bitCount) ||
         (Bytes)width > MOST_PICTURE_PIXELS / (Bytes)height)
@@ -258,13 +262,9 @@ HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
     header.biSizeImage = (DWORD)(DibStride(width, bitCount) * (Bytes)height);
     header.biClrUsed = header.biClrImportant = FullColorCount(bitCount);
     SIZE_T size = sizeof header + 4 * header.biClrUsed + header.biSizeImage;
-    HGLOBAL dib = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
-    BYTE *data = dib != nullptr ? (BYTE *)GlobalLock(dib) : nullptr;
-    if (data == nullptr) {
-        if (dib != nullptr)
-            GlobalFree(dib);
+    BYTE *data = (BYTE *)AllocateLocked(size, dib);
+    if (data == nullptr)
         return nullptr;
-    }
     memcpy(data, &header, sizeof header);
     BYTE *colors = data + sizeof header;
     for (DWORD i = 0; palette != nullptr && i < header.biClrUsed; i++) {
@@ -272,6 +272,14 @@ HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
         colors[4 * i + 1] = palette[3 * i + 1];
         colors[4 * i + 2] = palette[3 * i];
     }
+    return data;
+}
+
+HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
+{
+    HGLOBAL dib;
+    if (CreateLockedDib(width, height, palette, bitCount, &dib) == nullptr)
+        return nullptr;
     GlobalUnlock(dib);
     return dib;
 }
@@ -289,18 +297,14 @@ DWORD BlendOverWhite(DWORD value)
 HGLOBAL FlattenOverWhite(const void *source, int isIcon)
 {
     PixelRows from = RowsOf(source, isIcon);
-    HGLOBAL dib = CreateDib(from.width, from.height, nullptr, 24);
-    if (dib == nullptr)
+    HGLOBAL dib;
+    BYTE *data = CreateLockedDib(from.width, from.height, nullptr, 24, &dib);
+    if (data == nullptr)
         return nullptr;
-    void *data = GlobalLock(dib);
-    if (data == nullptr) {
-        GlobalFree(dib);
-        return nullptr;
-    }
     PixelRows to = RowsOf(data, 0);
     for (LONG y = 0; y < from.height; y++) {
         const BYTE *fromRow = (const BYTE *)source + RowOffset(&from, y);
-        BYTE *toRow = (BYTE *)data + RowOffset(&to, y);
+        BYTE *toRow = data + RowOffset(&to, y);
         for (size_t x = 0; x < (size_t)from.width; x++)
             WritePixel(toRow, x, 24, BlendOverWhite(ReadPixel(fromRow, x, from.bitCount)));
     }
@@ -312,14 +316,10 @@ HGLOBAL CopyIconMask(const void *icon)
 {
     static const BYTE blackAndWhite[] = {0, 0, 0, 255, 255, 255};
     PixelRows from = RowsOf(icon, 1);
-    HGLOBAL dib = CreateDib(from.width, from.height, blackAndWhite, 1);
-    if (dib == nullptr)
+    HGLOBAL dib;
+    BYTE *data = CreateLockedDib(from.width, from.height, blackAndWhite, 1, &dib);
+    if (data == nullptr)
         return nullptr;
-    BYTE *data = (BYTE *)GlobalLock(dib);
-    if (data == nullptr) {
-        GlobalFree(dib);
-        return nullptr;
-    }
     PixelRows to = RowsOf(data, 0);
     size_t mask = from.start + from.stride * (size_t)from.height;
     memcpy(data + to.start, (const BYTE *)icon + mask, to.stride * (size_t)to.height);
@@ -331,14 +331,10 @@ HGLOBAL CopyIconColors(const void *icon)
 {
     PixelRows from = RowsOf(icon, 1);
     size_t size = from.start + from.stride * (size_t)from.height;
-    HGLOBAL dib = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
-    if (dib == nullptr)
+    HGLOBAL dib;
+    BYTE *data = (BYTE *)AllocateLocked(size, &dib);
+    if (data == nullptr)
         return nullptr;
-    BYTE *data = (BYTE *)GlobalLock(dib);
-    if (data == nullptr) {
-        GlobalFree(dib);
-        return nullptr;
-    }
     memcpy(data, icon, size);
     if (HeaderOf(icon).headerSize == CORE_HEADER_SIZE) {
         WORD height = (WORD)from.height;

@@ -1,15 +1,11 @@
 #include "exe/catalog.h"
 
+#include "content/block.h"
 #include "content/byte_reader.h"
 
 #include <algorithm>
 
 ResourceCatalog openCatalog;
-
-HGLOBAL AllocateData(DWORD size)
-{
-    return GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size == 0 ? 1 : size);
-}
 
 unsigned long long KeptBytesLimit(unsigned long long fileLength)
 {
@@ -18,25 +14,22 @@ unsigned long long KeptBytesLimit(unsigned long long fileLength)
 
 int AppendEntry(ResourceCatalog *catalog, const ResourceEntry *entry)
 {
-    const SIZE_T bytes = ((SIZE_T)catalog->count + 1) * sizeof(ResourceEntry);
-    HGLOBAL entries = catalog->entries == nullptr
-                          ? GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes)
-                          : GlobalReAlloc(catalog->entries, bytes, GMEM_MOVEABLE | GMEM_ZEROINIT);
-    if (entries == nullptr)
-        return 0;
-    ResourceEntry *records = (ResourceEntry *)GlobalLock(entries);
-    if (records == nullptr) {
-        // A block that is new with this call would break the rule that an empty catalogue has none.
-        if (catalog->entries == nullptr)
-            GlobalFree(entries);
-        else
-            catalog->entries = entries;
-        return 0;
+    ResourceEntry *records;
+    if (catalog->entries == nullptr) {
+        records = (ResourceEntry *)AllocateLocked(sizeof *records, &catalog->entries);
+    } else {
+        const SIZE_T bytes = ((SIZE_T)catalog->count + 1) * sizeof *records;
+        HGLOBAL grown = GlobalReAlloc(catalog->entries, bytes, GMEM_MOVEABLE | GMEM_ZEROINIT);
+        if (grown == nullptr)
+            return 0;
+        catalog->entries = grown;
+        records = (ResourceEntry *)GlobalLock(grown);
     }
-    catalog->entries = entries;
+    if (records == nullptr)
+        return 0;
     records[catalog->count] = *entry;
     catalog->count++;
-    GlobalUnlock(entries);
+    GlobalUnlock(catalog->entries);
     return 1;
 }
 

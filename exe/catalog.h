@@ -26,10 +26,6 @@ struct ResourceCatalog {
 // The catalogue of the open file.
 extern ResourceCatalog openCatalog;
 
-// Makes the data block of a resource of `size` bytes, zero-filled. One byte is allocated when size
-// is 0, so that every block can be locked. The caller frees it. NULL when there is no memory.
-HGLOBAL AllocateData(DWORD size);
-
 // How many bytes the kept resources of a file may have together: a file that names the same data
 // over and over must not fill the memory.
 unsigned long long KeptBytesLimit(unsigned long long fileLength);

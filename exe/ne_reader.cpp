@@ -1,5 +1,6 @@
 #include "exe/ne_reader.h"
 
+#include "content/block.h"
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/refusal.h"
@@ -55,11 +56,8 @@ static int KeepData(NeTable *table, ResourceEntry *entry, HTREEITEM categoryItem
         return 0;
     }
     table->keptBytesLeft -= entry->size;
-    entry->data = AllocateData(entry->size);
-    BYTE *bytes = (BYTE *)GlobalLock(entry->data);
+    BYTE *bytes = (BYTE *)AllocateLocked(entry->size, &entry->data);
     if (bytes == nullptr) {
-        if (entry->data != nullptr)
-            GlobalFree(entry->data);
         NoteFailure(FailureMemory, entry->fileOffset);
         return 0;
     }

@@ -1,5 +1,6 @@
 #include "exe/pe_reader.h"
 
+#include "content/block.h"
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/refusal.h"
@@ -225,18 +226,18 @@ int ReadPeResources(HWND tree, FILE *file)
         return 0;
     }
     const size_t size = (size_t)length;
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
-    BYTE *bytes = (BYTE *)GlobalLock(block);
-    int result = 0;
-    if (bytes == nullptr)
+    HGLOBAL block;
+    BYTE *bytes = (BYTE *)AllocateLocked(size, &block);
+    if (bytes == nullptr) {
         NoteFailure(FailureMemory, 0);
-    else if (fread(bytes, 1, size, file) != size)
+        return 0;
+    }
+    int result = 0;
+    if (fread(bytes, 1, size, file) != size)
         NoteFailure(FailureUnreadable, 0);
     else
         result = WalkImage(tree, bytes, size);
-    if (bytes != nullptr)
-        GlobalUnlock(block);
-    if (block != nullptr)
-        GlobalFree(block);
+    GlobalUnlock(block);
+    GlobalFree(block);
     return result;
 }

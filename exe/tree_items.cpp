@@ -1,5 +1,6 @@
 #include "exe/tree_items.h"
 
+#include "content/block.h"
 #include "program/globals.h"
 #include "program/ids.h"
 
@@ -79,16 +80,14 @@ int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
 
 int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes)
 {
-    entry->data = AllocateData(entry->size);
-    BYTE *copy = (BYTE *)GlobalLock(entry->data);
-    if (copy != nullptr) {
-        memcpy(copy, bytes, entry->size);
-        ProbeWave(entry, copy);
-        GlobalUnlock(entry->data);
-        if (AddEntry(tree, categoryItem, entry))
-            return 1;
-    }
-    if (entry->data != nullptr)
-        GlobalFree(entry->data);
+    BYTE *copy = (BYTE *)AllocateLocked(entry->size, &entry->data);
+    if (copy == nullptr)
+        return 0;
+    memcpy(copy, bytes, entry->size);
+    ProbeWave(entry, copy);
+    GlobalUnlock(entry->data);
+    if (AddEntry(tree, categoryItem, entry))
+        return 1;
+    GlobalFree(entry->data);
     return 0;
 }

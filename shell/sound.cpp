@@ -1,5 +1,6 @@
 #include "shell/sound.h"
 
+#include "content/block.h"
 #include "content/byte_reader.h"
 
 #include <algorithm>
@@ -12,23 +13,19 @@ static const void *soundAddress;
 static int soundIsCopy; // the block is not the catalogue's
 
 // The player trusts the size that the RIFF header gives. Many old writers store 8 too many, so such
-// a sound is played from a copy that tells its size truly. Returns NULL when there is no memory.
-static HGLOBAL CopyWithTrueSize(const BYTE *data, DWORD size)
+// a sound is played from a copy that tells its size truly. Stores the copy, locked, and returns its
+// address; both are NULL when there is no memory.
+static const void *CopyWithTrueSize(const BYTE *data, DWORD size, HGLOBAL *copy)
 {
     DWORD copySize = std::max<DWORD>(size, RIFF_HEADER_SIZE);
-    HGLOBAL copy = AllocateData(copySize);
-    BYTE *to = copy != nullptr ? (BYTE *)GlobalLock(copy) : nullptr;
-    if (to == nullptr) {
-        if (copy != nullptr)
-            GlobalFree(copy);
+    BYTE *to = (BYTE *)AllocateLocked(copySize, copy);
+    if (to == nullptr)
         return nullptr;
-    }
     memcpy(to, data, size);
     DWORD rest = copySize - 8;
     for (int i = 0; i < 4; i++)
         to[4 + i] = (BYTE)(rest >> 8 * i);
-    GlobalUnlock(copy);
-    return copy;
+    return to;
 }
 
 static int TellsTrueSize(const BYTE *data, DWORD size)
@@ -47,8 +44,7 @@ void PlaySoundEntry(const ResourceEntry *entry)
     soundAddress = data;
     soundIsCopy = !TellsTrueSize(data, entry->size);
     if (soundIsCopy) {
-        soundBlock = CopyWithTrueSize(data, entry->size);
-        soundAddress = soundBlock != nullptr ? GlobalLock(soundBlock) : nullptr;
+        soundAddress = CopyWithTrueSize(data, entry->size, &soundBlock);
         GlobalUnlock(entry->data);
     }
     if (soundAddress != nullptr)

@@ -1,3 +1,4 @@
+#include "content/block.h"
 #include "exe/tree_items.h"
 #include "tests/support/reading.h"
 
@@ -52,7 +53,8 @@ TEST(Catalog, GrowsByAppendingAndIsEmptyAfterRelease)
     EXPECT_EQ(GetEntry(catalog.entries, &read, 0), 0);
     for (DWORD i = 0; i < 3; i++) {
         entry.size = i;
-        entry.data = AllocateData(i);
+        ASSERT_NE(AllocateLocked(i, &entry.data), nullptr);
+        GlobalUnlock(entry.data);
         ASSERT_EQ(AppendEntry(&catalog, &entry), 1);
     }
     EXPECT_EQ(catalog.count, 3);

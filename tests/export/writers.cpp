@@ -1,3 +1,4 @@
+#include "content/block.h"
 #include "export/formats.h"
 #include "samples/builder/pictures.h"
 #include "samples/builder/texts.h"
@@ -13,8 +14,7 @@ static ResourceEntry MakeEntry(DWORD category, const char *name, const Bytes &by
     ResourceEntry entry = {};
     entry.category = category;
     entry.size = (DWORD)bytes.size();
-    entry.data = AllocateData(entry.size);
-    std::copy(bytes.begin(), bytes.end(), (BYTE *)GlobalLock(entry.data));
+    std::copy(bytes.begin(), bytes.end(), (BYTE *)AllocateLocked(entry.size, &entry.data));
     ProbeWave(&entry, bytes.data());
     GlobalUnlock(entry.data);
     strcpy(entry.name, name);

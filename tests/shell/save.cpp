@@ -88,7 +88,7 @@ TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
         ResourceCatalog broken = {};
         ResourceEntry entry;
         ASSERT_EQ(GetEntry(openCatalog.entries, &entry, c.index), 1);
-        entry.data = AllocateData(1);
+        entry.data = GlobalAlloc(GMEM_MOVEABLE, 1);
         ASSERT_EQ(AppendEntry(&broken, &entry), 1);
         GlobalFree(entry.data);
         const std::string path = TestFile("target", {9});
@@ -133,7 +133,7 @@ TEST_F(Save, WithoutAnEntryOrAFormatNothingIsShown)
     ResourceCatalog other = {};
     ResourceEntry entry = {};
     EXPECT_EQ(AppendEntry(&other, &entry), 1); // no data
-    entry.data = AllocateData(1);
+    entry.data = GlobalAlloc(GMEM_MOVEABLE, 1);
     entry.category = 4;
     EXPECT_EQ(AppendEntry(&other, &entry), 1);
     EXPECT_EQ(SaveResource(globals.mainWindow, &other, 0), 0);

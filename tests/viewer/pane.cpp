@@ -1,6 +1,7 @@
 // The display pane's drawings: pictures by their pixels, text by the lines that were written.
 #include "viewer/pane.h"
 
+#include "content/block.h"
 #include "exe/catalog.h"
 #include "samples/builder/builder.h"
 #include "tests/support/canvas.h"
@@ -35,8 +36,7 @@ struct PaneTest : testing::Test {
         ResourceEntry entry = {};
         entry.category = category;
         entry.size = (DWORD)data.size();
-        entry.data = AllocateData(entry.size);
-        std::copy(data.begin(), data.end(), (BYTE *)GlobalLock(entry.data));
+        std::copy(data.begin(), data.end(), (BYTE *)AllocateLocked(entry.size, &entry.data));
         GlobalUnlock(entry.data);
         ASSERT_EQ(AppendEntry(&catalog, &entry), 1);
     }
