@@ -3,16 +3,13 @@
 #include "content/block.h"
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
+#include "exe/pe_headers.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
 #include "platform/files.h"
 
 #include <algorithm>
-#include <cstring>
 
-#define PE_SIGNATURE 0x4550
-#define PE_HEADERS_SIZE 248
-#define SECTION_HEADER_SIZE 40
 #define DIRECTORY_SIZE 16
 #define DIRECTORY_ENTRY_SIZE 8
 #define DATA_ENTRY_SIZE 16
@@ -168,28 +165,14 @@ static void WalkResourceDirectory(PeWalk *walk, size_t directory, int level, DWO
     }
 }
 
-// Finds a section by its name, letters compared without case; sets the walk's delta and start.
-// The section table is taken to follow an optional header of the PE32 size. Returns 0 when there
-// is none.
-static int FindSection(const char *name, size_t headers, PeWalk *walk)
+// Notes why an image has no section named .rsrc.
+static void NoteNoSection(ByteReader image, size_t headers)
 {
-    ByteReader reader = walk->image;
-    const int count = ReadU16(&reader, headers + 6);
-    char wanted[8] = {};
-    memcpy(wanted, name, std::min<size_t>(strlen(name), 8));
-    for (int i = 0; i < count; i++) {
-        const size_t header = headers + PE_HEADERS_SIZE + (size_t)i * SECTION_HEADER_SIZE;
-        const BYTE *bytes = BytesAt(&reader, header, SECTION_HEADER_SIZE);
-        if (bytes == nullptr)
-            return 0;
-        const size_t compared = std::min<size_t>(strlen(name) + 1, 8);
-        if (EqualLetters(bytes, wanted, compared)) {
-            walk->sectionStart = ReadU32(&reader, header + 20);
-            walk->delta = (DWORD)walk->sectionStart - ReadU32(&reader, header + 12);
-            return 1;
-        }
-    }
-    return 0;
+    PeSection section;
+    if (Is64BitImage(image, headers))
+        NoteFailure(Failure64Bit, headers);
+    else
+        NoteMissingSection(FindResourceSection(image, headers, &section) ? section.name : nullptr);
 }
 
 static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
@@ -203,17 +186,18 @@ static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
     walk.entriesLeft = std::max<size_t>(1000000, size / 4);
     walk.keptBytesLeft = KeptBytesLimit(size);
 
-    ByteReader reader = walk.image;
-    const size_t headers = ReadU32(&reader, 60);
-    BytesAt(&reader, headers, PE_HEADERS_SIZE);
-    if (ReadU32(&reader, headers) != PE_SIGNATURE) {
+    size_t headers;
+    PeSection section;
+    if (!FindPeHeaders(walk.image, &headers)) {
         NoteFailure(FailureHeaders, headers);
         return 0;
     }
-    if (!FindSection(".rsrc", headers, &walk)) {
-        NoteMissingSection(walk.image, headers);
+    if (!FindSection(walk.image, headers, ".rsrc", &section)) {
+        NoteNoSection(walk.image, headers);
         return 0;
     }
+    walk.sectionStart = section.fileOffset;
+    walk.delta = section.fileOffset - section.address;
     WalkResourceDirectory(&walk, walk.sectionStart, 0, 0);
     return walk.result;
 }

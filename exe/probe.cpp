@@ -3,6 +3,7 @@
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/ne_reader.h"
+#include "exe/pe_headers.h"
 #include "exe/pe_reader.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
@@ -10,7 +11,6 @@
 #include "program/ids.h"
 
 #define NE_SIGNATURE 0x454E
-#define PE_SIGNATURE 0x4550
 
 static int TooLarge(FILE *file)
 {

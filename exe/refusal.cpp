@@ -95,31 +95,6 @@ static void NoteDetail(const BYTE *letters, size_t length)
     noted.detail[i] = 0;
 }
 
-// The name of the section that the image's resource directory lies in. Unlike the search by name
-// this goes by the size that the optional header states.
-static void NoteResourceSection(ByteReader image, size_t headers)
-{
-    const size_t optional = headers + 24;
-    const DWORD directoryCount = ReadU32(&image, optional + 92);
-    const DWORD address = ReadU32(&image, optional + 112);
-    const size_t table = optional + ReadU16(&image, headers + 20);
-    const int count = ReadU16(&image, headers + 6);
-    if (image.failed || directoryCount < 3 || address == 0)
-        return;
-    for (int i = 0; i < count; i++) {
-        const size_t header = table + (size_t)i * 40;
-        const DWORD length = ReadU32(&image, header + 8);
-        const DWORD start = ReadU32(&image, header + 12);
-        const BYTE *name = BytesAt(&image, header, 40);
-        if (name == nullptr)
-            return;
-        if (address >= start && address - start < length) {
-            NoteDetail(name, 8);
-            return;
-        }
-    }
-}
-
 void NoteNewHeader(const BYTE signature[2], unsigned long long offset)
 {
     if (noted.kind != FailureNone)
@@ -129,14 +104,13 @@ void NoteNewHeader(const BYTE signature[2], unsigned long long offset)
         NoteDetail(signature, 2);
 }
 
-void NoteMissingSection(ByteReader image, size_t headers)
+void NoteMissingSection(const BYTE *other)
 {
-    const int first = noted.kind == FailureNone;
-    ByteReader reader = image;
-    const int is64Bit = ReadU16(&reader, headers + 24) == 0x20B;
-    NoteFailure(is64Bit ? Failure64Bit : FailureNoSection, headers);
-    if (first && !is64Bit)
-        NoteResourceSection(image, headers);
+    if (noted.kind != FailureNone)
+        return;
+    NoteFailure(FailureNoSection, 0);
+    if (other != nullptr)
+        NoteDetail(other, 8);
 }
 
 void NoteOtherTypeName(const char *name)

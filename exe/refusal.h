@@ -2,7 +2,7 @@
 // in one plain line. The window keeps it to itself; quillmoor-cli prints it.
 #pragma once
 
-#include "content/byte_reader.h"
+#include "platform/win32.h"
 
 enum FailureKind {
     FailureNone,
@@ -34,9 +34,9 @@ void NoteFailure(FailureKind kind, unsigned long long offset);
 // Notes a new header that is neither NE nor PE, with its first two bytes.
 void NoteNewHeader(const BYTE signature[2], unsigned long long offset);
 
-// Notes that an image has no section named .rsrc where it is looked for, and finds out why: a
-// 64-bit image, or resources in a section of another name. headers is the offset of its PE headers.
-void NoteMissingSection(ByteReader image, size_t headers);
+// Notes that an image has no section named .rsrc. other is the 8-byte name, padded with bytes of 0,
+// of the section that its resources are in, or NULL when there is none.
+void NoteMissingSection(const BYTE *other);
 
 // Notes a resource type that is not kept, by its number or its name (code page, cut at 40 bytes).
 void NoteOtherType(DWORD type);

@@ -1,0 +1,32 @@
+// The headers of a file in the Portable Executable layout (Microsoft's PE format), and its
+// sections. `headers` is the file offset at which they begin, which the MZ header tells.
+#pragma once
+
+#include "content/byte_reader.h"
+
+#define PE_SIGNATURE 0x4550 // "PE", after which two bytes of 0 follow
+#define SECTION_NAME_LENGTH 8
+
+struct PeSection {
+    BYTE name[SECTION_NAME_LENGTH]; // padded with bytes of 0, which may be none
+    DWORD address;                  // relative virtual address
+    DWORD length;                   // bytes in memory
+    DWORD fileOffset;               // of its bytes in the file
+};
+
+// Stores where the PE headers of an image begin. Returns 0 when they do not lie whole in the image
+// or do not begin with the signature.
+int FindPeHeaders(ByteReader image, size_t *headers);
+
+// Whether the headers are a 64-bit image's.
+int Is64BitImage(ByteReader image, size_t headers);
+
+// Finds the first section of a name, letters compared without case. The section table is taken to
+// follow an optional header of the 32-bit size, whatever size is stated. Returns 0 when there is
+// none before the image's end.
+int FindSection(ByteReader image, size_t headers, const char *name, PeSection *section);
+
+// Finds the section that the image's resource directory lies in, whatever its name. Unlike
+// FindSection this goes by the size that is stated for the optional header. Returns 0 when the
+// image tells of no resources, or there is no such section before its end.
+int FindResourceSection(ByteReader image, size_t headers, PeSection *section);
