@@ -3,13 +3,13 @@
 #include "content/block.h"
 #include "content/byte_reader.h"
 #include "content/run_length.h"
+#include "platform/picture_limit.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstring>
 
 #define CORE_HEADER_SIZE 12
-#define INFO_HEADER_SIZE 40
 
 typedef unsigned long long Bytes; // sizes from a file: sums and products pass 32 bits
 
@@ -40,7 +40,7 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
     header->imageSize = ReadU32(&bytes, 20);
     header->colorCount = ReadU32(&bytes, 32);
     header->colorSize = 4;
-    BytesAt(&bytes, 0, INFO_HEADER_SIZE);
+    BytesAt(&bytes, 0, sizeof(BITMAPINFOHEADER));
     if (!bytes.failed && header->colorCount == 0)
         header->colorCount = FullColorCount(header->bitCount);
     return !bytes.failed;
@@ -50,7 +50,7 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
 static DibHeader HeaderOf(const void *dib)
 {
     DibHeader header;
-    ReadDibHeader(dib, INFO_HEADER_SIZE, &header);
+    ReadDibHeader(dib, sizeof(BITMAPINFOHEADER), &header);
     return header;
 }
 
@@ -61,7 +61,9 @@ unsigned long long DibPixelStart(const DibHeader *header)
 
 DWORD DibMaskSize(const DibHeader *header)
 {
-    return header->headerSize == INFO_HEADER_SIZE && header->compression == BI_BITFIELDS ? 12 : 0;
+    return header->headerSize == sizeof(BITMAPINFOHEADER) && header->compression == BI_BITFIELDS
+               ? 12
+               : 0;
 }
 
 unsigned long long DibStride(LONG width, WORD bitCount)
@@ -83,7 +85,7 @@ static int IsDrawnBitCount(WORD bitCount)
 // Whether the compressed pixels, room bytes at data, end inside the block.
 static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
 {
-    WORD bitCount = header->compression == BI_RLE8 ? 8 : 4;
+    const WORD bitCount = header->compression == BI_RLE8 ? 8 : 4;
     // The system takes imageSize bytes of run-length data without looking at them.
     return header->bitCount == bitCount && header->height > 0 && header->imageSize <= room &&
            RunsEnd(data, room, bitCount);
@@ -91,14 +93,14 @@ static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
 
 static int PixelsFit(const DibHeader *header, const BYTE *data, Bytes room, int isIcon)
 {
-    Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
+    const Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
     if (height == 0 || (Bytes)header->width > MOST_PICTURE_PIXELS / height)
         return 0;
     if (isIcon && (header->height < 0 || header->compression != BI_RGB))
         return 0;
     if (header->compression == BI_RLE8 || header->compression == BI_RLE4)
         return RunsFit(header, data, (size_t)room);
-    int hasFields = header->bitCount == 16 || header->bitCount == 32;
+    const int hasFields = header->bitCount == 16 || header->bitCount == 32;
     if (header->compression != BI_RGB && !(header->compression == BI_BITFIELDS && hasFields))
         return 0;
     Bytes row = DibStride(header->width, header->bitCount);
@@ -113,9 +115,9 @@ int PictureFits(const void *data, DWORD size, int isIcon)
     if (!ReadDibHeader(data, size, &header) || header.width <= 0 ||
         !IsDrawnBitCount(header.bitCount))
         return 0;
-    if (header.headerSize != CORE_HEADER_SIZE && header.headerSize < INFO_HEADER_SIZE)
+    if (header.headerSize != CORE_HEADER_SIZE && header.headerSize < sizeof(BITMAPINFOHEADER))
         return 0;
-    Bytes start = DibPixelStart(&header) + DibMaskSize(&header);
+    const Bytes start = DibPixelStart(&header) + DibMaskSize(&header);
     return start <= size &&
            PixelsFit(&header, (const BYTE *)data + (size_t)start, size - start, isIcon);
 }
@@ -124,7 +126,7 @@ int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCoun
 {
     DibHeader header = {};
     const void *data = dib != nullptr ? GlobalLock(dib) : nullptr;
-    int whole = data != nullptr && ReadDibHeader(data, size, &header);
+    const int whole = data != nullptr && ReadDibHeader(data, size, &header);
     if (data != nullptr)
         GlobalUnlock(dib);
     if (!whole)
@@ -140,7 +142,7 @@ int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCoun
 
 static LONG CenterLength(LONG from, LONG to, LONG length)
 {
-    long long space = (long long)to - from - length;
+    const long long space = (long long)to - from - length;
     return from + (LONG)(space > 0 ? space / 2 : 0);
 }
 
@@ -161,7 +163,7 @@ struct PixelRows {
 
 static PixelRows RowsOf(const void *dib, int isIcon)
 {
-    DibHeader header = HeaderOf(dib);
+    const DibHeader header = HeaderOf(dib);
     return {(size_t)DibPixelStart(&header), (size_t)DibStride(header.width, header.bitCount),
             header.width, isIcon ? header.height / 2 : header.height, header.bitCount};
 }
@@ -221,7 +223,7 @@ static void WritePixel(BYTE *row, size_t x, WORD bitCount, DWORD value)
 
 static DWORD GetPixelOf(const void *dib, LONG x, LONG y, int isIcon)
 {
-    PixelRows rows = RowsOf(dib, isIcon);
+    const PixelRows rows = RowsOf(dib, isIcon);
     if (!HasPixel(&rows, x, y))
         return NO_PIXEL;
     return ReadPixel((const BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount);
@@ -239,7 +241,7 @@ DWORD GetIconPixel(const void *icon, LONG x, LONG y)
 
 void SetDibPixel(void *dib, LONG x, LONG y, DWORD value)
 {
-    PixelRows rows = RowsOf(dib, 0);
+    const PixelRows rows = RowsOf(dib, 0);
     if (HasPixel(&rows, x, y))
         WritePixel((BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount, value);
 }
@@ -261,7 +263,7 @@ static BYTE *CreateLockedDib(LONG width, LONG height, const BYTE *palette, WORD 
     header.biCompression = BI_RGB;
     header.biSizeImage = (DWORD)(DibStride(width, bitCount) * (Bytes)height);
     header.biClrUsed = header.biClrImportant = FullColorCount(bitCount);
-    SIZE_T size = sizeof header + 4 * header.biClrUsed + header.biSizeImage;
+    const SIZE_T size = sizeof header + 4 * header.biClrUsed + header.biSizeImage;
     BYTE *data = (BYTE *)AllocateLocked(size, dib);
     if (data == nullptr)
         return nullptr;
@@ -286,22 +288,22 @@ HGLOBAL CreateDib(LONG width, LONG height, const BYTE *palette, WORD bitCount)
 
 DWORD BlendOverWhite(DWORD value)
 {
-    DWORD alpha = value >> 24;
-    DWORD white = 255 - alpha;
-    DWORD red = (value & 0xFF) * alpha / 255 + white;
-    DWORD green = (value >> 8 & 0xFF) * alpha / 255 + white;
-    DWORD blue = (value >> 16 & 0xFF) * alpha / 255 + white;
+    const DWORD alpha = value >> 24;
+    const DWORD white = 255 - alpha;
+    const DWORD red = (value & 0xFF) * alpha / 255 + white;
+    const DWORD green = (value >> 8 & 0xFF) * alpha / 255 + white;
+    const DWORD blue = (value >> 16 & 0xFF) * alpha / 255 + white;
     return red | green << 8 | blue << 16;
 }
 
 HGLOBAL FlattenOverWhite(const void *source, int isIcon)
 {
-    PixelRows from = RowsOf(source, isIcon);
+    const PixelRows from = RowsOf(source, isIcon);
     HGLOBAL dib;
     BYTE *data = CreateLockedDib(from.width, from.height, nullptr, 24, &dib);
     if (data == nullptr)
         return nullptr;
-    PixelRows to = RowsOf(data, 0);
+    const PixelRows to = RowsOf(data, 0);
     for (LONG y = 0; y < from.height; y++) {
         const BYTE *fromRow = (const BYTE *)source + RowOffset(&from, y);
         BYTE *toRow = data + RowOffset(&to, y);
@@ -315,13 +317,13 @@ HGLOBAL FlattenOverWhite(const void *source, int isIcon)
 HGLOBAL CopyIconMask(const void *icon)
 {
     static const BYTE blackAndWhite[] = {0, 0, 0, 255, 255, 255};
-    PixelRows from = RowsOf(icon, 1);
+    const PixelRows from = RowsOf(icon, 1);
     HGLOBAL dib;
     BYTE *data = CreateLockedDib(from.width, from.height, blackAndWhite, 1, &dib);
     if (data == nullptr)
         return nullptr;
-    PixelRows to = RowsOf(data, 0);
-    size_t mask = from.start + from.stride * (size_t)from.height;
+    const PixelRows to = RowsOf(data, 0);
+    const size_t mask = from.start + from.stride * (size_t)from.height;
     memcpy(data + to.start, (const BYTE *)icon + mask, to.stride * (size_t)to.height);
     GlobalUnlock(dib);
     return dib;
@@ -329,8 +331,8 @@ HGLOBAL CopyIconMask(const void *icon)
 
 HGLOBAL CopyIconColors(const void *icon)
 {
-    PixelRows from = RowsOf(icon, 1);
-    size_t size = from.start + from.stride * (size_t)from.height;
+    const PixelRows from = RowsOf(icon, 1);
+    const size_t size = from.start + from.stride * (size_t)from.height;
     HGLOBAL dib;
     BYTE *data = (BYTE *)AllocateLocked(size, &dib);
     if (data == nullptr)

@@ -9,9 +9,6 @@
 
 #include "platform/win32.h"
 
-// A picture of more pixels is not drawn.
-#define MOST_PICTURE_PIXELS 64000000ull
-
 // What a header says, whichever of its two layouts it has. Absent fields are 0.
 struct DibHeader {
     DWORD headerSize;  // bytes; 12 for the old layout

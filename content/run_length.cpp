@@ -11,15 +11,15 @@ int RunsEnd(const BYTE *data, size_t size, WORD bitCount)
 {
     size_t at = 0;
     while (size - at >= 2) {
-        BYTE count = data[at];
-        BYTE code = data[at + 1];
+        const BYTE count = data[at];
+        const BYTE code = data[at + 1];
         at += 2;
         if (count != 0 || code == EndOfLine)
             continue;
         if (code == EndOfBitmap)
             return 1;
         // Literal runs are padded to 16 bits.
-        size_t length = code == Delta ? 2 : ((size_t)code * bitCount + 15) / 16 * 2;
+        const size_t length = code == Delta ? 2 : ((size_t)code * bitCount + 15) / 16 * 2;
         if (length > size - at)
             return 0;
         at += length;

@@ -6,8 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#define PATH_LENGTH 260
-#define ESCAPED_LENGTH 520
+#define ESCAPED_LENGTH (2 * MAX_PATH)
 #define ADDRESS_LENGTH 1043
 #define ANCHOR_LENGTH 523
 
@@ -23,9 +22,9 @@ static const char failureText[] =
 
 char *ProgramFilePath(const char *relativeName)
 {
-    static char path[PATH_LENGTH + 1];
+    static char path[MAX_PATH + 1];
     strcpy(path, globals.programDirectory);
-    if (EndWithSeparator(path, sizeof path) && strlen(path) + strlen(relativeName) <= PATH_LENGTH)
+    if (EndWithSeparator(path, sizeof path) && strlen(path) + strlen(relativeName) <= MAX_PATH)
         strcat(path, relativeName);
     else
         path[0] = 0;
@@ -79,7 +78,7 @@ static int StartBrowser(HWND owner, const char *address)
 static int StartAssociated(const char *document)
 {
     char application[MAX_PATH];
-    char commandLine[MAX_PATH + 1 + PATH_LENGTH + 1];
+    char commandLine[MAX_PATH + 1 + MAX_PATH + 1];
     if ((INT_PTR)FindExecutableA(document, "", application) <= 32)
         return 0;
     if (snprintf(commandLine, sizeof commandLine, "%s %s", application, document) >=

@@ -13,6 +13,6 @@ int OpenInBrowser(HWND owner, const char *document, const char *anchor);
 
 // The path of a file below the program's directory, and a text with every space as "%20". Each
 // returns one shared buffer of its own, which its next call overwrites; the empty text when the
-// result would pass 260 or 520 characters.
+// result would pass MAX_PATH or twice MAX_PATH bytes.
 char *ProgramFilePath(const char *relativeName);
 char *EscapeSpaces(const char *text);

@@ -58,7 +58,7 @@ void ReleaseCatalog(ResourceCatalog *catalog)
 
 LONG ProbeWave(ResourceEntry *entry, const BYTE *data)
 {
-    entry->isWave =
-        entry->size >= 12 && EqualLetters(data, "RIFF", 4) && EqualLetters(data + 8, "WAVE", 4);
+    entry->isWave = entry->size >= WAVE_HEADER_SIZE && EqualLetters(data, "RIFF", 4) &&
+                    EqualLetters(data + 8, "WAVE", 4);
     return entry->isWave;
 }

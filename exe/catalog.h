@@ -5,6 +5,7 @@
 #include "exe/categories.h"
 
 #define ENTRY_NAME_LENGTH 260
+#define WAVE_HEADER_SIZE 12 // "RIFF", the size of what follows these 8 bytes, "WAVE"
 
 // One kept resource. A plain record, copied by value; copies share the data block.
 struct ResourceEntry {
@@ -43,5 +44,5 @@ int GetEntry(HGLOBAL entries, ResourceEntry *entry, LONG index);
 void ReleaseCatalog(ResourceCatalog *catalog);
 
 // Sets and returns entry->isWave: whether data, of entry->size bytes, begins with "RIFF", any four
-// bytes and "WAVE", letters compared without case. Fewer than twelve bytes are not WAVE.
+// bytes and "WAVE", letters compared without case. Fewer than WAVE_HEADER_SIZE bytes are not WAVE.
 LONG ProbeWave(ResourceEntry *entry, const BYTE *data);

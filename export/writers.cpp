@@ -10,7 +10,6 @@
 
 #define BMP_HEADER_SIZE 14
 #define ICO_HEADER_SIZE 22
-#define DIB_IMAGE_HEADER_SIZE 40
 
 // Puts a little-endian value of size bytes.
 static void PutValue(BYTE *at, unsigned long value, int size)
@@ -41,7 +40,7 @@ static void FillIconPicture(BYTE *header, const BYTE *data, DWORD size)
 {
     DibHeader dib;
     ReadDibHeader(data, size, &dib);
-    if (dib.headerSize != DIB_IMAGE_HEADER_SIZE)
+    if (dib.headerSize != sizeof(BITMAPINFOHEADER))
         return;
     header[6] = (BYTE)dib.width;
     header[7] = (BYTE)(dib.height / 2);

@@ -33,10 +33,10 @@ void CenterOnScreen(HWND window)
 {
     RECT rect = {};
     GetWindowRect(window, &rect);
-    int width = rect.right - rect.left;
-    int height = rect.bottom - rect.top;
-    int x = (GetSystemMetrics(SM_CXSCREEN) - width) / 2;
-    int y = (GetSystemMetrics(SM_CYSCREEN) - height) / 2;
+    const int width = rect.right - rect.left;
+    const int height = rect.bottom - rect.top;
+    const int x = (GetSystemMetrics(SM_CXSCREEN) - width) / 2;
+    const int y = (GetSystemMetrics(SM_CYSCREEN) - height) / 2;
     SetWindowPos(window, HWND_TOP, x, y, width, height, SWP_NOSIZE);
 }
 

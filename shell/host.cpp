@@ -8,19 +8,18 @@
 
 #include <cstring>
 
-#define PATH_SIZE 260
 #define HOST_FILE "VLXPRO.EXE"
 
 // Stores the host module's folder: the one that the settings name, else the current one. Returns 0
 // for a folder that does not fit: cut, it would be another.
 static int FindHostFolder(char *folder)
 {
-    char found[PATH_SIZE + 1];
+    char found[MAX_PATH + 1];
     DWORD length = GetPrivateProfileStringA("Vellumax", "ApplicationPath", "", found, sizeof found,
                                             UserSettingsPath("VLXPRO30.INI"));
     if (length == 0)
         length = GetCurrentDirectoryA(sizeof found, found);
-    if (length >= PATH_SIZE)
+    if (length >= MAX_PATH)
         return 0;
     memcpy(folder, found, length);
     folder[length] = 0;
@@ -30,8 +29,8 @@ static int FindHostFolder(char *folder)
 // Stores the host module's path, or the empty text when it does not fit.
 static void FindHostPath(char *path)
 {
-    if (FindHostFolder(path) && EndWithSeparator(path, PATH_SIZE) &&
-        strlen(path) + sizeof HOST_FILE <= PATH_SIZE)
+    if (FindHostFolder(path) && EndWithSeparator(path, MAX_PATH) &&
+        strlen(path) + sizeof HOST_FILE <= MAX_PATH)
         strcat(path, HOST_FILE);
     else
         path[0] = 0;
@@ -46,7 +45,7 @@ static void ReportMissingHost()
 
 void LoadHostModule()
 {
-    char path[PATH_SIZE];
+    char path[MAX_PATH];
     FindHostPath(path);
     if (GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES)
         ReportMissingHost();

@@ -44,7 +44,7 @@ static int FormatTitle(char *title, const char *name)
 void SetMainTitle(const char *name)
 {
     char title[TITLE_SIZE];
-    int length = FormatTitle(title, name);
+    const int length = FormatTitle(title, name);
     if (length >= TITLE_SIZE) {
         char shortened[TITLE_SIZE];
         const char *end = name + (length - TITLE_SIZE + 1) + strlen("...");
@@ -68,9 +68,9 @@ void SetNoFileTitle()
 
 static void LayOutChildren(HWND window)
 {
-    LONG width = GetClientWidth(window);
-    LONG height = GetClientHeight(window);
-    LONG paneLeft = splitPosition + SPLITTER_MARGIN;
+    const LONG width = GetClientWidth(window);
+    const LONG height = GetClientHeight(window);
+    const LONG paneLeft = splitPosition + SPLITTER_MARGIN;
     MoveWindow(GetDlgItem(window, IDC_TREE), 0, 0, splitPosition - SPLITTER_MARGIN, height, TRUE);
     MoveWindow(GetDlgItem(window, IDC_PANE), paneLeft, 0, width - paneLeft, height, TRUE);
 }
@@ -108,7 +108,7 @@ static void ApplyMenuStates(HWND window)
 {
     ResourceEntry entry;
     HMENU menu = GetMenu(window);
-    int isWave = GetSelectedEntry(&entry) && entry.isWave != 0;
+    const int isWave = GetSelectedEntry(&entry) && entry.isWave != 0;
     EnableMenuItem(menu, IDM_SAVE_AS, selectedIndex != -1 ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, IDM_PLAY, isWave ? MF_ENABLED : MF_GRAYED);
 }
@@ -243,7 +243,7 @@ static void DrawDragBar(HWND window)
     HBRUSH brush = CreatePatternBrush(bitmap);
     HGDIOBJ oldBrush = SelectObject(dc, brush);
     HGDIOBJ oldPen = SelectObject(dc, GetStockObject(NULL_PEN));
-    int oldMode = SetROP2(dc, R2_XORPEN);
+    const int oldMode = SetROP2(dc, R2_XORPEN);
     if (lastBar != NO_BAR)
         XorBar(dc, lastBar, &client);
     lastBar = splitPosition;
@@ -269,9 +269,9 @@ static LRESULT OnMouseMove(HWND window, WPARAM wParam, LPARAM lParam)
         return DefWindowProcA(window, WM_MOUSEMOVE, wParam, lParam);
     if (LOWORD(lParam) == splitPosition)
         return 0;
-    int16_t half = (int16_t)(GetClientWidth(window) / 2);
+    const int16_t half = (int16_t)(GetClientWidth(window) / 2);
     // Left of the window the coordinate is negative.
-    int16_t x = (int16_t)LOWORD(lParam);
+    const int16_t x = (int16_t)LOWORD(lParam);
     splitPosition = std::max<LONG>(std::min(half, x), LEAST_SPLIT_POSITION);
     DrawDragBar(window);
     return 0;
@@ -294,7 +294,7 @@ static void OnDragEnd(HWND window)
 // Appends an item that is gray when the main menu's is.
 static void AppendAsInMainMenu(HMENU menu, HWND window, UINT id, const char *text)
 {
-    UINT state = GetMenuState(GetMenu(window), id, MF_BYCOMMAND);
+    const UINT state = GetMenuState(GetMenu(window), id, MF_BYCOMMAND);
     AppendMenuA(menu, state & MF_GRAYED, id, text);
 }
 

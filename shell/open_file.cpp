@@ -13,10 +13,10 @@ int ProbeAndRead(HWND tree, const char *path)
     FILE *file = fopen(path, "rb");
     if (file == nullptr)
         return 0;
-    ProbeOutcome outcome = ProbeFile(tree, file);
+    const ProbeOutcome outcome = ProbeFile(tree, file);
     fclose(file);
     UINT ids[2];
-    int count = ProbeMessageIds(outcome, openCatalog.count, ids);
+    const int count = ProbeMessageIds(outcome, openCatalog.count, ids);
     for (int i = 0; i < count; i++)
         ShowMessage(globals.mainWindow, LoadMessageText(ids[i]));
     return outcome == ProbeRead && openCatalog.count > 0;

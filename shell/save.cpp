@@ -10,13 +10,11 @@
 #include <cstdio>
 #include <cstring>
 
-#define NAME_SIZE 260
-
 // Forms the name that is offered: the entry's, cut so that the extension stays whole.
 static void FormDefaultName(char *name, const ExportFormat *format, const ResourceEntry *entry)
 {
     const char *extension = format->defaultName + strlen("%s");
-    const size_t room = NAME_SIZE - 1 - strlen(extension);
+    const size_t room = MAX_PATH - 1 - strlen(extension);
     const size_t length = std::min(strlen(entry->name), room);
     memcpy(name, entry->name, length);
     strcpy(name + length, extension);
@@ -24,7 +22,7 @@ static void FormDefaultName(char *name, const ExportFormat *format, const Resour
 
 int AskSaveFileName(HWND owner, char *name, const char *filters)
 {
-    char title[NAME_SIZE] = "";
+    char title[MAX_PATH] = "";
     OPENFILENAMEA request = {};
     request.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
     request.hwndOwner = owner;
@@ -32,7 +30,7 @@ int AskSaveFileName(HWND owner, char *name, const char *filters)
     request.lpstrFilter = filters;
     request.nFilterIndex = 1;
     request.lpstrFile = name;
-    request.nMaxFile = NAME_SIZE;
+    request.nMaxFile = MAX_PATH;
     request.lpstrFileTitle = title;
     request.nMaxFileTitle = sizeof title;
     request.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY;
@@ -60,7 +58,7 @@ static void ReportFailure(HWND owner, WriteOutcome outcome)
 int SaveResource(HWND owner, const ResourceCatalog *catalog, LONG index)
 {
     ResourceEntry entry;
-    char name[NAME_SIZE];
+    char name[MAX_PATH];
     if (index < 0 || index >= catalog->count || !GetEntry(catalog->entries, &entry, index) ||
         entry.data == nullptr)
         return 0;

@@ -9,7 +9,7 @@
 // entry, its category has no format, or the user cancelled.
 int SaveResource(HWND owner, const ResourceCatalog *catalog, LONG index);
 
-// Asks the user for the name to save under. name holds 260 bytes: the name that is offered, then
-// the confirmed one. filters are pairs of description and pattern, ended by an empty text; the
+// Asks the user for the name to save under. name holds MAX_PATH bytes: the name that is offered,
+// then the confirmed one. filters are pairs of description and pattern, ended by an empty text; the
 // first is selected. Replacing a file is confirmed by the user. Returns 0 when none was confirmed.
 int AskSaveFileName(HWND owner, char *name, const char *filters);

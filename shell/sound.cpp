@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cstring>
 
-#define RIFF_HEADER_SIZE 12 // "RIFF", the size of what follows these 8 bytes, "WAVE"
-
 static HGLOBAL soundBlock;
 static const void *soundAddress;
 static int soundIsCopy; // the block is not the catalogue's
@@ -17,12 +15,12 @@ static int soundIsCopy; // the block is not the catalogue's
 // address; both are NULL when there is no memory.
 static const void *CopyWithTrueSize(const BYTE *data, DWORD size, HGLOBAL *copy)
 {
-    DWORD copySize = std::max<DWORD>(size, RIFF_HEADER_SIZE);
+    const DWORD copySize = std::max<DWORD>(size, WAVE_HEADER_SIZE);
     BYTE *to = (BYTE *)AllocateLocked(copySize, copy);
     if (to == nullptr)
         return nullptr;
     memcpy(to, data, size);
-    DWORD rest = copySize - 8;
+    const DWORD rest = copySize - 8;
     for (int i = 0; i < 4; i++)
         to[4 + i] = (BYTE)(rest >> 8 * i);
     return to;
@@ -31,8 +29,8 @@ static const void *CopyWithTrueSize(const BYTE *data, DWORD size, HGLOBAL *copy)
 static int TellsTrueSize(const BYTE *data, DWORD size)
 {
     ByteReader bytes = OpenBytes(data, size);
-    DWORD rest = ReadU32(&bytes, 4);
-    return size >= RIFF_HEADER_SIZE && rest <= size - 8;
+    const DWORD rest = ReadU32(&bytes, 4);
+    return size >= WAVE_HEADER_SIZE && rest <= size - 8;
 }
 
 void PlaySoundEntry(const ResourceEntry *entry)

@@ -28,7 +28,7 @@ static void RegisterMainClass()
 static void FindProgramDirectory()
 {
     char *directory = globals.programDirectory;
-    DWORD length = GetModuleFileNameA(globals.instance, directory, MAX_PATH);
+    const DWORD length = GetModuleFileNameA(globals.instance, directory, MAX_PATH);
     directory[length < MAX_PATH ? FolderLength(directory) : 0] = 0;
     if (!EndWithSeparator(directory, sizeof globals.programDirectory))
         directory[0] = 0;
@@ -37,7 +37,7 @@ static void FindProgramDirectory()
 static void MakeChildren()
 {
     HWND window = globals.mainWindow;
-    LONG paneLeft = splitPosition + SPLITTER_MARGIN;
+    const LONG paneLeft = splitPosition + SPLITTER_MARGIN;
     CreateWindowExA(0, WC_TREEVIEWA, "",
                     WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | TVS_HASBUTTONS | TVS_HASLINES |
                         TVS_LINESATROOT,

@@ -26,6 +26,7 @@ platform/native/gdi     core
 platform/native/kernel  core
 platform/files          core
 platform/console        core
+platform/picture_limit  core
 platform/native/handles core
 platform/native/visible core
 platform/win32          core

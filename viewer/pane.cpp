@@ -23,7 +23,7 @@ static void DrawInformationLine(HDC dc, const RECT *rect, long long y, LONG widt
     char text[80];
     snprintf(text, sizeof text, "%d X %d, %d bits%s", (int)width, (int)height, (int)bitCount,
              suffix);
-    LONG top = (LONG)std::clamp(y + height + 8, (long long)INT_MIN, (long long)INT_MAX - 32);
+    const LONG top = (LONG)std::clamp(y + height + 8, (long long)INT_MIN, (long long)INT_MAX - 32);
     RECT line = {rect->left, top, rect->right, top + 32};
     HGDIOBJ oldFont = SelectObject(dc, globals.interfaceFont);
     SetTextColor(dc, GetSysColor(COLOR_BTNSHADOW));
@@ -39,7 +39,7 @@ static void PaintBitmap(HDC dc, const RECT *rect, const ResourceEntry *entry)
     LONG height;
     WORD bitCount;
     GetDibInfo(entry->data, entry->size, &width, &height, &bitCount);
-    POINT at = CenterPicture(rect, width, height);
+    const POINT at = CenterPicture(rect, width, height);
     const void *data = GlobalLock(entry->data);
     if (data != nullptr) {
         if (PictureFits(data, entry->size, 0))
@@ -55,7 +55,7 @@ static void PaintIconImage(HDC dc, const RECT *rect, const void *icon, DWORD siz
     if (!ReadDibHeader(icon, size, &header))
         header = {};
     // By the stored height, mask rows included.
-    POINT at = CenterPicture(rect, header.width, header.height);
+    const POINT at = CenterPicture(rect, header.width, header.height);
     LONG width = header.width;
     LONG height = header.height / 2;
     WORD bitCount = header.bitCount;
@@ -115,7 +115,7 @@ static void DrawBytes(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
     int y = 2;
     // The first line is drawn in a pane of any height.
     for (DWORD row = 0; row < size && (row == 0 || y <= rect->bottom - rect->top);) {
-        DWORD count = std::min(size - row, (DWORD)BYTES_A_LINE);
+        const DWORD count = std::min(size - row, (DWORD)BYTES_A_LINE);
         FormatHexLine(line, data + row, count);
         TextOutA(dc, rect->left + LEFT_MARGIN, rect->top + y, line, (int)strlen(line));
         y += LINE_ADVANCE;

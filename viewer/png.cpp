@@ -8,19 +8,17 @@
 #include <cstdio>
 #include <cstring>
 
-#define TEMP_NAME_SIZE 260
-
 static const BYTE signature[8] = {0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
 
 int MakeTempFileName(char *out, const char *prefix, const char *extension, UINT unique)
 {
-    char folder[TEMP_NAME_SIZE];
+    char folder[MAX_PATH];
     const DWORD length = GetTempPathA(sizeof folder, folder);
     if (length == 0 || length >= sizeof folder ||
         GetTempFileNameA(folder, prefix, unique, out) == 0)
         return 0;
     const size_t stem = strlen(out) - strlen(PathExtension(out));
-    if (stem + strlen(extension) >= TEMP_NAME_SIZE)
+    if (stem + strlen(extension) >= MAX_PATH)
         return 0;
     strcpy(out + stem, extension);
     return (int)strlen(out);
@@ -65,7 +63,7 @@ static void DecodeAndDraw(HDC dc, const RECT *rect, const char *name, PngPicture
 
 static int DrawLocked(HDC dc, const RECT *rect, const BYTE *data, DWORD size, PngPicture *picture)
 {
-    char name[TEMP_NAME_SIZE];
+    char name[MAX_PATH];
     if (size < sizeof signature || memcmp(data, signature, sizeof signature) != 0)
         return 0;
     if (MakeTempFileName(name, "VLXP", ".png", 1) == 0)

@@ -18,6 +18,6 @@ struct PngPicture {
 int DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture);
 
 // Makes a name in the temporary folder from the first three characters of prefix, a number that is
-// not 0 and extension (with its dot). out holds at least 260 bytes. No file is made. Returns the
-// name's length, 0 when there is none that fits.
+// not 0 and extension (with its dot). out holds at least MAX_PATH bytes. No file is made. Returns
+// the name's length, 0 when there is none that fits.
 int MakeTempFileName(char *out, const char *prefix, const char *extension, UINT unique);

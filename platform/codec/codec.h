@@ -4,13 +4,11 @@
 
 #include "platform/win32.h"
 
-#define CODEC_MOST_PIXELS 64000000u
-
 extern "C" {
 
 // Decodes a PNG file, whatever its colour type, depth and interlacing, to a movable block with a
 // packed DIB: BITMAPINFOHEADER, then bottom-up rows of 32 bits a pixel (blue, green, red, alpha;
 // not multiplied by alpha). The caller frees it. NULL when the file cannot be read, is damaged or
-// cut short, or its header tells of more than CODEC_MOST_PIXELS pixels: such a file is not decoded.
+// cut short, or its header tells of more than MOST_PICTURE_PIXELS: such a file is not decoded.
 HGLOBAL PNGReadGraphicFile(const char *path);
 }

@@ -1,10 +1,10 @@
 #include "platform/codec/codec_dib.h"
 
-#include "platform/codec/codec.h"
+#include "platform/picture_limit.h"
 
 HGLOBAL MakeCodecDib(DWORD width, DWORD height)
 {
-    if (width == 0 || height == 0 || width > CODEC_MOST_PIXELS / height)
+    if (width == 0 || height == 0 || width > MOST_PICTURE_PIXELS / height)
         return nullptr;
     DWORD rowsSize = width * height * 4;
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(BITMAPINFOHEADER) + rowsSize);
