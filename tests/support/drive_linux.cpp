@@ -56,7 +56,7 @@ static HWND FrontDialog()
     HWND front = nullptr;
     for (HWND window : TopLevelWindows()) {
         const Window *record = WindowOf(window);
-        if (record->windowClass->name == DIALOG_CLASS && IsShown(record) && TakesInput(record))
+        if (record->windowClass->name == dialogClass && IsShown(record) && TakesInput(record))
             front = window;
     }
     return front;

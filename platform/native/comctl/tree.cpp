@@ -10,14 +10,15 @@
 #include "platform/native/user/classes.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/painting.h"
+#include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
-
-namespace
-{
 
 // Slot 0 is the invisible root; a free slot has no parent and is not the root.
 constexpr uint32_t rootSlot = 0;
 constexpr uint32_t noSlot = 0xffffffff;
+
+namespace
+{
 
 struct Item {
     std::string label;
@@ -39,7 +40,9 @@ struct TreeState : ControlState {
     HTREEITEM selected = nullptr; // it may be dead
 };
 
-HTREEITEM HandleOf(const TreeState *state, uint32_t slot)
+} // namespace
+
+static HTREEITEM HandleOf(const TreeState *state, uint32_t slot)
 {
     if (slot == rootSlot || slot == noSlot)
         return nullptr;
@@ -48,7 +51,7 @@ HTREEITEM HandleOf(const TreeState *state, uint32_t slot)
 }
 
 // The slot of a live item, or noSlot.
-uint32_t SlotOf(const TreeState *state, HTREEITEM item)
+static uint32_t SlotOf(const TreeState *state, HTREEITEM item)
 {
     const auto number = reinterpret_cast<uintptr_t>(item);
     const auto slot = static_cast<uint32_t>(number);
@@ -58,18 +61,18 @@ uint32_t SlotOf(const TreeState *state, HTREEITEM item)
     return slot;
 }
 
-uint32_t ParentSlotOf(const TreeState *state, HTREEITEM item)
+static uint32_t ParentSlotOf(const TreeState *state, HTREEITEM item)
 {
     return !item || item == TVI_ROOT ? rootSlot : SlotOf(state, item);
 }
 
-unsigned char Fold(char c)
+static unsigned char Fold(char c)
 {
     const auto byte = static_cast<unsigned char>(c);
     return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + 'a' - 'A') : byte;
 }
 
-uint64_t KeyOf(const std::string &label)
+static uint64_t KeyOf(const std::string &label)
 {
     uint64_t key = 0;
     for (size_t i = 0; i < 8; ++i)
@@ -78,7 +81,7 @@ uint64_t KeyOf(const std::string &label)
 }
 
 // Whether a label sorts before another whose key is the same.
-bool RestIsLess(const std::string &a, const std::string &b)
+static bool RestIsLess(const std::string &a, const std::string &b)
 {
     const size_t common = std::min(a.size(), b.size());
     for (size_t i = 8; i < common; ++i)
@@ -88,7 +91,7 @@ bool RestIsLess(const std::string &a, const std::string &b)
 }
 
 // New children wait unsorted until someone looks, so that n insertions cost one sort.
-void SortChildren(TreeState *state, uint32_t parent)
+static void SortChildren(TreeState *state, uint32_t parent)
 {
     Item &owner = state->items[parent];
     if (owner.sorted == owner.children.size())
@@ -113,7 +116,7 @@ void SortChildren(TreeState *state, uint32_t parent)
     owner.sorted = static_cast<uint32_t>(order.size());
 }
 
-uint32_t TakeSlot(TreeState *state)
+static uint32_t TakeSlot(TreeState *state)
 {
     if (state->freeSlots.empty()) {
         state->items.emplace_back();
@@ -124,7 +127,7 @@ uint32_t TakeSlot(TreeState *state)
     return slot;
 }
 
-HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
+static HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
 {
     const uint32_t parent = ParentSlotOf(state, insertion->hParent);
     if (parent == noSlot)
@@ -144,7 +147,7 @@ HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
 }
 
 // The slots stay, each with the generation that makes its old handles dead.
-LRESULT DeleteAll(TreeState *state)
+static LRESULT DeleteAll(TreeState *state)
 {
     state->freeSlots.clear();
     for (uint32_t slot = 0; slot < state->items.size(); ++slot) {
@@ -160,7 +163,7 @@ LRESULT DeleteAll(TreeState *state)
     return TRUE;
 }
 
-uint32_t FirstChild(TreeState *state, uint32_t parent)
+static uint32_t FirstChild(TreeState *state, uint32_t parent)
 {
     if (parent == noSlot || state->items[parent].children.empty())
         return noSlot;
@@ -168,7 +171,7 @@ uint32_t FirstChild(TreeState *state, uint32_t parent)
     return state->items[parent].children[0];
 }
 
-uint32_t NextSibling(TreeState *state, uint32_t slot)
+static uint32_t NextSibling(TreeState *state, uint32_t slot)
 {
     if (slot == noSlot)
         return noSlot;
@@ -179,7 +182,7 @@ uint32_t NextSibling(TreeState *state, uint32_t slot)
     return next < siblings.size() ? siblings[next] : noSlot;
 }
 
-HTREEITEM NextItem(TreeState *state, WPARAM relation, HTREEITEM item)
+static HTREEITEM NextItem(TreeState *state, WPARAM relation, HTREEITEM item)
 {
     switch (relation) {
     case TVGN_ROOT: return HandleOf(state, FirstChild(state, rootSlot));
@@ -189,7 +192,7 @@ HTREEITEM NextItem(TreeState *state, WPARAM relation, HTREEITEM item)
     return nullptr;
 }
 
-LRESULT GetItem(const TreeState *state, TVITEMA *out)
+static LRESULT GetItem(const TreeState *state, TVITEMA *out)
 {
     const uint32_t slot = SlotOf(state, out->hItem);
     if (slot == noSlot)
@@ -205,19 +208,17 @@ LRESULT GetItem(const TreeState *state, TVITEMA *out)
     return TRUE;
 }
 
-LRESULT SetImages(TreeState *state, HIMAGELIST images)
+static LRESULT SetImages(TreeState *state, HIMAGELIST images)
 {
     return reinterpret_cast<LRESULT>(std::exchange(state->images, images));
 }
 
-void MakeState(HWND tree)
+static void MakeState(HWND tree)
 {
     auto state = std::make_unique<TreeState>();
     state->items.emplace_back();
     WindowOf(tree)->state = std::move(state);
 }
-
-} // namespace
 
 int CountTreeChildren(HWND tree, HTREEITEM parent)
 {
@@ -253,15 +254,15 @@ int TreePosition(HWND tree, HTREEITEM item)
     return static_cast<int>(state->items[slot].position);
 }
 
-BOOL GetTreeItemLook(HWND tree, HTREEITEM item, TreeItemLook *look)
+bool GetTreeItemLook(HWND tree, HTREEITEM item, TreeItemLook *look)
 {
     const TreeState *state = StateOf<TreeState>(tree);
     const uint32_t slot = state ? SlotOf(state, item) : noSlot;
     if (slot == noSlot)
-        return FALSE;
+        return false;
     const Item &found = state->items[slot];
     *look = {&found.label, found.image, found.selectedImage};
-    return TRUE;
+    return true;
 }
 
 HIMAGELIST TreeImages(HWND tree)
@@ -282,7 +283,7 @@ void SelectTreeItem(HWND tree, HTREEITEM item)
         state->selected = item;
 }
 
-LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lParam)
+static LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lParam)
 {
     TreeState *state = StateOf<TreeState>(tree);
     if (!state) {
@@ -312,10 +313,5 @@ LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LPARAM lP
     }
 }
 
-namespace
-{
-
 // Whoever has this library has the class.
-[[maybe_unused]] const bool registered = (AddSystemClass(WC_TREEVIEWA, TreeProcedure), true);
-
-} // namespace
+[[maybe_unused]] static const bool registered = (AddSystemClass(WC_TREEVIEWA, TreeProcedure), true);

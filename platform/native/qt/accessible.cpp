@@ -9,23 +9,21 @@
 #include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 
-namespace
-{
-
-constexpr DWORD staticTypeMask = 0x1F;
-
 // An owner-drawn button of the main window is a place where the program shows something: its text
 // is what was written there. In dialogs it is a picture.
-QAccessible::Role RoleOf(HWND window)
+static QAccessible::Role RoleOf(HWND window)
 {
     const Window *record = WindowOf(window);
     if (!record || !record->parent)
         return QAccessible::Pane;
     if (IsOwnerDrawn(window))
         return FrameOf(WindowOf(window))->owner ? QAccessible::Graphic : QAccessible::EditableText;
-    return (record->style & staticTypeMask) == SS_ICON ? QAccessible::Graphic
-                                                       : QAccessible::StaticText;
+    return (record->style & SS_TYPEMASK) == SS_ICON ? QAccessible::Graphic
+                                                    : QAccessible::StaticText;
 }
+
+namespace
+{
 
 class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterface
 {
@@ -120,7 +118,9 @@ class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterf
     SurfaceWidget *surface;
 };
 
-QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
+} // namespace
+
+static QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
 {
     if (auto *surface = dynamic_cast<SurfaceWidget *>(object))
         return new SurfaceAccessible(surface);
@@ -129,8 +129,6 @@ QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
                                                                   : QAccessible::Window);
     return nullptr;
 }
-
-} // namespace
 
 void InstallAccessibles()
 {

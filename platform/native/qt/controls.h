@@ -1,10 +1,11 @@
-// The widgets of windows that the quiet half paints, of push buttons, and of the overlay.
+// The widgets of windows that the quiet half paints, of push buttons, and of the overlay. Each
+// belongs to its parent widget, and may outlive its window by a little: it then shows nothing.
 #pragma once
 
 #include <QPushButton>
 #include <QWidget>
 
-#include "platform/win32/user.h"
+#include "platform/win32/types.h"
 
 // Shows a window's pixels, with the line around it that WS_BORDER asks for, and reports its mouse
 // and its keys. An owner-drawn button looks the same with the keyboard's focus as without, so that
@@ -14,16 +15,20 @@ class SurfaceWidget : public QWidget
   public:
     SurfaceWidget(HWND window, QWidget *parent);
 
+    // The window that it shows; a dead handle once that is gone.
     HWND Shown() const
     {
         return window;
     }
 
-    // A line of text was drawn on the window's pixels; they have been painted.
+    // A line of text was drawn on the window's pixels.
     void NoteLine(const QString &line);
+
+    // The pixels have been painted: the lines noted since the last time are what shows, and screen
+    // readers are told of an owner-drawn button's.
     void NotePainted();
 
-    // The lines that the last painting drew.
+    // The lines that the last painting drew, a line feed between them.
     const QString &ShownText() const
     {
         return shownText;
@@ -51,7 +56,8 @@ class OverlayWidget : public QWidget
 {
   public:
     OverlayWidget(HWND window, QWidget *parent);
-    // Shows itself where the overlay covers.
+
+    // Shows itself where the window's overlay covers, or hides.
     void Follow();
 
   protected:
@@ -61,11 +67,13 @@ class OverlayWidget : public QWidget
     HWND window;
 };
 
+// Shows a push button, and reports when it is pressed.
 class PushButtonWidget : public QPushButton
 {
   public:
     PushButtonWidget(HWND window, QWidget *parent);
 
+    // Takes over the window's text and font.
     void FollowText();
 
   private:

@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <QSessionManager>
 #include <memory>
-#include <strings.h>
 
 #include "platform/native/qt/accessible.h"
 #include "platform/native/qt/end_signals.h"
@@ -23,26 +22,18 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/window_table.h"
 
-namespace
-{
-
-std::unique_ptr<QApplication> application;
+static std::unique_ptr<QApplication> application;
 
 // --- windows ---
 
-bool IsOfClass(const Window *record, const char *name)
-{
-    return strcasecmp(record->windowClass->name.c_str(), name) == 0;
-}
-
-QWidget *MakeControl(HWND window, const Window *record)
+static QWidget *MakeControl(HWND window, const Window *record)
 {
     QWidget *parent = WidgetOf(record->parent);
     if (!parent)
         return nullptr;
     if (IsOfClass(record, WC_TREEVIEWA))
         return new TreeWidget(window, parent);
-    if (IsOfClass(record, "button") && !IsOwnerDrawn(window))
+    if (IsPushButton(window))
         return new PushButtonWidget(window, parent);
     auto *control = new SurfaceWidget(window, parent);
     control->setCursor(Qt::ArrowCursor);
@@ -51,7 +42,7 @@ QWidget *MakeControl(HWND window, const Window *record)
     return control;
 }
 
-void MakeWidget(HWND window)
+static void MakeWidget(HWND window)
 {
     const Window *record = WindowOf(window);
     if (!record->parent) {
@@ -69,7 +60,7 @@ void MakeWidget(HWND window)
     }
 }
 
-void FollowControl(QWidget *control, const Window *record, WindowChange change)
+static void FollowControl(QWidget *control, const Window *record, WindowChange change)
 {
     const RECT &rect = record->rect;
     switch (change) {
@@ -88,7 +79,7 @@ void FollowControl(QWidget *control, const Window *record, WindowChange change)
     }
 }
 
-void FollowFrame(FrameWidget *frame, WindowChange change)
+static void FollowFrame(FrameWidget *frame, WindowChange change)
 {
     switch (change) {
     case WindowChange::Rect: frame->FollowRect(); break;
@@ -100,7 +91,7 @@ void FollowFrame(FrameWidget *frame, WindowChange change)
     }
 }
 
-void OnWindowChanged(HWND window, WindowChange change)
+static void OnWindowChanged(HWND window, WindowChange change)
 {
     QWidget *widget = WidgetOf(window);
     if (change == WindowChange::Made)
@@ -117,19 +108,19 @@ void OnWindowChanged(HWND window, WindowChange change)
         FollowControl(widget, WindowOf(window), change);
 }
 
-void OnFrameAround(HWND window, RECT *around)
+static void OnFrameAround(HWND window, RECT *around)
 {
     if (const FrameWidget *frame = FrameShowing(window))
         *around = frame->Around();
 }
 
-void OnScreenSize(SIZE *size)
+static void OnScreenSize(SIZE *size)
 {
     const QSize screen = QGuiApplication::primaryScreen()->size();
     *size = {screen.width(), screen.height()};
 }
 
-void OnCursorChanged(HCURSOR cursor)
+static void OnCursorChanged(HCURSOR cursor)
 {
     const ImagePixels *picture = PictureOf(cursor);
     const bool isWait = picture && MAKEINTRESOURCEA(picture->systemCursor) == IDC_WAIT;
@@ -141,13 +132,13 @@ void OnCursorChanged(HCURSOR cursor)
 
 // --- pictures ---
 
-double OnRatio(HWND window)
+static double OnRatio(HWND window)
 {
     const QWidget *widget = WidgetOf(window);
     return widget ? widget->devicePixelRatioF() : 1;
 }
 
-void OnPainted(HWND window, const RECT *part)
+static void OnPainted(HWND window, const RECT *part)
 {
     QWidget *widget = WidgetOf(window);
     const Window *record = WindowOf(window);
@@ -162,8 +153,8 @@ void OnPainted(HWND window, const RECT *part)
                    part->bottom - part->top);
 }
 
-void OnDrawText(const PixelSurface *surface, const RECT *clip, const Font &font, int x, int y,
-                uint32_t pixel, LPCSTR text, int bytes)
+static void OnDrawText(const PixelSurface *surface, const RECT *clip, const Font &font, int x,
+                       int y, uint32_t pixel, LPCSTR text, int bytes)
 {
     DrawTextLine(surface, clip, font, x, y, pixel, text, bytes);
     ForEachWidget([=](HWND window, QWidget *widget) {
@@ -174,13 +165,13 @@ void OnDrawText(const PixelSurface *surface, const RECT *clip, const Font &font,
     });
 }
 
-void OnOverlayChanged(HWND window)
+static void OnOverlayChanged(HWND window)
 {
     if (FrameWidget *frame = FrameShowing(window))
         frame->FollowOverlay();
 }
 
-void TakeInTreeChanges()
+static void TakeInTreeChanges()
 {
     ForEachWidget([](HWND, QWidget *widget) {
         if (auto *tree = dynamic_cast<TreeWidget *>(widget))
@@ -188,7 +179,7 @@ void TakeInTreeChanges()
     });
 }
 
-void OnFlush(HWND window)
+static void OnFlush(HWND window)
 {
     const QWidget *widget = WidgetOf(window);
     TakeInTreeChanges();
@@ -196,7 +187,7 @@ void OnFlush(HWND window)
         QCoreApplication::sendPostedEvents(widget->window(), QEvent::UpdateRequest);
 }
 
-bool OnCompose(HWND window, const PixelSurface *surface)
+static bool OnCompose(HWND window, const PixelSurface *surface)
 {
     QWidget *widget = WidgetOf(window);
     if (!widget)
@@ -206,7 +197,7 @@ bool OnCompose(HWND window, const PixelSurface *surface)
     return true;
 }
 
-void OnTreeChanged(HWND window)
+static void OnTreeChanged(HWND window)
 {
     if (auto *tree = dynamic_cast<TreeWidget *>(WidgetOf(window)))
         tree->NoteChange();
@@ -215,7 +206,7 @@ void OnTreeChanged(HWND window)
 // --- what the user does ---
 
 // The window manager may tell a frame's widths at any time.
-void AfterEvents()
+static void AfterEvents()
 {
     TakeInTreeChanges();
     ForEachWidget([](HWND window, QWidget *) {
@@ -225,7 +216,7 @@ void AfterEvents()
 }
 
 // The keys that a dialog treats itself; 0 for others.
-int DialogKey(int key)
+static int DialogKey(int key)
 {
     switch (key) {
     case Qt::Key_Tab:
@@ -241,6 +232,9 @@ int DialogKey(int key)
     }
 }
 
+namespace
+{
+
 class DialogKeys : public QObject
 {
   public:
@@ -251,7 +245,7 @@ class DialogKeys : public QObject
         const auto *widget = static_cast<QWidget *>(object);
         const HWND window = WindowShownBy(widget);
         const Window *frame = FrameOf(WindowOf(window));
-        if (!frame || !IsOfClass(frame, DIALOG_CLASS))
+        if (!frame || !IsOfClass(frame, dialogClass))
             return false;
         const auto *key = static_cast<QKeyEvent *>(event);
         const int code = DialogKey(key->key());
@@ -262,7 +256,9 @@ class DialogKeys : public QObject
     }
 };
 
-void FillTable()
+} // namespace
+
+static void FillTable()
 {
     visible.runEvents = RunQtEvents;
     visible.wakeUp = WakeQt;
@@ -286,15 +282,13 @@ void FillTable()
 }
 
 // Asks the program when the desktop's session is about to end.
-void AskEndOfSession(QSessionManager &session)
+static void AskEndOfSession(QSessionManager &session)
 {
     const std::vector<HWND> windows = TopLevelWindows();
     for (HWND window : windows)
         if (WindowOf(window) && !SendMessageA(window, WM_QUERYENDSESSION, 0, 0))
             session.cancel();
 }
-
-} // namespace
 
 void AttachDisplay(int *argc, char **argv)
 {

@@ -14,14 +14,14 @@
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/queue.h"
 
+// The folder that the user chose from last.
+static QString lastFolder;
+
+// Of a chooser when it opens.
+constexpr QSize chooserSize(760, 480);
+
 namespace
 {
-
-// The folder that the user chose from last.
-QString lastFolder;
-
-#define CHOOSER_WIDTH 760
-#define CHOOSER_HEIGHT 480
 
 class Chooser : public QFileDialog
 {
@@ -69,7 +69,7 @@ class Chooser : public QFileDialog
         for (int column = 0; column < header->count(); ++column)
             header->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
                                                              : QHeaderView::ResizeToContents);
-        resize(CHOOSER_WIDTH, CHOOSER_HEIGHT);
+        resize(chooserSize);
     }
 
     void Refuse(const QString &text)
@@ -81,8 +81,10 @@ class Chooser : public QFileDialog
     DWORD pathSize;
 };
 
+} // namespace
+
 // "Description", "*.A;*.B" becomes "Description (*.A *.B)"; "*.*" is every file.
-QStringList FiltersOf(const char *pairs)
+static QStringList FiltersOf(const char *pairs)
 {
     QStringList filters;
     while (*pairs) {
@@ -96,7 +98,7 @@ QStringList FiltersOf(const char *pairs)
     return filters;
 }
 
-Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
+static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
 {
     QWidget *client = WidgetOf(choice.owner);
     const QString offered = FromCaption(choice.path);
@@ -119,7 +121,7 @@ Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
 }
 
 // Loops until the chooser closes by itself, or goes with its owner or the program.
-void Loop(const QPointer<Chooser> &chooser)
+static void Loop(const QPointer<Chooser> &chooser)
 {
     while (chooser && chooser->isVisible()) {
         MSG message;
@@ -130,8 +132,6 @@ void Loop(const QPointer<Chooser> &chooser)
             return;
     }
 }
-
-} // namespace
 
 bool ChooseFile(FileChoice *choice)
 {

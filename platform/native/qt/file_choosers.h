@@ -3,5 +3,6 @@
 
 #include "platform/native/visible.h"
 
-// An entry of the visible half's table.
+// The entry of the visible half's table: shows Qt's own chooser over the owner and loops over
+// messages until it closes. False also when the owner or the program ends meanwhile.
 bool ChooseFile(FileChoice *choice);

@@ -15,7 +15,7 @@
 #include "platform/native/user/pictures.h"
 
 // A manager that refuses a size says so sooner.
-#define SETTLING_MILLISECONDS 300
+constexpr int settlingMilliseconds = 300;
 
 static bool IsSizable(const Window *record)
 {
@@ -49,7 +49,7 @@ FrameWidget::FrameWidget(HWND shown, QWidget *owner)
         client->setCursor(QCursor(PixmapOf(*cursor), cursor->hotX, cursor->hotY));
     client->setFocusPolicy(Qt::TabFocus);
     settling.setSingleShot(true);
-    settling.setInterval(SETTLING_MILLISECONDS);
+    settling.setInterval(settlingMilliseconds);
     connect(&settling, &QTimer::timeout, this, [this] { ReportSettled(window); });
     FollowText();
     FollowRect();

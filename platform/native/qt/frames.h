@@ -1,15 +1,18 @@
-// Top-level windows: frame, menu bar, client area and overlay.
+// Top-level windows: frame, menu bar, client area and overlay. Sizes are in logical pixels.
 #pragma once
 
 #include <QMenuBar>
 #include <QTimer>
 
 #include "platform/native/qt/controls.h"
-#include "platform/native/visible.h"
+#include "platform/win32/types.h"
 
+// The frame of one window. It makes its menu bar, client area and overlay and owns them; an owner's
+// frame owns it, and a dialog keeps its owner from input.
 class FrameWidget : public QWidget
 {
   public:
+    // owner: the frame of the window's owner, or NULL.
     FrameWidget(HWND window, QWidget *owner);
 
     SurfaceWidget *Client() const
@@ -17,17 +20,18 @@ class FrameWidget : public QWidget
         return client;
     }
 
-    // Make what the user sees as the quiet half's record is.
+    // Make what the user sees as the quiet half's record is; nothing for a window that is gone.
     void FollowRect();
     void FollowText();
     void FollowShown();
     void FollowMenuStates();
     void FollowOverlay();
 
-    // What lies around the client area: the manager's frame, once it is known, and the menu bar.
+    // The widths of what lies around the client area: the manager's frame, once it is known, and
+    // the menu bar.
     RECT Around() const;
 
-    // Tells the quiet half where the window is, when that is news.
+    // Tells the quiet half where the window is (ReportRect), when it shows and that is news.
     void ReportPlace();
 
   protected:
@@ -48,7 +52,7 @@ class FrameWidget : public QWidget
     QTimer settling; // runs from each change of the place on
 };
 
-// The frame that shows a top-level window; NULL for others.
+// The frame that shows a top-level window; NULL for others and for dead ones.
 FrameWidget *FrameShowing(HWND window);
 
 // Gives a top-level window that shows the keyboard, as when a dialog above it closes. A window

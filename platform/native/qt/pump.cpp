@@ -16,6 +16,9 @@ static int depth = 0;
 // How many of Qt's own loops were running when the innermost step began.
 static int ownLoopLevel = 0;
 
+namespace
+{
+
 // Stands in Qt's event queue for the quiet half's. Where a loop of Qt's own runs, inside a step,
 // the messages are dispatched from here; else the step ends and our loop takes them.
 class Waker : public QObject
@@ -36,6 +39,8 @@ class Waker : public QObject
 
     bool isPosted = false;
 };
+
+} // namespace
 
 static Waker &TheWaker()
 {
@@ -60,11 +65,11 @@ bool RunQtEvents(bool wait)
     if (afterQtEvents)
         afterQtEvents();
     const int levelBefore = std::exchange(ownLoopLevel, QThread::currentThread()->loopLevel());
-    depth++;
+    ++depth;
     const bool mayWait = wait && !std::exchange(isWoken, false);
     QCoreApplication::processEvents(mayWait ? QEventLoop::WaitForMoreEvents
                                             : QEventLoop::AllEvents);
-    depth--;
+    --depth;
     ownLoopLevel = levelBefore;
     if (afterQtEvents)
         afterQtEvents();

@@ -5,5 +5,6 @@
 bool RunQtEvents(bool wait);
 void WakeQt();
 
-// Called after each step, and before painting: what the quiet half left to be taken in.
+// Called before and after each step, and after messages were dispatched inside a loop of Qt's own:
+// what the quiet half left is to be taken in. NULL: nothing is called.
 extern void (*afterQtEvents)();

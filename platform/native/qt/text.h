@@ -7,14 +7,14 @@
 
 #include "platform/native/visible.h"
 
-// From the ANSI code page.
+// From the ANSI code page; empty for no bytes.
 QString FromCodePage(const char *text, int bytes);
 QString FromCodePage(const std::string &text);
 
 // From UTF-8 when it is valid UTF-8, else from the code page: captions and file names.
 QString FromCaption(const std::string &text);
 
-// The face, height and weight that stand for a font of the interface.
+// The face, height and weight that stand for a font of the interface. Sizes are logical pixels.
 QFont QtFont(const Font &font);
 
 // Entries of the visible half's table.

@@ -1,8 +1,11 @@
-// The tree control as a Qt view over the quiet half's items.
+// The tree control as a Qt view over the quiet half's items. Both classes belong to their parent
+// object, and show nothing once their window is gone.
 #pragma once
 
 #include <QAbstractItemModel>
+#include <QHash>
 #include <QIcon>
+#include <QImage>
 #include <QTreeView>
 
 #include "platform/win32/comctl.h"
@@ -23,6 +26,9 @@ class TreeModel : public QAbstractItemModel
 
     // The items are others.
     void Renew();
+
+    // The item at a position, NULL at an invalid one; the position of an item, invalid for NULL and
+    // for a dead one.
     static HTREEITEM ItemAt(const QModelIndex &index);
     QModelIndex IndexOf(HTREEITEM item) const;
 
@@ -41,14 +47,18 @@ class TreeModel : public QAbstractItemModel
     mutable QHash<QPair<int, int>, TreeIcon> icons;
 };
 
+// Shows the tree, and reports what the user does in it.
 class TreeWidget : public QTreeView
 {
   public:
     TreeWidget(HWND tree, QWidget *parent);
 
-    // The items are others: the view takes them in when it is next shown.
+    // The items or pictures are others: TakeInChange reads them, before events are run and before
+    // the view must show.
     void NoteChange();
     void TakeInChange();
+
+    // Takes over the window's font.
     void FollowFont();
 
   protected:

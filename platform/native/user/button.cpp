@@ -1,20 +1,23 @@
 #include "platform/native/user/button.h"
 
+#include <memory>
+
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
-#include "platform/win32/gdi.h"
+#include "platform/native/user/window_table.h"
+#include "platform/win32/user.h"
 
 namespace
 {
-
-constexpr DWORD typeMask = 0xF;
 
 struct ButtonState : ControlState {
     bool isDown = false;
 };
 
-void PaintOwnerDrawn(HWND button)
+} // namespace
+
+static void PaintOwnerDrawn(HWND button)
 {
     Painting painting(button);
     const Window *record = WindowOf(button);
@@ -38,7 +41,7 @@ void PaintOwnerDrawn(HWND button)
     SendMessageA(parent, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
 }
 
-void SetDown(HWND button, bool isDown)
+static void SetDown(HWND button, bool isDown)
 {
     ButtonState *state = StateOf<ButtonState>(button);
     if (!state || state->isDown == isDown)
@@ -47,7 +50,7 @@ void SetDown(HWND button, bool isDown)
     InvalidateRect(button, nullptr, FALSE);
 }
 
-void TellClicked(HWND button)
+static void TellClicked(HWND button)
 {
     const Window *record = WindowOf(button);
     if (record)
@@ -56,14 +59,14 @@ void TellClicked(HWND button)
                      reinterpret_cast<LPARAM>(button));
 }
 
-void Press(HWND button)
+static void Press(HWND button)
 {
     SetCapture(button);
     SetFocus(button);
     SetDown(button, true);
 }
 
-void Release(HWND button, LPARAM place)
+static void Release(HWND button, LPARAM place)
 {
     const ButtonState *state = StateOf<ButtonState>(button);
     if (!state || !state->isDown)
@@ -77,12 +80,16 @@ void Release(HWND button, LPARAM place)
         TellClicked(button);
 }
 
-} // namespace
-
 bool IsOwnerDrawn(HWND button)
 {
     const Window *record = WindowOf(button);
-    return record && (record->style & typeMask) == BS_OWNERDRAW;
+    return record && (record->style & BS_TYPEMASK) == BS_OWNERDRAW;
+}
+
+bool IsPushButton(HWND window)
+{
+    const Window *record = WindowOf(window);
+    return record && IsOfClass(record, "button") && !IsOwnerDrawn(window);
 }
 
 LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)

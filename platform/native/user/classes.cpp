@@ -25,7 +25,7 @@ static ClassList &Classes()
     if (classes.empty()) {
         classes.push_back(MakeSystemClass("button", ButtonProcedure));
         classes.push_back(MakeSystemClass("static", StaticProcedure));
-        classes.push_back(MakeSystemClass(DIALOG_CLASS, DialogWindowProcedure));
+        classes.push_back(MakeSystemClass(dialogClass, DialogWindowProcedure));
     }
     return classes;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
+#include "platform/win32/user.h"
 
 void TakeFont(HWND control, WPARAM font)
 {

@@ -1,6 +1,8 @@
 // The answers to messages that a window's own procedure does not treat.
 #include "platform/native/user/painting.h"
+#include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
+#include "platform/win32/user.h"
 
 static LRESULT Erase(HWND window, HDC dc)
 {

@@ -1,10 +1,8 @@
 #include "platform/native/user/dialog_keys.h"
 
 #include <algorithm>
-#include <strings.h>
 
 #include "platform/native/user/button.h"
-#include "platform/native/user/input.h"
 #include "platform/native/user/window_table.h"
 
 static bool IsReachable(HWND control)
@@ -36,13 +34,6 @@ static HWND NextControl(HWND dialog, HWND from, bool isBackwards, DWORD style)
 HWND NextTabStop(HWND dialog, HWND from, bool isBackwards)
 {
     return NextControl(dialog, from, isBackwards, WS_TABSTOP);
-}
-
-static bool IsPushButton(HWND control)
-{
-    const Window *record = WindowOf(control);
-    return record && strcasecmp(record->windowClass->name.c_str(), "button") == 0 &&
-           !IsOwnerDrawn(control);
 }
 
 static void GiveCommand(HWND dialog, int id)

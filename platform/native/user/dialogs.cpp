@@ -1,19 +1,21 @@
 #include "platform/native/user/dialogs.h"
 
+#include <memory>
+
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/dialog_keys.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
-#include "platform/native/user/painting.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/text_lines.h"
+#include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
 #include "platform/win32/kernel.h"
 
+constexpr int dialogType = 5; // RT_DIALOG
+
 namespace
 {
-
-constexpr int dialogType = 5; // RT_DIALOG
 
 struct DialogState : ControlState {
     DLGPROC procedure = nullptr;
@@ -37,7 +39,9 @@ struct Units {
     }
 };
 
-HFONT MakeFont(const DialogTemplate &dialog)
+} // namespace
+
+static HFONT MakeFont(const DialogTemplate &dialog)
 {
     constexpr int dotsPerInch = 96, pointsPerInch = 72;
     if (!dialog.fontHeight)
@@ -46,8 +50,8 @@ HFONT MakeFont(const DialogTemplate &dialog)
                        0, 0, 0, 0, 0, 0, 0, 0, 0, 0, dialog.fontFace.c_str());
 }
 
-bool MakeControls(HWND dialog, const DialogTemplate &plan, const Units &units, HINSTANCE instance,
-                  HFONT font)
+static bool MakeControls(HWND dialog, const DialogTemplate &plan, const Units &units,
+                         HINSTANCE instance, HFONT font)
 {
     for (const ControlTemplate &control : plan.controls) {
         const HWND made = CreateWindowExA(
@@ -63,9 +67,9 @@ bool MakeControls(HWND dialog, const DialogTemplate &plan, const Units &units, H
 }
 
 // Makes the dialog's window and its controls, all hidden. NULL when a control's class is unknown.
-HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFONT font)
+static HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFONT font)
 {
-    const HWND dialog = CreateWindowExA(0, DIALOG_CLASS, plan.caption.c_str(),
+    const HWND dialog = CreateWindowExA(0, dialogClass, plan.caption.c_str(),
                                         plan.style & ~static_cast<DWORD>(WS_VISIBLE | WS_CHILD), 0,
                                         0, 0, 0, owner, nullptr, instance, nullptr);
     if (!dialog)
@@ -84,13 +88,13 @@ HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFON
     return nullptr;
 }
 
-bool IsRunning(HWND dialog)
+static bool IsRunning(HWND dialog)
 {
     const DialogState *state = StateOf<DialogState>(dialog);
     return state && !state->isEnded;
 }
 
-void Initialise(HWND dialog, LPARAM parameter)
+static void Initialise(HWND dialog, LPARAM parameter)
 {
     const HWND first = NextTabStop(dialog, nullptr, false);
     const LRESULT wantsFocus =
@@ -104,7 +108,7 @@ void Initialise(HWND dialog, LPARAM parameter)
         SetFocus(dialog);
 }
 
-void Loop(HWND dialog)
+static void Loop(HWND dialog)
 {
     while (IsRunning(dialog)) {
         MSG message;
@@ -118,14 +122,14 @@ void Loop(HWND dialog)
     }
 }
 
-LRESULT OnClose(HWND dialog)
+static LRESULT OnClose(HWND dialog)
 {
     PostMessageA(dialog, WM_COMMAND, IDCANCEL,
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDCANCEL)));
     return 0;
 }
 
-LRESULT Erase(HWND dialog, WPARAM dc)
+static LRESULT Erase(HWND dialog, WPARAM dc)
 {
     const auto brush = reinterpret_cast<HBRUSH>(
         SendMessageA(dialog, WM_CTLCOLORDLG, dc, reinterpret_cast<LPARAM>(dialog)));
@@ -135,13 +139,11 @@ LRESULT Erase(HWND dialog, WPARAM dc)
     return TRUE;
 }
 
-bool AsksColor(UINT message)
+static bool AsksColor(UINT message)
 {
     return message == WM_CTLCOLORMSGBOX || message == WM_CTLCOLORBTN || message == WM_CTLCOLORDLG ||
            message == WM_CTLCOLORSTATIC;
 }
-
-} // namespace
 
 LRESULT CALLBACK DialogWindowProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {

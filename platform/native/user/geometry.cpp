@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/visible.h"
 

@@ -3,6 +3,7 @@
 #include "platform/native/user/pictures.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
+#include "platform/win32/user.h"
 
 static HWND focus = nullptr;
 static HWND capture = nullptr;

@@ -4,10 +4,9 @@
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/static_text.h"
 #include "platform/native/user/text_lines.h"
-#include "platform/native/visible.h"
 
-// Dialog units.
-constexpr int margin = 8, iconSide = 20, buttonWidth = 50, buttonHeight = 14;
+// In dialog units: the icon itself is laid out in pixels.
+constexpr int margin = 8, iconSpace = 20, buttonWidth = 50, buttonHeight = 14;
 constexpr int widestText = 260, leastWidth = 120;
 
 static INT_PTR CALLBACK MessageBoxProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM)
@@ -39,11 +38,11 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
     int textWidth = 0, lines = 0;
     for (const std::string &line : BreakLines(font, shown, widestText * unitWidth / 4)) {
         textWidth = std::max(textWidth, (TextWidth(font, line) + 1) * 4 / unitWidth + 2);
-        lines++;
+        ++lines;
     }
     const bool hasIcon = type & MB_ICONINFORMATION;
-    const int textLeft = margin + (hasIcon ? iconSide + margin : 0);
-    const int textHeight = std::max(lines * 8, hasIcon ? iconSide : 8);
+    const int textLeft = margin + (hasIcon ? iconSpace + margin : 0);
+    const int textHeight = std::max(lines * 8, hasIcon ? iconSpace : 8);
     DialogTemplate plan = {};
     plan.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT;
     plan.caption = caption ? caption : "Error";
@@ -54,7 +53,7 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
     if (hasIcon)
         // The icon by its number, IDI_INFORMATION.
         plan.controls.push_back(
-            {WS_VISIBLE | SS_ICON, margin, margin, iconSide, iconSide, -1, "static", "#32516"});
+            {WS_VISIBLE | SS_ICON, margin, margin, iconSpace, iconSpace, -1, "static", "#32516"});
     const int textTop = margin + std::max(0, (textHeight - lines * 8) / 2);
     plan.controls.push_back({WS_VISIBLE | SS_NOPREFIX, textLeft, textTop, textWidth, lines * 8,
                              0xFFFF, "static", shown});

@@ -5,17 +5,23 @@
 
 #include "platform/native/gdi/device_context.h"
 #include "platform/native/visible.h"
-#include "platform/win32/gdi.h"
+#include "platform/win32/user.h"
 
 // Windows with an invalid part, in the order they got it; some may have been painted since.
 static std::vector<HWND> waiting;
 
-// Contexts that draw on the pixels of windows.
+namespace
+{
+
 struct OpenContext {
     HDC dc;
     HWND window;
     bool isGiven; // by GetDC
 };
+
+} // namespace
+
+// Contexts that draw on the pixels of windows.
 static std::vector<OpenContext> openContexts;
 
 // --- rectangles ---

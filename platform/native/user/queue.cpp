@@ -57,7 +57,7 @@ static bool TakePaint(MSG *message)
 {
     const HWND window = NextInvalidWindow();
     *message = {window, WM_PAINT, 0, 0, {}};
-    return window != nullptr;
+    return window;
 }
 
 Taken TakeMessage(MSG *message)

@@ -3,10 +3,15 @@
 
 #include "platform/win32/user.h"
 
-enum class Taken { Message, Quit, Nothing };
+enum class Taken {
+    Message, // one was taken
+    Quit,    // a quit request waits; the message is WM_QUIT with its exit code in wParam
+    Nothing,
+};
 
 // Takes the next message that waits, in the order posted, quit, input, paint. A quit request is
-// told and stays; nested loops end on it and leave it to the outermost.
+// told and stays; nested loops end on it and leave it to the outermost. Before a press of the mouse
+// is taken, the window's parents get WM_PARENTNOTIFY.
 Taken TakeMessage(MSG *message);
 
 // The same, but with nothing there the display's events are run, once, before the answer Nothing.

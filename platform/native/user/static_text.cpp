@@ -1,27 +1,31 @@
 #include "platform/native/user/static_text.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <memory>
 
-#include "platform/native/gdi/device_context.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/user/pictures.h"
 #include "platform/native/user/text_lines.h"
+#include "platform/native/user/window_table.h"
+#include "platform/win32/gdi.h"
+#include "platform/win32/user.h"
 
 namespace
 {
-
-constexpr DWORD typeMask = 0x1F;
 
 struct StaticState : ControlState {
     HICON icon = nullptr;
 };
 
-void MakeStatic(HWND control)
+} // namespace
+
+static void MakeStatic(HWND control)
 {
     Window *record = WindowOf(control);
     auto state = std::make_unique<StaticState>();
-    if ((record->style & typeMask) == SS_ICON && !record->text.empty()) {
+    if ((record->style & SS_TYPEMASK) == SS_ICON && !record->text.empty()) {
         const std::string &name = record->text;
         state->icon =
             LoadIconA(record->instance,
@@ -37,7 +41,7 @@ void MakeStatic(HWND control)
 
 // Draws a picture over what is there, by its transparency (a colour without any inverts), in whole
 // memory pixels.
-void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
+static void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
 {
     for (int y = 0; y < std::min(picture.height, surface.height); ++y)
         for (int x = 0; x < std::min(picture.width, surface.width); ++x) {
@@ -61,7 +65,7 @@ void DrawPicture(const ImagePixels &picture, const PixelSurface &surface)
         }
 }
 
-void DrawLines(HWND control, HDC dc, const RECT &all)
+static void DrawLines(HWND control, HDC dc, const RECT &all)
 {
     const ControlFont selected(control, dc);
     const Font &font = FontOf(control);
@@ -73,7 +77,7 @@ void DrawLines(HWND control, HDC dc, const RECT &all)
     int y = 0;
     for (const std::string &line : BreakLines(font, shown, all.right)) {
         const int free = all.right - TextWidth(font, line);
-        const DWORD type = record->style & typeMask;
+        const DWORD type = record->style & SS_TYPEMASK;
         const int left = type == SS_CENTER ? free / 2 : type == SS_RIGHT ? free : 0;
         for (const TextPiece &piece : PlacePieces(font, line))
             TextOutA(dc, left + piece.x, y, piece.text.data(), static_cast<int>(piece.text.size()));
@@ -81,7 +85,7 @@ void DrawLines(HWND control, HDC dc, const RECT &all)
     }
 }
 
-void PaintStatic(HWND control)
+static void PaintStatic(HWND control)
 {
     Painting painting(control);
     const Window *record = WindowOf(control);
@@ -98,11 +102,9 @@ void PaintStatic(HWND control)
     FillRect(painting.dc, &all, brush);
     if (const ImagePixels *picture = PictureOf(state->icon))
         DrawPicture(*picture, WindowOf(control)->pixels.surface);
-    else if ((WindowOf(control)->style & typeMask) != SS_ICON)
+    else if ((WindowOf(control)->style & SS_TYPEMASK) != SS_ICON)
         DrawLines(control, painting.dc, all);
 }
-
-} // namespace
 
 LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam)
 {

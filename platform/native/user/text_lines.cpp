@@ -1,5 +1,7 @@
 #include "platform/native/user/text_lines.h"
 
+#include <algorithm>
+
 #include "platform/native/visible.h"
 
 static FontSize SizeOf(const Font &font)
@@ -39,9 +41,9 @@ std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line)
     return pieces;
 }
 
-int TextWidth(const Font &font, const std::string &text)
+int TextWidth(const Font &font, const std::string &line)
 {
-    const TextPiece last = PlacePieces(font, text).back();
+    const TextPiece last = PlacePieces(font, line).back();
     return last.x + PieceWidth(font, last.text);
 }
 
@@ -76,7 +78,7 @@ std::vector<std::string> BreakLines(const Font &font, const std::string &text, i
         BreakParagraph(font, text.substr(at, end - at), width, &lines);
         at = end + 1;
         if (at < text.size() && text[at] != text[end] && (text[at] == '\r' || text[at] == '\n'))
-            at++;
+            ++at;
     }
     return lines;
 }

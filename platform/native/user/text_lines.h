@@ -1,4 +1,5 @@
-// Text broken into lines.
+// Text broken into lines. Texts are in the ANSI code page; sizes and places are in logical pixels,
+// as the display measures the font, or a guess with no display.
 #pragma once
 
 #include <string>
@@ -6,22 +7,24 @@
 
 #include "platform/native/gdi/objects.h"
 
-// Height of a line of the font, width of a text, in logical pixels; a guess with no display.
+// Height of a line of the font.
 int LineHeight(const Font &font);
-int TextWidth(const Font &font, const std::string &text);
-
-// A line's pieces between its tabs, which stand at every eighth mean width.
-struct TextPiece {
-    int x;
-    std::string text;
-};
-std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line);
 
 // Mean width of the font's letters.
 int AverageWidth(const Font &font);
 
+// A line's pieces between its tabs, which stand at every eighth mean width. There is at least one.
+struct TextPiece {
+    int x; // from the line's left end
+    std::string text;
+};
+std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line);
+
+// Width of a line with its tabs.
+int TextWidth(const Font &font, const std::string &line);
+
 // Breaks a text at its line ends (either character, or both as one), and between words where a line
-// would be wider than width. A word that is wider stays whole.
+// would be wider than width. A word that is wider stays whole. There is at least one line.
 std::vector<std::string> BreakLines(const Font &font, const std::string &text, int width);
 
 // A label as it is shown: "&" is left out and marks the next letter, "&&" is one "&".

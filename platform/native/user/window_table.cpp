@@ -1,6 +1,7 @@
 #include "platform/native/user/window_table.h"
 
 #include <algorithm>
+#include <strings.h>
 
 #include "platform/native/handles.h"
 
@@ -29,6 +30,11 @@ std::vector<HWND> &TopLevelWindows()
 {
     static std::vector<HWND> windows;
     return windows;
+}
+
+bool IsOfClass(const Window *window, LPCSTR name)
+{
+    return strcasecmp(window->windowClass->name.c_str(), name) == 0;
 }
 
 bool IsShown(const Window *window)

@@ -7,7 +7,9 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/painting.h"
+#include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
+#include "platform/win32/user.h"
 
 // A window below HWND_MESSAGE, or below one that is.
 static bool IsMessageOnly(HWND parent)
@@ -61,7 +63,7 @@ HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, i
         return nullptr;
     const HWND handle = window->self;
     window->windowClass = windowClass;
-    windowClass->windows++;
+    ++windowClass->windows;
     // It is shown when it is whole.
     const bool isVisible = style & WS_VISIBLE;
     window->style = style & ~static_cast<DWORD>(WS_VISIBLE);
@@ -116,7 +118,7 @@ static void FreeWindow(HWND window)
     LosePixels(window);
     DestroyMenu(record->menu);
     TellChange(record, WindowChange::Gone);
-    record->windowClass->windows--;
+    --record->windowClass->windows;
     RemoveWindow(window);
 }
 
