@@ -3,6 +3,7 @@
 
 #include "platform/native/qt/registry.h"
 #include "platform/native/user/queue.h"
+#include "platform/native/visible.h"
 #include "program/globals.h"
 #include "program/ids.h"
 
