@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 
+#include <cstdio>
 #include <cstring>
 
 // The shortest limit that is met: bytes on Linux; Windows counts code units, which are no more.
@@ -15,13 +16,13 @@ static void AppendEncoded(std::string &encoded, unsigned char byte)
 }
 
 // Windows gives these names to devices, whatever extension follows.
-static bool IsDeviceName(const std::string &name)
+static int IsDeviceName(const std::string &name)
 {
     const std::string stem = FoldName(name.substr(0, name.find('.')));
     for (const char *device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
         if (stem == device)
             return true;
-    const bool numbered = stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0;
+    const int numbered = stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0;
     const std::string number = numbered ? stem.substr(3) : "";
     return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\xC2\xB9" ||
            number == "\xC2\xB2" || number == "\xC2\xB3";
@@ -30,7 +31,7 @@ static bool IsDeviceName(const std::string &name)
 std::string EncodeFileName(const std::string &name)
 {
     std::string encoded;
-    const bool device = IsDeviceName(name);
+    const int device = IsDeviceName(name);
     for (size_t i = 0; i < name.size(); i++) {
         const unsigned char byte = (unsigned char)name[i];
         if (byte < 32 || byte == 127 || strchr("<>:\"/\\|?*", byte) != nullptr ||

@@ -2,6 +2,7 @@
 
 #include "cli/reading.h"
 #include "exe/catalog.h"
+#include "exe/categories.h"
 #include "exe/tree_items.h"
 #include "platform/console.h"
 
@@ -46,7 +47,7 @@ static std::string TreeText(HWND tree, FILE *out)
     return text;
 }
 
-static std::string JsonText(const std::string &path, bool withFile)
+static std::string JsonText(const std::string &path, int withFile)
 {
     std::string text;
     ResourceEntry entry;
@@ -79,7 +80,7 @@ static HWND CreateHiddenTree()
 ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
 {
     ExitStatus status = ExitDone;
-    const bool several = options.files.size() > 1;
+    const int several = options.files.size() > 1;
     HWND tree = options.json ? nullptr : CreateHiddenTree();
     std::string text;
     for (const std::string &path : options.files) {

@@ -3,7 +3,7 @@
 #include "cli/file_names.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
-#include "exe/tree_items.h"
+#include "exe/categories.h"
 #include "export/formats.h"
 #include "platform/console.h"
 #include "platform/files.h"
@@ -12,8 +12,9 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <map>
 
-using Clock = std::chrono::steady_clock;
+typedef std::chrono::steady_clock Clock;
 
 // Where the entries of one category go.
 struct CategoryFolder {
@@ -28,8 +29,8 @@ struct SaveRun {
     FILE *err;
     OutputFolder *output;
     std::map<DWORD, CategoryFolder> folders;
-    std::vector<bool> nameMatched; // of options->names
-    std::vector<char> buffer;      // of the one file that is written; most fit whole
+    std::vector<int> nameMatched; // of options->names
+    std::vector<char> buffer;     // of the one file that is written; most fit whole
     Clock::time_point start;
     Clock::time_point lastProgress;
     ExitStatus status;
@@ -64,18 +65,18 @@ static void Fault(SaveRun *run, const std::string &path, const std::string &text
     run->status = ExitFailed;
 }
 
-static bool IsWanted(SaveRun *run, const ResourceEntry &entry)
+static int IsWanted(SaveRun *run, const ResourceEntry &entry)
 {
     const std::vector<DWORD> &kinds = run->options->categories;
     if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.category) == kinds.end())
-        return false;
+        return 0;
     if (run->options->names.empty())
-        return true;
-    bool wanted = false;
+        return 1;
+    int wanted = 0;
     const std::string name = FoldName(TextToUtf8(entry.name));
     for (size_t i = 0; i < run->options->names.size(); i++) {
         if (FoldName(run->options->names[i]) == name)
-            wanted = run->nameMatched[i] = true;
+            wanted = run->nameMatched[i] = 1;
     }
     return wanted;
 }
@@ -110,24 +111,24 @@ static void FinishFolder(SaveRun *run, DWORD category, CategoryFolder *folder)
                   FileErrorText() + ".");
 }
 
-// Fills a file that was just created. Returns false, with the file deleted, on failure.
-static bool FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream,
-                     const std::string &name, const std::string &shown, const ResourceEntry &entry)
+// Fills a file that was just created. Returns 0, with the file deleted, on failure.
+static int FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream, const std::string &name,
+                    const std::string &shown, const ResourceEntry &entry)
 {
     if (stream == nullptr) {
         Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
-        return false;
+        return 0;
     }
     setvbuf(stream, run->buffer.data(), _IOFBF, run->buffer.size());
     const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
-    const bool closed = fclose(stream) == 0;
+    const int closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
-        return true;
+        return 1;
     DeleteInFolder(folder, name.c_str());
     Fault(run, shown,
           outcome == WriteDataUnavailable ? "The resource's data are not available."
                                           : "The file cannot be written.");
-    return false;
+    return 0;
 }
 
 // Fills a file beside the one that is wanted, then gives it its name.

@@ -27,8 +27,8 @@ struct ResourceCatalog {
 // The catalogue of the open file.
 extern ResourceCatalog openCatalog;
 
-// How many bytes the kept resources of a file may have together: a file that names the same data
-// over and over must not fill the memory.
+// How many bytes the kept resources of a file of fileLength bytes may have together: a file that
+// names the same data over and over must not fill the memory.
 unsigned long long KeptBytesLimit(unsigned long long fileLength);
 
 // Adds a copy of the entry as the last record; its index is the old count. On success the
@@ -43,6 +43,7 @@ int GetEntry(HGLOBAL entries, ResourceEntry *entry, LONG index);
 // Releases every data block and the records. A sound that plays from one must be stopped first.
 void ReleaseCatalog(ResourceCatalog *catalog);
 
-// Sets and returns entry->isWave: whether data, of entry->size bytes, begins with "RIFF", any four
-// bytes and "WAVE", letters compared without case. Fewer than WAVE_HEADER_SIZE bytes are not WAVE.
+// Sets and returns entry->isWave (RIFF WAVE, Microsoft and IBM's multimedia format): whether data,
+// of entry->size bytes, begins with "RIFF", any four bytes and "WAVE", letters compared without
+// case. Fewer than WAVE_HEADER_SIZE bytes are not WAVE.
 LONG ProbeWave(ResourceEntry *entry, const BYTE *data);

@@ -27,16 +27,16 @@ inline constexpr Category categories[] = {
 };
 
 // Whether each category has a row in a room's table, whose rows have a field `category`.
-template <typename Row, size_t count> constexpr bool CoversCategories(const Row (&rows)[count])
+template <typename Row, size_t count> constexpr int CoversCategories(const Row (&rows)[count])
 {
     for (const Category &wanted : categories) {
-        bool found = false;
+        int found = 0;
         for (const Row &row : rows)
             found = found || row.category == wanted.category;
         if (!found)
-            return false;
+            return 0;
     }
-    return true;
+    return 1;
 }
 
 // The label of a category, or NULL when resources of that type number are not kept.

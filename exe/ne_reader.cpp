@@ -3,11 +3,12 @@
 #include "content/block.h"
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
+#include "exe/categories.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
 #include "platform/files.h"
 
-#include <cstring>
+#include <cstdint>
 
 #define TYPE_RECORD_SIZE 8
 #define NAME_RECORD_SIZE 12

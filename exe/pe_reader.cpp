@@ -3,12 +3,14 @@
 #include "content/block.h"
 #include "content/byte_reader.h"
 #include "exe/catalog.h"
+#include "exe/categories.h"
 #include "exe/pe_headers.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #define DIRECTORY_SIZE 16
 #define DIRECTORY_ENTRY_SIZE 8

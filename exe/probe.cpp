@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "program/ids.h"
 
+#include <cstdint>
+
 #define NE_SIGNATURE 0x454E
 
 static int TooLarge(FILE *file)

@@ -1,5 +1,7 @@
 #include "exe/refusal.h"
 
+#include "exe/pe_headers.h"
+
 #include <cstdio>
 #include <cstring>
 
@@ -9,7 +11,7 @@
 struct Failure {
     FailureKind kind;
     unsigned long long offset;
-    char detail[9]; // a section's name, or the new header's two letters
+    char detail[SECTION_NAME_LENGTH + 1]; // a section's name, or the new header's two letters
 };
 
 static Failure noted;
@@ -110,7 +112,7 @@ void NoteMissingSection(const BYTE *other)
         return;
     NoteFailure(FailureNoSection, 0);
     if (other != nullptr)
-        NoteDetail(other, 8);
+        NoteDetail(other, SECTION_NAME_LENGTH);
 }
 
 void NoteOtherTypeName(const char *name)

@@ -28,10 +28,10 @@ enum FailureKind {
 // Forgets what was noted. Called before each reading.
 void ClearFailure();
 
-// Notes a failure at a file offset; the first one is kept.
+// Notes a failure at a file offset (bytes); the first one is kept.
 void NoteFailure(FailureKind kind, unsigned long long offset);
 
-// Notes a new header that is neither NE nor PE, with its first two bytes.
+// Notes a new header, at a file offset, that is neither NE nor PE, with its first two bytes.
 void NoteNewHeader(const BYTE signature[2], unsigned long long offset);
 
 // Notes that an image has no section named .rsrc. other is the 8-byte name, padded with bytes of 0,
@@ -45,7 +45,9 @@ void NoteOtherTypeName(const char *name);
 // The failure that was noted, FailureNone when there was none.
 FailureKind NotedFailure();
 
-// Writes the reason in one plain line: what failed and at which offset; or, where nothing failed,
-// that the file holds no resources, or only of kinds that are not kept, and which.
 #define REASON_SIZE 800
+
+// Writes the reason in one plain line: what failed and at which offset; or, where nothing failed,
+// that the file holds no resources, or only of kinds that are not kept, and which. text, which
+// holds REASON_SIZE bytes, gets it in the ANSI code page.
 void DescribeFailure(char *text);

@@ -7,6 +7,9 @@
 #include <cstdio>
 #include <cstring>
 
+#define IMAGE_WIDTH 16
+#define IMAGE_HEIGHT 14
+
 TreeImagePair treeImages;
 
 static int AddFolderImage(HIMAGELIST list, int bitmapId)
@@ -21,7 +24,7 @@ int SetTreeImages(HWND tree, TreeImagePair *images)
 {
     if (tree == nullptr)
         return 1;
-    HIMAGELIST list = ImageList_Create(TREE_IMAGE_WIDTH, TREE_IMAGE_HEIGHT, ILC_COLOR8, 2, 0);
+    HIMAGELIST list = ImageList_Create(IMAGE_WIDTH, IMAGE_HEIGHT, ILC_COLOR8, 2, 0);
     if (list == nullptr)
         return 0;
     images->normal = AddFolderImage(list, IDB_FOLDER_CLOSED);
@@ -56,13 +59,7 @@ HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePa
 
 HTREEITEM AddCategoryItem(HWND tree, DWORD category)
 {
-    return AddTreeItem(tree, CategoryLabel(category), 1, &treeImages, TVI_ROOT,
-                       CATEGORY_ITEM_VALUE);
-}
-
-void FormatEntryLabel(char *label, const char *name, DWORD size)
-{
-    snprintf(label, LABEL_SIZE, "%s (%lu bytes)", name, (unsigned long)size);
+    return AddTreeItem(tree, CategoryLabel(category), 1, &treeImages, TVI_ROOT, NO_ENTRY);
 }
 
 int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
@@ -72,7 +69,7 @@ int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
         return 0;
     if (tree != nullptr) {
         char label[LABEL_SIZE];
-        FormatEntryLabel(label, entry->name, entry->size);
+        snprintf(label, sizeof label, "%s (%lu bytes)", entry->name, (unsigned long)entry->size);
         AddTreeItem(tree, label, 2, &treeImages, categoryItem, index);
     }
     return 1;

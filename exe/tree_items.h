@@ -1,12 +1,12 @@
 // The resource tree's items: category items, under them one item for each catalogued entry.
-// An item's value (its lParam, as a 32-bit number) is the entry's index, -1 for a category item.
+// An item's value (its lParam, as a 32-bit number) is the entry's index, NO_ENTRY for a category
+// item.
 #pragma once
 
 #include "exe/catalog.h"
 
-#define CATEGORY_ITEM_VALUE (-1)
-#define TREE_IMAGE_WIDTH 16
-#define TREE_IMAGE_HEIGHT 14
+#define LABEL_SIZE 300 // bytes that hold every item's label
+#define NO_ENTRY (-1)  // the value of an item that stands for no entry
 
 // Indices into the tree's image list.
 struct TreeImagePair {
@@ -17,8 +17,9 @@ struct TreeImagePair {
 // The pair that every item shows.
 extern TreeImagePair treeImages;
 
-// Gives the tree a new list of the two folder pictures; the list it held before is destroyed.
-// Returns 0 on failure, and the tree then keeps what it has. No tree: nothing is done.
+// Gives the tree a new list of the two folder pictures, whose indices are stored in images; the
+// list it held before is destroyed. Returns 0 on failure, and the tree then keeps what it has. With
+// no tree nothing is done and the answer is 1.
 int SetTreeImages(HWND tree, TreeImagePair *images);
 
 // Inserts an item in the tree's alphabetical order. level is 1 for a category item (parent
@@ -37,7 +38,3 @@ int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry);
 // Gives an entry a data block with a copy of its entry->size bytes, sets isWave and adds it as
 // AddEntry does. Returns 0 when there was no memory, and nothing is left behind.
 int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes);
-
-// Writes an entry's label: its name and "(N bytes)". label holds at least LABEL_SIZE bytes.
-#define LABEL_SIZE 300
-void FormatEntryLabel(char *label, const char *name, DWORD size);

@@ -1,7 +1,11 @@
-// Which file format suits which entry.
+// The formats that entries are saved in, and which of them suits which entry.
 #pragma once
 
+#include "exe/catalog.h"
+#include "exe/categories.h"
 #include "export/writers.h"
+
+#include <cstdio>
 
 struct ExportFormat {
     ResourceCategory category;

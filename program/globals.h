@@ -1,4 +1,5 @@
-// Program-wide state, filled at start-up and read by everyone.
+// Program-wide state, filled by shell at start-up and read by everyone. quillmoor-cli fills the
+// instance alone.
 #pragma once
 
 #include "platform/win32.h"

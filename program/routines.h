@@ -21,6 +21,6 @@ void CenterOnScreen(HWND window);
 // NULL, to every window below it.
 void ApplyFontToChildren(HWND window, HFONT font);
 
-// The window's client area, pixels.
+// The window's client area, pixels; 0 when there is no such window.
 LONG GetClientWidth(HWND window);
 LONG GetClientHeight(HWND window);

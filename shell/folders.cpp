@@ -1,6 +1,7 @@
 #include "shell/folders.h"
 
 #include "platform/files.h"
+#include "platform/win32.h"
 
 #include <cstring>
 

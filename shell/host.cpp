@@ -1,6 +1,7 @@
 #include "shell/host.h"
 
 #include "platform/files.h"
+#include "platform/win32.h"
 #include "program/globals.h"
 #include "program/ids.h"
 #include "program/texts.h"

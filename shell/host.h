@@ -2,8 +2,6 @@
 // "MessageBox" and bitmap 9004 the program uses. Only its resources are read.
 #pragma once
 
-#include "platform/win32.h"
-
 // Finds VLXPRO.EXE in the folder that the sibling application's settings name (ApplicationPath in
 // the section Vellumax of VLXPRO30.INI), else in the current folder, and loads it into
 // globals.hostModule. When the file is missing, and when it cannot be loaded, says so in the

@@ -3,6 +3,7 @@
 #include "dialogs/about.h"
 #include "dialogs/manual.h"
 #include "exe/catalog.h"
+#include "exe/tree_items.h"
 #include "program/globals.h"
 #include "program/ids.h"
 #include "program/routines.h"
@@ -24,8 +25,8 @@
 
 LONG splitPosition = 180;
 
-static LONG selectedIndex = -1; // item value of the item that was selected last
-static LONG lastBar = NO_BAR;   // split position at which the drag bar is drawn
+static LONG selectedIndex = NO_ENTRY; // value of the item that was selected last
+static LONG lastBar = NO_BAR;         // split position at which the drag bar is drawn
 
 // --- title ---
 
@@ -109,7 +110,7 @@ static void ApplyMenuStates(HWND window)
     ResourceEntry entry;
     HMENU menu = GetMenu(window);
     const int isWave = GetSelectedEntry(&entry) && entry.isWave != 0;
-    EnableMenuItem(menu, IDM_SAVE_AS, selectedIndex != -1 ? MF_ENABLED : MF_GRAYED);
+    EnableMenuItem(menu, IDM_SAVE_AS, selectedIndex != NO_ENTRY ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, IDM_PLAY, isWave ? MF_ENABLED : MF_GRAYED);
 }
 
@@ -153,7 +154,7 @@ static void OnOpenFile(HWND window, const char *path)
         EmptyFile(window);
         return;
     }
-    selectedIndex = -1;
+    selectedIndex = NO_ENTRY;
     ApplyMenuStates(window);
     SetMainTitle(path);
     EnableMenuItem(GetMenu(window), IDM_CLOSE, MF_ENABLED);

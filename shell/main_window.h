@@ -1,5 +1,5 @@
-// The main window: its procedure, the layout of its two children, the selection, the sound that
-// plays and the window's title.
+// The main window: its procedure, the layout of its two children and the splitter between them, the
+// selection, the states of its menu and its title.
 #pragma once
 
 #include "platform/win32.h"

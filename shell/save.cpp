@@ -2,6 +2,7 @@
 
 #include "dialogs/message.h"
 #include "export/formats.h"
+#include "export/writers.h"
 #include "program/globals.h"
 #include "program/ids.h"
 #include "program/texts.h"

@@ -3,6 +3,7 @@
 #include "content/dib.h"
 #include "content/string_block.h"
 #include "exe/catalog.h"
+#include "exe/categories.h"
 #include "program/globals.h"
 #include "viewer/dib_draw.h"
 #include "viewer/png.h"
