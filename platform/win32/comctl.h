@@ -1,4 +1,4 @@
-// Image lists, and the tree control's items and messages.
+// Image lists, and the tree control's items and messages. A dead handle makes a call fail.
 #pragma once
 
 #include "platform/win32/types.h"
@@ -10,15 +10,18 @@ typedef struct _IMAGELIST *HIMAGELIST;
 
 #define ILC_COLOR8 0x0008
 
-// Makes an empty list of pictures of width x height pixels. The caller destroys it.
+// Makes an empty list of pictures of width x height pixels. The caller destroys it. NULL for an
+// empty size, or when there is no room. flags, initial and grow are not looked at.
 HIMAGELIST WINAPI ImageList_Create(int width, int height, UINT flags, int initial, int grow);
+
+// FALSE for a dead handle.
 BOOL WINAPI ImageList_Destroy(HIMAGELIST list);
 
 // Copies as many pictures as the bitmap is wide for; mask is always NULL. Returns the index of the
-// first, or -1. The bitmap stays the caller's.
+// first, -1 for a dead list or bitmap. The bitmap stays the caller's.
 int WINAPI ImageList_Add(HIMAGELIST list, HBITMAP image, HBITMAP mask);
 
-// 0 for a dead handle.
+// How many pictures a list has; 0 for a dead handle.
 int WINAPI ImageList_GetImageCount(HIMAGELIST list);
 
 // --- tree control ---
@@ -40,26 +43,27 @@ typedef struct _TREEITEM *HTREEITEM;
 #define TVIF_SELECTEDIMAGE 0x0020
 
 typedef struct tagTVITEMA {
-    UINT mask;
+    UINT mask; // TVIF_: the members that count
     HTREEITEM hItem;
-    LPSTR pszText;
-    int cchTextMax;
-    int iImage;
+    LPSTR pszText;  // the label, ANSI code page; the caller's, copied
+    int cchTextMax; // bytes that pszText holds, when it is to be filled
+    int iImage;     // index in the tree's image list
     int iSelectedImage;
-    LPARAM lParam;
+    LPARAM lParam; // the program's own value
 } TVITEMA;
 
 typedef struct tagTVINSERTSTRUCTA {
-    HTREEITEM hParent;
+    HTREEITEM hParent; // TVI_ROOT or NULL: the top level
     HTREEITEM hInsertAfter;
     TVITEMA item;
 } TVINSERTSTRUCTA;
 
 #define TV_FIRST 0x1100
 
-// lParam: TVINSERTSTRUCTA. Answers the new item, or NULL. Only TVI_SORT is used: an item goes
-// after every sibling whose label is not greater; labels are compared as bytes with A to Z folded
-// to lower case (Windows compares by the user's language). n insertions cost n log n in total.
+// lParam: TVINSERTSTRUCTA. Answers the new item, NULL for a dead parent. Only TVI_SORT is used: an
+// item goes after every sibling whose label is not greater; labels are compared as bytes with A to
+// Z folded to lower case (Windows compares by the user's language). n insertions cost n log n in
+// total.
 #define TVM_INSERTITEMA (TV_FIRST + 0)
 #define TVM_INSERTITEM TVM_INSERTITEMA
 

@@ -1,4 +1,7 @@
 // Windows and messages, menus and dialogs, and the program's own texts and pictures.
+//
+// Sizes and places are in logical pixels. Texts are terminated bytes in the ANSI code page. A dead
+// handle makes a call fail: FALSE, 0 or NULL, and nothing is changed or filled.
 #pragma once
 
 #include "platform/win32/types.h"
@@ -28,10 +31,11 @@ typedef struct tagWNDCLASSA {
     LPCSTR lpszClassName; // compared without case
 } WNDCLASSA;
 
-// 0 when the name is taken or missing.
+// Registers a class; the texts are copied. 0 when the name is taken or missing.
 ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass);
 
-// FALSE while a window of the class exists, and for an unknown class.
+// Forgets a class. FALSE while a window of the class exists, for an unknown class and for a control
+// that the system brings. instance is not looked at.
 BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 
 // --- windows ---
@@ -47,6 +51,7 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 #define WS_TABSTOP 0x00010000L
 #define WS_OVERLAPPEDWINDOW 0x00CF0000L
 
+// As x: at (0, 0); as width: no size.
 #define CW_USEDEFAULT ((int)0x80000000)
 
 // Parent of windows that are never shown and only take messages.
@@ -54,8 +59,9 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 
 // Makes a window of a class: one that the program registered, "button", "static" or
 // "SysTreeView32". x, y, width and height are the outer rectangle, a child's in its parent's client
-// area. menuOrId is a child's id; other windows get their class's menu. A window with a parent and
-// without WS_CHILD is owned: it goes with its owner and stays above it. The first WM_SIZE follows
+// area. menuOrId is a child's id; another window owns it as its menu, with NULL it gets its
+// class's. extendedStyle and parameter are not looked at. A window with a parent and without
+// WS_CHILD is owned: it goes with its owner and stays above it. The first WM_SIZE follows
 // WM_CREATE; that of a window with neither WS_CHILD nor WS_POPUP follows its first showing. NULL
 // when the class is unknown, the parent is dead or the window was destroyed while it was made.
 HWND WINAPI CreateWindowExA(DWORD extendedStyle, LPCSTR className, LPCSTR text, DWORD style, int x,
@@ -71,58 +77,66 @@ BOOL WINAPI DestroyWindow(HWND window);
 #define SW_SHOWMAXIMIZED 3
 #define SW_SHOW 5
 
-// TRUE when the window was visible before.
+// Shows or hides a window. TRUE when it was visible before.
 BOOL WINAPI ShowWindow(HWND window, int command);
 
-// Paints what is invalid of the window and its children at once.
+// Paints what is invalid of the window and its children at once. FALSE for a dead handle.
 BOOL WINAPI UpdateWindow(HWND window);
 
 // Marks a part of the client area (NULL: all) for painting, and what its children show there.
-// erase: the background is to be filled anew.
+// erase: the background is to be filled anew. FALSE for a dead handle.
 BOOL WINAPI InvalidateRect(HWND window, const RECT *part, BOOL erase);
 
 // The client area, left and top 0. FALSE for a dead handle.
 BOOL WINAPI GetClientRect(HWND window, LPRECT rect);
 
 // The outer rectangle on the screen: frame, caption and menu bar included once the desktop has
-// told them, before that the client area and the menu bar.
+// told them, before that the client area and the menu bar. FALSE for a dead handle.
 BOOL WINAPI GetWindowRect(HWND window, LPRECT rect);
 
 // Gives a window an outer rectangle; WM_SIZE follows at once when its client size changes. A top
 // level window's manager may give another size, which a later WM_SIZE tells. The layer asks it at
-// most once for each size that it gives; refused again, the window stays as it is.
+// most once for each size that it gives; refused again, the window stays as it is. repaint is not
+// looked at: what must be painted is. FALSE for a dead handle.
 BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 
 #define HWND_TOP ((HWND)0)
 #define SWP_NOSIZE 0x0001
 
-// Moves a window that is no child above the others and to (x, y). flags are SWP_NOSIZE: it keeps
-// its size, width and height are not looked at.
+// Moves a window that is no child above the others and to (x, y). after is HWND_TOP and flags are
+// SWP_NOSIZE: it keeps its size, width and height are not looked at. FALSE for a dead handle.
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 
+// Makes a place in the client area one on the screen. FALSE for a dead handle.
 BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
 
 // The window that shows at a point of the screen, by the layer's own rectangles; NULL for none.
 HWND WINAPI WindowFromPoint(POINT point);
 
 // A window's text: a frame's caption, a button's or static's label. Frames show UTF-8 when the text
-// is valid UTF-8.
+// is valid UTF-8. The text is copied; NULL is an empty one. FALSE for a dead handle.
 BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
+
+// In bytes, without the terminator.
 int WINAPI GetWindowTextLengthA(HWND window);
 
 // The child with an id; NULL when there is none.
 HWND WINAPI GetDlgItem(HWND window, int id);
+
+// SetWindowTextA for that child. FALSE when there is none.
 BOOL WINAPI SetDlgItemTextA(HWND window, int id, LPCSTR text);
 
-// Copies at most size - 1 bytes of that child's text, terminates, and answers their count.
+// Copies at most size - 1 bytes of that child's text, terminates, and answers their count; an empty
+// text when there is no such child.
 UINT WINAPI GetDlgItemTextA(HWND window, int id, LPSTR text, int size);
 
 typedef BOOL(CALLBACK *WNDENUMPROC)(HWND window, LPARAM parameter);
 
-// Calls the procedure for every child, grandchildren included, until it answers FALSE.
+// Calls the procedure for every child, grandchildren included, until it answers FALSE, which is
+// then the answer.
 BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC procedure, LPARAM parameter);
 
-// SM_CXSCREEN and SM_CYSCREEN: the size of the main screen in pixels.
+// SM_CXSCREEN and SM_CYSCREEN: the size of the main screen; 0 for others.
 int WINAPI GetSystemMetrics(int index);
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
@@ -131,19 +145,26 @@ int WINAPI GetSystemMetrics(int index);
 // what is drawn stays until the child below is painted again or the window is updated. NULL for a
 // dead handle. Every context is released.
 HDC WINAPI GetDC(HWND window);
+
+// Ends a context of GetDC, and what was drawn shows. 0 for any other context.
 int WINAPI ReleaseDC(HWND window, HDC dc);
 
 // --- keyboard and mouse ---
 
-// Gives a window the keyboard. Returns the window that had it.
+// Gives a window the keyboard: the one that had it gets WM_KILLFOCUS, this one WM_SETFOCUS.
+// Returns the window that had it; NULL also for a window that takes no input.
 HWND WINAPI SetFocus(HWND window);
 
-// While a window holds the capture, all mouse messages go to it.
+// While a window holds the capture, all mouse messages go to it. Returns the window that held it.
 HWND WINAPI SetCapture(HWND window);
+
+// The window that holds the capture, or NULL.
 HWND WINAPI GetCapture(void);
+
+// Nobody holds the capture any more. Always TRUE.
 BOOL WINAPI ReleaseCapture(void);
 
-// Where the mouse was at its last event (Wayland tells no other place), on the screen.
+// Where the mouse was at its last event (Wayland tells no other place), on the screen. Always TRUE.
 BOOL WINAPI GetCursorPos(LPPOINT point);
 
 // --- messages ---
@@ -216,8 +237,10 @@ BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 // last are 0.
 BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last);
 
-// Keys reach the controls as they are; there are no characters to translate into.
+// Keys reach the controls as they are; there are no characters to translate into. Always FALSE.
 BOOL WINAPI TranslateMessage(const MSG *message);
+
+// Sends a message that a loop took to its window, and gives the answer.
 LRESULT WINAPI DispatchMessageA(const MSG *message);
 
 // Asks every message loop, nested ones first, to end once the posted messages are through.
@@ -241,13 +264,11 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM l
 typedef struct tagDRAWITEMSTRUCT {
     UINT CtlType;
     UINT CtlID;
-    UINT itemID;
     UINT itemAction; // always ODA_DRAWENTIRE
     UINT itemState;
     HWND hwndItem;
     HDC hDC;
     RECT rcItem;
-    uintptr_t itemData;
 } DRAWITEMSTRUCT;
 
 // --- menus ---
@@ -262,18 +283,25 @@ typedef struct tagDRAWITEMSTRUCT {
 // The menu bar of a window; NULL when it has none.
 HMENU WINAPI GetMenu(HWND window);
 
-// Finds an item by its command, in submenus too. EnableMenuItem answers the state before, and
-// GetMenuState the state, both -1 when there is no such item.
+// Finds an item by its command, in submenus too, and greys it or not (MF_GRAYED, MF_ENABLED).
+// Answers those flags as they were; -1 when there is no such item.
 BOOL WINAPI EnableMenuItem(HMENU menu, UINT id, UINT flags);
+
+// An item's flags (MF_); -1 when there is no such item.
 UINT WINAPI GetMenuState(HMENU menu, UINT id, UINT flags);
 
-// The caller destroys a menu that is no window's.
+// Makes an empty menu. The caller destroys a menu that is no window's.
 HMENU WINAPI CreatePopupMenu(void);
+
+// Puts an item at a menu's end; the text is copied.
 BOOL WINAPI AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text);
+
+// Ends a menu and its submenus.
 BOOL WINAPI DestroyMenu(HMENU menu);
 
 // Shows a menu at a point of the screen, and loops over messages until it closes. A chosen item's
-// command is posted to the owner. FALSE for a dead menu or owner.
+// command is posted to the owner (WM_COMMAND). FALSE for a dead menu or owner, with no display, and
+// while another is shown. flags, reserved and keepOut are not looked at.
 BOOL WINAPI TrackPopupMenu(HMENU menu, UINT flags, int x, int y, int reserved, HWND owner,
                            const RECT *keepOut);
 
@@ -294,11 +322,15 @@ typedef INT_PTR(CALLBACK *DLGPROC)(HWND dialog, UINT message, WPARAM wParam, LPA
 // no such template; 0 when the owner is dead. A quit request, or the end of the owner, ends it.
 INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter);
+
+// Ends a dialog's loop with that result, once the message that is treated now is done. FALSE for a
+// window that is no dialog.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 
 #define MB_ICONINFORMATION 0x00000040L
 
-// Shows a text with an OK button; loops as a dialog does. Returns IDOK, 0 when it went otherwise.
+// Shows a text with an OK button, and an icon with MB_ICONINFORMATION; loops as a dialog does.
+// Returns IDOK, 0 when it went otherwise.
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 
 // --- resources ---
@@ -307,11 +339,11 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 // code page. Returns its length; 0 when there is no such text or it is empty.
 int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size);
 
-// Loads a bitmap of the module. The caller deletes it. NULL when there is none.
+// Loads a bitmap of the module. The caller deletes it. NULL when there is none that can be read.
 HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name);
 
 // Load a module's icon or cursor, or, with no module, the desktop's information icon or one of its
-// cursors. They are shared: nobody deletes them. NULL when there is none.
+// cursors. They are shared: nobody deletes them. NULL when there is none that can be read.
 HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name);
 #define IDI_INFORMATION MAKEINTRESOURCEA(32516)
 HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
