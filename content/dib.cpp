@@ -1,8 +1,8 @@
 #include "content/dib.h"
 
 #include "content/block.h"
-#include "content/byte_reader.h"
 #include "content/run_length.h"
+#include "platform/byte_reader.h"
 #include "platform/picture_limit.h"
 
 #include <algorithm>

@@ -1,9 +1,25 @@
 #include "content/string_block.h"
 
-#include "content/byte_reader.h"
+#include "platform/byte_reader.h"
 
 #include <algorithm>
 #include <cstring>
+
+void UnitsToText(const BYTE *units, int count, char *text)
+{
+    WCHAR wide[STRING_TEXT_LENGTH];
+    char narrow[2 * STRING_TEXT_LENGTH]; // a double-byte code page writes up to two bytes a unit
+    count = std::min(count, STRING_TEXT_LENGTH);
+    for (int i = 0; i < count; i++)
+        wide[i] = (WCHAR)(units[2 * i] | units[2 * i + 1] << 8);
+    int length = 0;
+    if (count > 0)
+        length =
+            WideCharToMultiByte(CP_ACP, 0, wide, count, narrow, sizeof narrow, nullptr, nullptr);
+    length = std::clamp(length, 0, count);
+    memcpy(text, narrow, (size_t)length);
+    text[length] = 0;
+}
 
 int NextString(StringBlock *block, char *text)
 {

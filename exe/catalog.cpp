@@ -1,7 +1,7 @@
 #include "exe/catalog.h"
 
 #include "content/block.h"
-#include "content/byte_reader.h"
+#include "platform/byte_reader.h"
 
 #include <algorithm>
 

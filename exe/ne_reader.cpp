@@ -1,11 +1,11 @@
 #include "exe/ne_reader.h"
 
 #include "content/block.h"
-#include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/categories.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
+#include "platform/byte_reader.h"
 #include "platform/files.h"
 
 #include <cstdint>

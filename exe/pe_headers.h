@@ -2,7 +2,8 @@
 // sections. `headers` is the file offset at which they begin, which the MZ header tells.
 #pragma once
 
-#include "content/byte_reader.h"
+#include "platform/byte_reader.h"
+#include "platform/win32.h"
 
 #define PE_SIGNATURE 0x4550 // "PE", after which two bytes of 0 follow
 #define SECTION_NAME_LENGTH 8

@@ -1,12 +1,13 @@
 #include "exe/pe_reader.h"
 
 #include "content/block.h"
-#include "content/byte_reader.h"
+#include "content/string_block.h"
 #include "exe/catalog.h"
 #include "exe/categories.h"
 #include "exe/pe_headers.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
+#include "platform/byte_reader.h"
 #include "platform/files.h"
 
 #include <algorithm>

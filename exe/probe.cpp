@@ -1,12 +1,12 @@
 #include "exe/probe.h"
 
-#include "content/byte_reader.h"
 #include "exe/catalog.h"
 #include "exe/ne_reader.h"
 #include "exe/pe_headers.h"
 #include "exe/pe_reader.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
+#include "platform/byte_reader.h"
 #include "platform/files.h"
 #include "program/ids.h"
 

@@ -1,6 +1,5 @@
 #include "export/writers.h"
 
-#include "content/byte_reader.h"
 #include "content/dib.h"
 #include "content/string_block.h"
 

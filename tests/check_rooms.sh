@@ -27,6 +27,7 @@ platform/native/kernel  core
 platform/files          core
 platform/console        core
 platform/picture_limit  core
+platform/byte_reader    core
 platform/native/handles core
 platform/native/visible core
 platform/win32          core

@@ -1,6 +1,6 @@
 #include "viewer/graphic_file.h"
 
-#include "content/byte_reader.h"
+#include "platform/byte_reader.h"
 #include "platform/codec/codec.h"
 #include "platform/files.h"
 

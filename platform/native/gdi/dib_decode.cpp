@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <climits>
-#include <cstring>
+
+#include "platform/byte_reader.h"
 
 namespace
 {
@@ -14,45 +15,35 @@ const uint32_t masksInHeaderSize = 52; // from this length on the masks belong t
 
 enum Compression : uint32_t { Rgb, RunLength8, RunLength4, BitFields };
 
-uint16_t Get16(const uint8_t *bytes)
-{
-    return (uint16_t)(bytes[0] | bytes[1] << 8);
-}
-
-uint32_t Get32(const uint8_t *bytes)
-{
-    return (uint32_t)Get16(bytes) | (uint32_t)Get16(bytes + 2) << 16;
-}
-
 size_t RowSize(const DibLayout &layout)
 {
     return ((size_t)layout.width * (size_t)layout.bits + 31) / 32 * 4;
 }
 
-void ReadCoreHeader(const uint8_t *bytes, DibLayout *layout)
+void ReadCoreHeader(ByteReader *info, DibLayout *layout)
 {
-    layout->width = Get16(bytes + 4);
-    layout->height = Get16(bytes + 6);
-    layout->planes = Get16(bytes + 8);
-    layout->bits = Get16(bytes + 10);
+    layout->width = ReadU16(info, 4);
+    layout->height = ReadU16(info, 6);
+    layout->planes = ReadU16(info, 8);
+    layout->bits = ReadU16(info, 10);
     layout->entrySize = 3;
     if (layout->bits <= 8)
-        layout->tableEntries = (size_t)1 << layout->bits;
+        layout->tableEntries = size_t{1} << layout->bits;
 }
 
 // Returns the compression.
-uint32_t ReadInfoHeader(const uint8_t *bytes, DibLayout *layout)
+uint32_t ReadInfoHeader(ByteReader *info, DibLayout *layout)
 {
-    const int32_t height = (int32_t)Get32(bytes + 8);
-    const size_t used = Get32(bytes + 32);
-    layout->width = (int32_t)Get32(bytes + 4);
+    const auto height = static_cast<int32_t>(ReadU32(info, 8));
+    const size_t used = ReadU32(info, 32);
+    layout->width = static_cast<int32_t>(ReadU32(info, 4));
     layout->isTopDown = height < 0;
     layout->height = height == INT_MIN ? 0 : std::abs(height);
-    layout->planes = Get16(bytes + 12);
-    layout->bits = Get16(bytes + 14);
+    layout->planes = ReadU16(info, 12);
+    layout->bits = ReadU16(info, 14);
     layout->entrySize = 4;
-    layout->tableEntries = used != 0 || layout->bits > 8 ? used : (size_t)1 << layout->bits;
-    return Get32(bytes + 16);
+    layout->tableEntries = used != 0 || layout->bits > 8 ? used : size_t{1} << layout->bits;
+    return ReadU32(info, 16);
 }
 
 bool IsDrawable(const DibLayout &layout, uint32_t compression)
@@ -116,7 +107,9 @@ void DecodeDirectRow(const DibLayout &layout, const uint8_t *row, uint32_t *out)
     const bool isPlain = masks[0] == 0xFF0000 && masks[1] == 0xFF00 && masks[2] == 0xFF;
     const int size = layout.bits / 8;
     for (int x = 0; x < layout.width; x++, row += size) {
-        const uint32_t pixel = size == 2 ? Get16(row) : Get32(row);
+        uint32_t pixel = row[0] | uint32_t{row[1]} << 8;
+        if (size == 4)
+            pixel |= uint32_t{row[2]} << 16 | uint32_t{row[3]} << 24;
         out[x] = isPlain ? pixel & 0xFFFFFF
                          : Channel(pixel, masks[0]) << 16 | Channel(pixel, masks[1]) << 8 |
                                Channel(pixel, masks[2]);
@@ -188,16 +181,17 @@ void DecodeRunLengths(const DibLayout &layout, const uint32_t *table, const uint
 
 bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
 {
-    const uint8_t *bytes = (const uint8_t *)info;
+    ByteReader bytes = OpenBytes(info, available);
     *layout = {};
-    const uint32_t headerSize = available < 4 ? 0 : Get32(bytes);
-    if ((headerSize != coreHeaderSize && headerSize < infoHeaderSize) || headerSize > available)
+    const uint32_t headerSize = ReadU32(&bytes, 0);
+    if ((headerSize != coreHeaderSize && headerSize < infoHeaderSize) ||
+        !BytesAt(&bytes, 0, headerSize))
         return false;
     uint32_t compression = Rgb;
     if (headerSize == coreHeaderSize)
-        ReadCoreHeader(bytes, layout);
+        ReadCoreHeader(&bytes, layout);
     else
-        compression = ReadInfoHeader(bytes, layout);
+        compression = ReadInfoHeader(&bytes, layout);
     if (!IsDrawable(*layout, compression))
         return false;
     layout->isRunLength = compression == RunLength8 || compression == RunLength4;
@@ -205,10 +199,8 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
     if (compression == BitFields) {
         if (headerSize < masksInHeaderSize)
             layout->tableOffset += 12;
-        if (available < infoHeaderSize + 12)
-            return false;
-        for (size_t i = 0; i < 3; i++)
-            layout->masks[i] = Get32(bytes + infoHeaderSize + 4 * i);
+        for (size_t i = 0; i < 3; ++i)
+            layout->masks[i] = ReadU32(&bytes, infoHeaderSize + 4 * i);
         if (layout->masks[0] == 0 || layout->masks[1] == 0 || layout->masks[2] == 0)
             return false;
     } else {
@@ -219,7 +211,7 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
     }
     layout->infoSize = layout->tableOffset + layout->tableEntries * layout->entrySize;
     layout->pixelsSize =
-        layout->isRunLength ? Get32(bytes + 20) : RowSize(*layout) * (size_t)layout->height;
+        layout->isRunLength ? ReadU32(&bytes, 20) : RowSize(*layout) * (size_t)layout->height;
     return layout->infoSize <= available && layout->pixelsSize > 0;
 }
 

@@ -146,6 +146,31 @@ std::string TextToUtf8(std::string_view text)
     return out;
 }
 
+static char ByteOfUnit(const CodePage &page, WCHAR unit)
+{
+    const BYTE byte = page.bytes[unit];
+    return byte == 0 && unit != 0 ? '?' : static_cast<char>(byte);
+}
+
+std::string TextOfUnits(const uint8_t *units, size_t count)
+{
+    const CodePage &page = AnsiCodePage();
+    ByteReader reader = OpenBytes(units, 2 * count);
+    std::string text(count, 0);
+    for (char &letter : text)
+        letter = ByteOfUnit(page, TakeU16(&reader));
+    return text;
+}
+
+std::string TakeWideText(ByteReader *reader)
+{
+    const CodePage &page = AnsiCodePage();
+    std::string text;
+    while (const WCHAR unit = TakeU16(reader))
+        text += ByteOfUnit(page, unit);
+    return text;
+}
+
 static std::string UnitsToUtf8(LPCWSTR wide, int units)
 {
     std::string out;
@@ -183,10 +208,8 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int uni
         return units;
     const CodePage &page = AnsiCodePage();
     const int count = std::min(units, outSize);
-    for (int i = 0; i < count; i++) {
-        const BYTE byte = page.bytes[wide[i]];
-        out[i] = byte == 0 && wide[i] != 0 ? '?' : (char)byte;
-    }
+    for (int i = 0; i < count; ++i)
+        out[i] = ByteOfUnit(page, wide[i]);
     return count == units ? units : 0;
 }
 

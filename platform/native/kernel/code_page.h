@@ -2,10 +2,11 @@
 // has none of its own.
 #pragma once
 
-#include "platform/win32/types.h"
-
 #include <string>
 #include <string_view>
+
+#include "platform/byte_reader.h"
+#include "platform/win32/types.h"
 
 // One single-byte page, both ways.
 struct CodePage {
@@ -22,6 +23,14 @@ unsigned CodePageOfLocale(std::string_view locale);
 
 // The user's page, made at its first use from LC_ALL, LC_CTYPE or LANG.
 const CodePage &AnsiCodePage();
+
+// Little-endian UTF-16 code units, at any address, as a text of the user's page: a byte for each
+// unit, "?" for what the page lacks.
+std::string TextOfUnits(const uint8_t *units, size_t count);
+
+// Takes code units up to the first 0, which is taken too, as a text of the user's page. Where there
+// is no 0 the reader fails, and the text is what there is.
+std::string TakeWideText(ByteReader *reader);
 
 // A text of the user's page as UTF-8, for showing.
 std::string TextToUtf8(std::string_view text);

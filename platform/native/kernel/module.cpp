@@ -1,17 +1,19 @@
-// Modules: the program's own resources, which are embedded in it, and PE files opened as modules.
+#include "platform/native/kernel/module.h"
+
+#include <cstdlib>
+#include <map>
+
 #include "platform/native/handles.h"
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/file_bytes.h"
 #include "platform/native/kernel/module_image.h"
 #include "platform/win32/kernel.h"
 
-#include <cstdlib>
-#include <map>
-
 // A PE image made from the program's resource script.
 extern "C" const uint8_t QuillmoorResources[];
 extern "C" const uint8_t QuillmoorResourcesEnd[];
 
+// Modules: the program's own resources, which are embedded in it, and PE files opened as modules.
 namespace
 {
 
@@ -128,6 +130,12 @@ LPVOID WINAPI LockResource(HGLOBAL handle)
     const Resource *resource = Resources().Find(handle);
     // Windows gives the bytes with no const as well; nobody writes there.
     return resource == nullptr ? nullptr : const_cast<uint8_t *>(resource->bytes);
+}
+
+ByteReader OpenResource(HMODULE module, LPCSTR name, LPCSTR type)
+{
+    const Resource *resource = Resources().Find(FindResourceA(module, name, type));
+    return resource ? OpenBytes(resource->bytes, resource->size) : ByteReader{};
 }
 
 BOOL WINAPI FreeResource(HGLOBAL)

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/byte_reader.h"
+
 struct ImageSection {
     uint32_t address;  // relative to the image's base
     size_t fileOffset; // bytes
@@ -17,8 +19,7 @@ struct ModuleImage {
     const uint8_t *bytes; // the whole file, the caller's
     size_t size;
     std::vector<ImageSection> sections;
-    const uint8_t *resources; // the resource directory, up to the end of its section, or nullptr
-    size_t resourcesSize;
+    ByteReader resources; // the resource directory, up to the end of its section; or no bytes
 };
 
 // A type or a name: a number, or a text in UTF-16 whose letters A to Z compare without case.
@@ -35,7 +36,7 @@ struct ResourcePlace {
 };
 
 // Reads the headers of a PE32 or PE32+ file. Returns false when it is none. An image without a
-// resource directory is one, with resources nullptr.
+// resource directory is one, with no bytes of resources.
 bool ReadModuleImage(const uint8_t *bytes, size_t size, ModuleImage *image);
 
 // Finds a resource; of several languages the neutral one, else American English, else the first.

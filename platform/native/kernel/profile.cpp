@@ -1,12 +1,11 @@
 // Settings files by the rules of Windows. The packaged readers of such files keep other ones: they
 // cut a value at a semicolon, take a colon for "=", or want the whole file well-formed.
+#include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/file_bytes.h"
 #include "platform/native/kernel/paths.h"
 #include "platform/win32/kernel.h"
 
 #include <algorithm>
-#include <climits>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <strings.h>
@@ -103,11 +102,7 @@ bool ReadSettings(const std::string &path, std::string *text)
         text->assign((const char *)bytes.get(), length);
         return true;
     }
-    std::u16string units(std::min<size_t>(length / 2 - 1, INT_MAX), 0);
-    memcpy(units.data(), bytes.get() + 2, 2 * units.size());
-    text->resize(units.size());
-    WideCharToMultiByte(CP_ACP, 0, units.data(), (int)units.size(), text->data(), (int)text->size(),
-                        nullptr, nullptr);
+    *text = TextOfUnits(bytes.get() + 2, length / 2 - 1);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/native/kernel/module.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/dialog_keys.h"
 #include "platform/native/user/geometry.h"
@@ -10,7 +11,6 @@
 #include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
-#include "platform/win32/kernel.h"
 
 constexpr int dialogType = 5; // RT_DIALOG
 
@@ -194,10 +194,9 @@ INT_PTR RunDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, DL
 INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter)
 {
-    const HRSRC resource = FindResourceA(instance, templateName, MAKEINTRESOURCEA(dialogType));
-    const void *bytes = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
+    const ByteReader resource = OpenResource(instance, templateName, MAKEINTRESOURCEA(dialogType));
     DialogTemplate plan;
-    if (!bytes || !ReadDialogTemplate(bytes, SizeofResource(instance, resource), &plan))
+    if (!ReadDialogTemplate(resource.data, resource.total, &plan))
         return -1;
     return RunDialog(plan, instance, owner, procedure, parameter);
 }

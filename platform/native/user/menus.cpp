@@ -1,13 +1,11 @@
 #include "platform/native/user/menus.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/native/handles.h"
+#include "platform/native/kernel/code_page.h"
+#include "platform/native/kernel/module.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
-#include "platform/win32/kernel.h"
 
 namespace
 {
@@ -22,57 +20,16 @@ constexpr int menuType = 4;     // RT_MENU
 constexpr WORD lastItem = 0x80; // the last item of a menu, in the resource
 constexpr int deepestMenu = 8;
 
-// The bytes of a MENU resource that are still to be read.
-struct Reader {
-    const BYTE *data;
-    size_t size;
-    bool isWrong;
-
-    WORD Word()
-    {
-        WORD value = 0;
-        if (size < 2) {
-            isWrong = true;
-            return 0;
-        }
-        std::memcpy(&value, data, 2);
-        Skip(2);
-        return value;
-    }
-
-    void Skip(size_t bytes)
-    {
-        if (bytes > size)
-            isWrong = true;
-        bytes = std::min(bytes, size);
-        data += bytes;
-        size -= bytes;
-    }
-
-    std::string Text()
-    {
-        std::u16string wide;
-        while (const WORD unit = Word())
-            wide.push_back(unit);
-        std::string text(wide.size() * 2, 0);
-        const int length =
-            WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), text.data(),
-                                static_cast<int>(text.size()), nullptr, nullptr);
-        text.resize(static_cast<size_t>(length));
-        return text;
-    }
-};
-
 // An item is a word of flags, an id unless it is a submenu, and a text; a submenu's items follow.
-HMENU ReadItems(Reader *reader, int depth)
+HMENU ReadItems(ByteReader *reader, int depth)
 {
     const HMENU menu = CreatePopupMenu();
     WORD flags = 0;
-    while (!(flags & lastItem) && !reader->isWrong) {
-        flags = reader->Word();
-        const UINT id = flags & MF_POPUP ? 0 : reader->Word();
-        const std::string text = reader->Text();
-        if (reader->isWrong || depth > deepestMenu)
+    while (!(flags & lastItem) && !reader->failed) {
+        flags = TakeU16(reader);
+        const UINT id = flags & MF_POPUP ? 0 : TakeU16(reader);
+        const std::string text = TakeWideText(reader);
+        if (reader->failed || depth > deepestMenu)
             break;
         UINT kept = flags & (MF_GRAYED | MF_DISABLED | MF_POPUP | MF_SEPARATOR);
         if (text.empty() && id == 0 && !(flags & MF_POPUP))
@@ -126,15 +83,13 @@ const Menu *MenuOf(HMENU menu)
 
 HMENU LoadMenuResource(HINSTANCE instance, LPCSTR name)
 {
-    const HRSRC resource = FindResourceA(instance, name, MAKEINTRESOURCEA(menuType));
-    const void *data = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
-    if (!data)
+    ByteReader reader = OpenResource(instance, name, MAKEINTRESOURCEA(menuType));
+    if (!reader.data)
         return nullptr;
     // A version, 0, and the length of what lies between this header and the items.
-    Reader reader = {static_cast<const BYTE *>(data), SizeofResource(instance, resource), false};
-    const WORD version = reader.Word();
-    reader.Skip(reader.Word());
-    return version == 0 && !reader.isWrong ? ReadItems(&reader, 0) : nullptr;
+    const WORD version = TakeU16(&reader);
+    SkipBytes(&reader, TakeU16(&reader));
+    return version == 0 && !reader.failed ? ReadItems(&reader, 0) : nullptr;
 }
 
 HMENU WINAPI GetMenu(HWND window)

@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <strings.h>
 #include <utility>
 
 #include "platform/native/gdi/dib_decode.h"
 #include "platform/native/handles.h"
+#include "platform/native/kernel/module.h"
 #include "platform/native/visible.h"
 #include "platform/win32/gdi.h"
-#include "platform/win32/kernel.h"
 
 namespace
 {
@@ -32,42 +31,24 @@ std::vector<Loaded> loadedPictures;
 constexpr int cursorType = 1, iconType = 3, groupCursorType = 12, groupIconType = 14;
 constexpr int iconSide = 32;
 
-struct Bytes {
-    const BYTE *data;
-    size_t size;
-};
-
-Bytes FindBytes(HINSTANCE instance, LPCSTR name, int type)
-{
-    const HRSRC resource = FindResourceA(instance, name, MAKEINTRESOURCEA(type));
-    const void *data = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
-    return {static_cast<const BYTE *>(data), data ? SizeofResource(instance, resource) : 0};
-}
-
-WORD WordAt(const Bytes &bytes, size_t offset)
-{
-    WORD value = 0;
-    if (offset + 2 <= bytes.size)
-        std::memcpy(&value, bytes.data + offset, 2);
-    return value;
-}
-
 // The id of the group's picture whose width is nearest to the usual one, of equal ones that with
 // the most bits; 0 when there is none. A group is three words, the last their count, and 14 bytes a
 // picture: an icon's width is its first byte (0: 256), a cursor's its first word; the bits a pixel
 // are the fourth word; the id is the last.
-WORD ChooseOfGroup(const Bytes &group, bool isCursor)
+WORD ChooseOfGroup(ByteReader group, bool isCursor)
 {
     WORD best = 0;
     std::pair<int, int> bestMiss = {INT32_MAX, 0};
-    for (size_t i = 0; i < WordAt(group, 4) && 6 + (i + 1) * 14 <= group.size; ++i) {
+    const size_t count = ReadU16(&group, 4);
+    for (size_t i = 0; i < count; ++i) {
         const size_t entry = 6 + i * 14;
-        const int width = isCursor                 ? WordAt(group, entry)
-                          : group.data[entry] != 0 ? group.data[entry]
-                                                   : 256;
-        const std::pair<int, int> miss = {std::abs(width - iconSide), -WordAt(group, entry + 6)};
+        const BYTE *bytes = BytesAt(&group, entry, 14);
+        if (!bytes)
+            break;
+        const int width = isCursor ? ReadU16(&group, entry) : bytes[0] != 0 ? bytes[0] : 256;
+        const std::pair<int, int> miss = {std::abs(width - iconSide), -ReadU16(&group, entry + 6)};
         if (miss < bestMiss) {
-            best = WordAt(group, entry + 12);
+            best = ReadU16(&group, entry + 12);
             bestMiss = miss;
         }
     }
@@ -77,10 +58,10 @@ WORD ChooseOfGroup(const Bytes &group, bool isCursor)
 // The picture is a DIB of twice its height, whose lower half in the file is the colours, the upper
 // a mask: 1 leaves the screen, combined with the colour. 32-bit colours bring their own
 // transparency, unless all are transparent.
-bool DecodePicture(const Bytes &dib, ImagePixels *picture)
+bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
 {
     DibLayout layout;
-    if (!dib.data || !ReadDibLayout(dib.data, dib.size, &layout) || layout.isRunLength ||
+    if (!dib.data || !ReadDibLayout(dib.data, dib.total, &layout) || layout.isRunLength ||
         layout.isTopDown || layout.height % 2)
         return false;
     layout.height /= 2;
@@ -89,8 +70,8 @@ bool DecodePicture(const Bytes &dib, ImagePixels *picture)
                height = static_cast<size_t>(layout.height);
     const size_t stride = (width * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
     const size_t maskStride = (width + 31) / 32 * 4;
-    if (width > 256 || height > 256 || layout.infoSize > dib.size ||
-        (stride + maskStride) * height > dib.size - layout.infoSize)
+    if (width > 256 || height > 256 || layout.infoSize > dib.total ||
+        (stride + maskStride) * height > dib.total - layout.infoSize)
         return false;
     const BYTE *colors = dib.data + layout.infoSize;
     const BYTE *mask = colors + stride * height;
@@ -134,14 +115,16 @@ void FitIcon(ImagePixels *picture)
 
 bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
 {
-    const Bytes group = FindBytes(instance, name, isCursor ? groupCursorType : groupIconType);
-    const WORD id = ChooseOfGroup(group, isCursor);
-    Bytes dib = FindBytes(instance, MAKEINTRESOURCEA(id), isCursor ? cursorType : iconType);
-    if (isCursor && dib.size >= 4) {
+    const int groupType = isCursor ? groupCursorType : groupIconType;
+    const WORD id =
+        ChooseOfGroup(OpenResource(instance, name, MAKEINTRESOURCEA(groupType)), isCursor);
+    ByteReader dib = OpenResource(instance, MAKEINTRESOURCEA(id),
+                                  MAKEINTRESOURCEA(isCursor ? cursorType : iconType));
+    if (isCursor && dib.total >= 4) {
         // A cursor's DIB comes after its hot spot.
-        picture->hotX = WordAt(dib, 0);
-        picture->hotY = WordAt(dib, 2);
-        dib = {dib.data + 4, dib.size - 4};
+        picture->hotX = ReadU16(&dib, 0);
+        picture->hotY = ReadU16(&dib, 2);
+        dib = OpenBytes(dib.data + 4, dib.total - 4);
     }
     if (!DecodePicture(dib, picture))
         return false;

@@ -1,66 +1,45 @@
 // Texts and bitmaps out of a module's resources.
+#include <algorithm>
+#include <cstring>
+
 #include "platform/native/gdi/dib_decode.h"
+#include "platform/native/kernel/code_page.h"
+#include "platform/native/kernel/module.h"
 #include "platform/win32/gdi.h"
 #include "platform/win32/kernel.h"
 #include "platform/win32/user.h"
 
-#include <algorithm>
-#include <vector>
-
-namespace
-{
-
-// The bytes of a resource, and their number; nullptr when there is none.
-const BYTE *FindBytes(HINSTANCE instance, LPCSTR name, LPCSTR type, size_t *size)
-{
-    HRSRC resource = FindResourceA(instance, name, type);
-    *size = SizeofResource(instance, resource);
-    return (const BYTE *)LockResource(LoadResource(instance, resource));
-}
-
-} // namespace
+constexpr int stringType = 6; // RT_STRING
 
 int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size)
 {
     // Sixteen texts a block, each a length in code units and the units (STRINGTABLE).
-    size_t total = 0;
-    const BYTE *block =
-        FindBytes(instance, MAKEINTRESOURCEA(id / 16 + 1), MAKEINTRESOURCEA(6), &total);
-    if (text == nullptr || size <= 0)
+    ByteReader block =
+        OpenResource(instance, MAKEINTRESOURCEA(id / 16 + 1), MAKEINTRESOURCEA(stringType));
+    if (!text || size <= 0)
         return 0;
     text[0] = 0;
-    size_t at = 0;
-    for (UINT skip = id % 16; block != nullptr && at + 2 <= total; skip--) {
-        const size_t length = (size_t)block[at] | (size_t)block[at + 1] << 8;
-        at += 2;
-        if (length * 2 > total - at)
-            return 0;
-        if (skip > 0) {
-            at += length * 2;
-            continue;
-        }
-        std::vector<WCHAR> units(std::min(length, (size_t)size - 1));
-        for (size_t i = 0; i < units.size(); i++)
-            units[i] = (WCHAR)(block[at + 2 * i] | block[at + 2 * i + 1] << 8);
-        const int kept = WideCharToMultiByte(CP_ACP, 0, units.data(), (int)units.size(), text, size,
-                                             nullptr, nullptr);
-        text[kept] = 0;
-        return kept;
-    }
-    return 0;
+    for (UINT skipped = 0; skipped < id % 16; ++skipped)
+        SkipBytes(&block, size_t{TakeU16(&block)} * 2);
+    const size_t length = TakeU16(&block);
+    const BYTE *units = BytesAt(&block, block.position, length * 2);
+    if (!units)
+        return 0;
+    const std::string kept = TextOfUnits(units, std::min(length, static_cast<size_t>(size) - 1));
+    std::memcpy(text, kept.c_str(), kept.size() + 1);
+    return static_cast<int>(kept.size());
 }
 
 HBITMAP WINAPI LoadBitmapA(HINSTANCE instance, LPCSTR name)
 {
-    size_t size = 0;
-    const BYTE *bytes = FindBytes(instance, name, RT_BITMAP, &size);
+    const ByteReader dib = OpenResource(instance, name, RT_BITMAP);
     DibLayout layout;
-    if (bytes == nullptr || !ReadDibLayout(bytes, size, &layout))
+    if (!dib.data || !ReadDibLayout(dib.data, dib.total, &layout))
         return nullptr;
-    const size_t left = size - layout.infoSize;
+    const size_t left = dib.total - layout.infoSize;
     Bitmap bitmap;
     if ((!layout.isRunLength && layout.pixelsSize > left) ||
-        !DecodeDib(layout, bytes, bytes + layout.infoSize, left, &bitmap))
+        !DecodeDib(layout, dib.data, dib.data + layout.infoSize, left, &bitmap))
         return nullptr;
-    return (HBITMAP)AddDrawingObject(std::move(bitmap));
+    return static_cast<HBITMAP>(AddDrawingObject(std::move(bitmap)));
 }

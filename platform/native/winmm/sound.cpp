@@ -1,7 +1,5 @@
 // sndPlaySoundA on SDL2. The sound is decoded and handed to SDL whole, so the caller's memory is
 // not read any more when the call returns.
-#include "platform/win32.h"
-
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
 
@@ -10,6 +8,9 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <type_traits>
+
+#include "platform/byte_reader.h"
+#include "platform/win32/winmm.h"
 
 #define RIFF_HEADER_SIZE 8
 #define BUFFERS_PER_SECOND 50 // or a few less: how far a stop can be heard late
@@ -168,9 +169,8 @@ static bool IsPlayable(const SDL_AudioSpec &format)
 // Decodes the sound. On success its samples are freed with SDL_FreeWAV.
 static bool LoadSound(const char *bytes, WaveSound *sound)
 {
-    Uint32 rest;
-    memcpy(&rest, bytes + 4, sizeof rest);
-    rest = SDL_SwapLE32(rest);
+    ByteReader header = OpenBytes(bytes, RIFF_HEADER_SIZE);
+    const uint32_t rest = ReadU32(&header, 4);
     if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - RIFF_HEADER_SIZE)
         return false;
     // a sound that ends early plays as far as it goes
