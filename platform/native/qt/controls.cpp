@@ -59,14 +59,12 @@ void SurfaceWidget::paintEvent(QPaintEvent *event)
     const PixelSurface &surface = record->pixels.surface;
     if (surface.ratio != devicePixelRatioF())
         InvalidateAll(window);
-    const RECT &around = record->around;
-    const bool hasBorder = record->parent && around.left > 0;
-    const QPoint origin = hasBorder ? QPoint(around.left, around.top) : QPoint();
+    const QPoint origin = ClientCorner(window);
     const QRect pixels(origin, QSize(surface.width, surface.height));
     if (!pixels.contains(event->rect()))
         painter.fillRect(event->rect(), SystemColor(COLOR_BTNFACE));
     painter.drawImage(origin, ImageOf(surface));
-    if (hasBorder)
+    if (!origin.isNull())
         DrawFrame(&painter, rect(), 1, SystemColor(COLOR_WINDOWTEXT));
     if (!hasFocus() || !IsOwnerDrawn(window))
         return;
@@ -77,12 +75,8 @@ void SurfaceWidget::paintEvent(QPaintEvent *event)
 
 void SurfaceWidget::Report(UINT message, const QMouseEvent *event)
 {
-    const Window *record = WindowOf(window);
-    if (!record)
-        return;
-    const RECT border = record->parent ? record->around : RECT{0, 0, 0, 0};
-    const QPoint place = event->position().toPoint();
-    ReportMouse(window, message, place.x() - border.left, place.y() - border.top);
+    const QPoint place = event->position().toPoint() - ClientCorner(window);
+    ReportMouse(window, message, place.x(), place.y());
 }
 
 void SurfaceWidget::mousePressEvent(QMouseEvent *event)

@@ -42,24 +42,6 @@ static QWidget *MakeControl(HWND window, const Window *record)
     return control;
 }
 
-static void MakeWidget(HWND window)
-{
-    const Window *record = WindowOf(window);
-    if (!record->parent) {
-        const QWidget *owner = WidgetOf(record->owner);
-        auto *frame = new FrameWidget(window, owner ? owner->window() : nullptr);
-        EnterWidget(window, frame->Client());
-        return;
-    }
-    if (QWidget *control = MakeControl(window, record)) {
-        EnterWidget(window, control);
-        control->setGeometry(record->rect.left, record->rect.top,
-                             record->rect.right - record->rect.left,
-                             record->rect.bottom - record->rect.top);
-        control->hide();
-    }
-}
-
 static void FollowControl(QWidget *control, const Window *record, WindowChange change)
 {
     const RECT &rect = record->rect;
@@ -76,6 +58,22 @@ static void FollowControl(QWidget *control, const Window *record, WindowChange c
             tree->FollowFont();
         break;
     default: break;
+    }
+}
+
+static void MakeWidget(HWND window)
+{
+    const Window *record = WindowOf(window);
+    if (!record->parent) {
+        const QWidget *owner = WidgetOf(record->owner);
+        auto *frame = new FrameWidget(window, owner ? owner->window() : nullptr);
+        EnterWidget(window, frame->Client());
+        return;
+    }
+    if (QWidget *control = MakeControl(window, record)) {
+        EnterWidget(window, control);
+        FollowControl(control, record, WindowChange::Rect);
+        control->hide();
     }
 }
 
@@ -141,16 +139,14 @@ static double OnRatio(HWND window)
 static void OnPainted(HWND window, const RECT *part)
 {
     QWidget *widget = WidgetOf(window);
-    const Window *record = WindowOf(window);
-    if (!widget || !record)
+    if (!widget)
         return;
     if (auto *tree = dynamic_cast<TreeWidget *>(widget))
         tree->viewport()->update();
     else if (auto *surface = dynamic_cast<SurfaceWidget *>(widget))
         surface->NotePainted();
-    const RECT border = record->parent ? record->around : RECT{0, 0, 0, 0};
-    widget->update(part->left + border.left, part->top + border.top, part->right - part->left,
-                   part->bottom - part->top);
+    const QRect painted(part->left, part->top, part->right - part->left, part->bottom - part->top);
+    widget->update(painted.translated(ClientCorner(window)));
 }
 
 static void OnDrawText(const PixelSurface *surface, const RECT *clip, const Font &font, int x,

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/native/qt/surfaces.h"
+#include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
 
 static QHash<HWND, QWidget *> widgets;
@@ -38,6 +39,12 @@ void DeleteDropped()
     going.swap(dropped);
     for (const QPointer<QWidget> &widget : going)
         delete widget.data();
+}
+
+QPoint ClientCorner(HWND window)
+{
+    const Window *record = WindowOf(window);
+    return record && record->parent ? QPoint(record->around.left, record->around.top) : QPoint();
 }
 
 HWND WindowShownBy(const QWidget *widget)

@@ -24,6 +24,10 @@ void DropLater(QWidget *widget);
 // Deletes what was dropped. Called where no event of a widget is under way.
 void DeleteDropped();
 
+// Where a window's client area begins in its widget: a child's lies inside its border, a frame's is
+// the whole widget.
+QPoint ClientCorner(HWND window);
+
 // The window that a widget, or the nearest one around it in the same frame, shows; NULL for none.
 HWND WindowShownBy(const QWidget *widget);
 

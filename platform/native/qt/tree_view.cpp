@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <utility>
 
 #include "platform/native/comctl/image_list.h"
 #include "platform/native/comctl/tree.h"

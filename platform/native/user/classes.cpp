@@ -7,7 +7,7 @@
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/static_text.h"
 
-typedef std::vector<std::unique_ptr<WindowClass>> ClassList;
+using ClassList = std::vector<std::unique_ptr<WindowClass>>;
 
 static std::unique_ptr<WindowClass> MakeSystemClass(LPCSTR name, WNDPROC procedure)
 {

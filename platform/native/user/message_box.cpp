@@ -30,22 +30,20 @@ static INT_PTR CALLBACK MessageBoxProcedure(HWND dialog, UINT message, WPARAM wP
     }
 }
 
-int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
+// Lays the box out around its text.
+static DialogTemplate PlanBox(const std::string &text, bool hasIcon)
 {
-    const std::string shown = text ? text : "";
     const Font font = {-11, 0, "MS Sans Serif"};
     const int unitWidth = AverageWidth(font);
     int textWidth = 0, lines = 0;
-    for (const std::string &line : BreakLines(font, shown, widestText * unitWidth / 4)) {
+    for (const std::string &line : BreakLines(font, text, widestText * unitWidth / 4)) {
         textWidth = std::max(textWidth, (TextWidth(font, line) + 1) * 4 / unitWidth + 2);
         ++lines;
     }
-    const bool hasIcon = type & MB_ICONINFORMATION;
     const int textLeft = margin + (hasIcon ? iconSpace + margin : 0);
     const int textHeight = std::max(lines * 8, hasIcon ? iconSpace : 8);
     DialogTemplate plan = {};
     plan.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT;
-    plan.caption = caption ? caption : "Error";
     plan.fontHeight = 8;
     plan.fontFace = font.face;
     plan.width = std::max(textLeft + textWidth + margin, leastWidth);
@@ -56,10 +54,17 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
             {WS_VISIBLE | SS_ICON, margin, margin, iconSpace, iconSpace, -1, "static", "#32516"});
     const int textTop = margin + std::max(0, (textHeight - lines * 8) / 2);
     plan.controls.push_back({WS_VISIBLE | SS_NOPREFIX, textLeft, textTop, textWidth, lines * 8,
-                             0xFFFF, "static", shown});
+                             0xFFFF, "static", text});
     plan.controls.push_back({WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
                              (plan.width - buttonWidth) / 2, plan.height - margin - buttonHeight,
                              buttonWidth, buttonHeight, IDOK, "button", "OK"});
+    return plan;
+}
+
+int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
+{
+    DialogTemplate plan = PlanBox(text ? text : "", type & MB_ICONINFORMATION);
+    plan.caption = caption ? caption : "Error";
     const INT_PTR result = RunDialog(plan, nullptr, owner, MessageBoxProcedure, 0);
     return result == IDOK ? IDOK : 0;
 }

@@ -50,6 +50,26 @@ static HMENU LoadClassMenu(const WindowClass *windowClass)
                : LoadMenuResource(windowClass->instance, windowClass->menuName.c_str());
 }
 
+// Adds the record of a window that nobody knows of yet. NULL when there is no room.
+static Window *MakeRecord(WindowClass *windowClass, LPCSTR text, DWORD style, HWND parent,
+                          HMENU menuOrId, HINSTANCE instance)
+{
+    Window *window = AddWindow();
+    if (!window)
+        return nullptr;
+    window->windowClass = windowClass;
+    ++windowClass->windows;
+    window->style = style;
+    window->text = text ? text : "";
+    window->instance = instance;
+    JoinFamily(window, parent);
+    if (window->parent)
+        window->id = static_cast<int>(reinterpret_cast<intptr_t>(menuOrId));
+    else
+        window->menu = menuOrId ? menuOrId : LoadClassMenu(windowClass);
+    return window;
+}
+
 HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
                             LPVOID)
@@ -58,22 +78,13 @@ HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, i
     const bool needsParent = (style & WS_CHILD) || (parent && parent != HWND_MESSAGE);
     if (!windowClass || (needsParent && parent != HWND_MESSAGE && !WindowOf(parent)))
         return nullptr;
-    Window *window = AddWindow();
+    // It is shown when it is whole.
+    const bool isVisible = style & WS_VISIBLE;
+    Window *window = MakeRecord(windowClass, text, style & ~static_cast<DWORD>(WS_VISIBLE), parent,
+                                menuOrId, instance);
     if (!window)
         return nullptr;
     const HWND handle = window->self;
-    window->windowClass = windowClass;
-    ++windowClass->windows;
-    // It is shown when it is whole.
-    const bool isVisible = style & WS_VISIBLE;
-    window->style = style & ~static_cast<DWORD>(WS_VISIBLE);
-    window->text = text ? text : "";
-    window->instance = instance;
-    JoinFamily(window, parent);
-    if (window->parent)
-        window->id = static_cast<int>(reinterpret_cast<intptr_t>(menuOrId));
-    else
-        window->menu = menuOrId ? menuOrId : LoadClassMenu(windowClass);
     SetFirstRect(window, x, y, width, height);
     TellChange(window, WindowChange::Made);
     if (!window->parent)
