@@ -2,17 +2,15 @@
 
 #include "platform/byte_reader.h"
 #include "platform/native/kernel/code_page.h"
+#include "platform/win32/user.h"
 
-namespace
-{
-
-int TakePlace(ByteReader *reader)
+static int TakePlace(ByteReader *reader)
 {
     return static_cast<int16_t>(TakeU16(reader));
 }
 
 // Takes a text, or 0xFFFF and a number.
-std::string TakeNameOrNumber(ByteReader *reader)
+static std::string TakeNameOrNumber(ByteReader *reader)
 {
     const size_t start = reader->position;
     if (TakeU16(reader) == 0xFFFF)
@@ -22,7 +20,7 @@ std::string TakeNameOrNumber(ByteReader *reader)
 }
 
 // The controls that templates name by number.
-std::string ClassOf(const std::string &name)
+static std::string ClassOf(const std::string &name)
 {
     if (name == "#128")
         return "button";
@@ -31,7 +29,7 @@ std::string ClassOf(const std::string &name)
     return name;
 }
 
-ControlTemplate ReadControl(ByteReader *reader, bool isExtended)
+static ControlTemplate ReadControl(ByteReader *reader, bool isExtended)
 {
     ControlTemplate control = {};
     SkipBytes(reader, (4 - reader->position % 4) % 4);
@@ -49,8 +47,6 @@ ControlTemplate ReadControl(ByteReader *reader, bool isExtended)
     SkipBytes(reader, TakeU16(reader)); // creation data
     return control;
 }
-
-} // namespace
 
 bool ReadDialogTemplate(const void *bytes, size_t size, DialogTemplate *dialog)
 {

@@ -5,11 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/user.h"
+#include "platform/win32/types.h"
 
+// Sizes and places are in dialog units: a quarter of the font's mean width, an eighth of its
+// height. Texts are in the ANSI code page.
 struct ControlTemplate {
     DWORD style;
-    int x, y, width, height; // dialog units
+    int x, y, width, height; // in the dialog's client area
     int id;
     std::string className;
     std::string text; // "#5" for resource number 5
@@ -17,12 +19,14 @@ struct ControlTemplate {
 
 struct DialogTemplate {
     DWORD style;
-    int x, y, width, height; // dialog units
+    int x, y;          // of the outer corner, in the owner's client area
+    int width, height; // of the client area
     std::string caption;
     int fontHeight; // points; 0 when the template names no font
     std::string fontFace;
     std::vector<ControlTemplate> controls;
 };
 
-// Reads a template of `size` bytes. Returns false when it ends early or is none.
+// Reads a template of `size` bytes. Returns false, with the record half filled, when it ends early
+// or is none.
 bool ReadDialogTemplate(const void *bytes, size_t size, DialogTemplate *dialog);

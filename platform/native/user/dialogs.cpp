@@ -11,8 +11,7 @@
 #include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
-
-constexpr int dialogType = 5; // RT_DIALOG
+#include "platform/win32/kernel.h"
 
 namespace
 {
@@ -194,7 +193,7 @@ INT_PTR RunDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, DL
 INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter)
 {
-    const ByteReader resource = OpenResource(instance, templateName, MAKEINTRESOURCEA(dialogType));
+    const ByteReader resource = OpenResource(instance, templateName, RT_DIALOG);
     DialogTemplate plan;
     if (!ReadDialogTemplate(resource.data, resource.total, &plan))
         return -1;

@@ -6,22 +6,20 @@
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
+#include "platform/win32/kernel.h"
+#include "platform/win32/user.h"
 
-namespace
-{
-
-HandleTable<Menu, HandleKind::Menu> menus;
+static HandleTable<Menu, HandleKind::Menu> menus;
 
 // The popup menu that is shown.
-bool isMenuOpen = false;
-UINT chosenId = 0;
+static bool isMenuOpen = false;
+static UINT chosenId = 0;
 
-constexpr int menuType = 4;     // RT_MENU
 constexpr WORD lastItem = 0x80; // the last item of a menu, in the resource
 constexpr int deepestMenu = 8;
 
 // An item is a word of flags, an id unless it is a submenu, and a text; a submenu's items follow.
-HMENU ReadItems(ByteReader *reader, int depth)
+static HMENU ReadItems(ByteReader *reader, int depth)
 {
     const HMENU menu = CreatePopupMenu();
     WORD flags = 0;
@@ -40,7 +38,7 @@ HMENU ReadItems(ByteReader *reader, int depth)
     return menu;
 }
 
-MenuItem *FindItem(HMENU handle, UINT id)
+static MenuItem *FindItem(HMENU handle, UINT id)
 {
     Menu *menu = menus.Find(handle);
     if (!menu)
@@ -56,7 +54,7 @@ MenuItem *FindItem(HMENU handle, UINT id)
     return nullptr;
 }
 
-bool Holds(HMENU menu, HMENU wanted)
+static bool Holds(HMENU menu, HMENU wanted)
 {
     const Menu *record = menus.Find(menu);
     if (!record)
@@ -67,14 +65,12 @@ bool Holds(HMENU menu, HMENU wanted)
     return holds;
 }
 
-void TellOwners(HMENU menu)
+static void TellOwners(HMENU menu)
 {
     for (HWND window : TopLevelWindows())
         if (Holds(WindowOf(window)->menu, menu))
             TellChange(WindowOf(window), WindowChange::Menu);
 }
-
-} // namespace
 
 const Menu *MenuOf(HMENU menu)
 {
@@ -83,7 +79,7 @@ const Menu *MenuOf(HMENU menu)
 
 HMENU LoadMenuResource(HINSTANCE instance, LPCSTR name)
 {
-    ByteReader reader = OpenResource(instance, name, MAKEINTRESOURCEA(menuType));
+    ByteReader reader = OpenResource(instance, name, RT_MENU);
     if (!reader.data)
         return nullptr;
     // A version, 0, and the length of what lies between this header and the items.

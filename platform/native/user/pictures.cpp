@@ -11,12 +11,13 @@
 #include "platform/native/handles.h"
 #include "platform/native/kernel/module.h"
 #include "platform/native/visible.h"
-#include "platform/win32/gdi.h"
+#include "platform/win32/kernel.h"
+#include "platform/win32/user.h"
+
+static HandleTable<ImagePixels, HandleKind::Icon> pictures;
 
 namespace
 {
-
-HandleTable<ImagePixels, HandleKind::Icon> pictures;
 
 // What was loaded before: the same name gives the same handle.
 struct Loaded {
@@ -25,17 +26,19 @@ struct Loaded {
     bool isCursor;
     HICON handle;
 };
-std::vector<Loaded> loadedPictures;
 
-// Resource types (RT_CURSOR and its kin) that only this file reads.
-constexpr int cursorType = 1, iconType = 3, groupCursorType = 12, groupIconType = 14;
+} // namespace
+
+static std::vector<Loaded> loadedPictures;
+
+// Pixels of an icon's edges, and of the picture that is looked for.
 constexpr int iconSide = 32;
 
 // The id of the group's picture whose width is nearest to the usual one, of equal ones that with
 // the most bits; 0 when there is none. A group is three words, the last their count, and 14 bytes a
 // picture: an icon's width is its first byte (0: 256), a cursor's its first word; the bits a pixel
 // are the fourth word; the id is the last.
-WORD ChooseOfGroup(ByteReader group, bool isCursor)
+static WORD ChooseOfGroup(ByteReader group, bool isCursor)
 {
     WORD best = 0;
     std::pair<int, int> bestMiss = {INT32_MAX, 0};
@@ -55,42 +58,74 @@ WORD ChooseOfGroup(ByteReader group, bool isCursor)
     return best;
 }
 
-// The picture is a DIB of twice its height, whose lower half in the file is the colours, the upper
-// a mask: 1 leaves the screen, combined with the colour. 32-bit colours bring their own
-// transparency, unless all are transparent.
-bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
+namespace
 {
-    DibLayout layout;
+
+// Where the parts of a picture lie: a DIB of twice its height, whose lower half in the file is the
+// colours, the upper a mask.
+struct PictureParts {
+    DibLayout layout; // of the colours alone
+    size_t width;     // pixels
+    size_t height;
+    const BYTE *colors; // bottom-up, as the mask
+    size_t stride;      // bytes from one row of colours to the next
+    const BYTE *mask;   // a bit a pixel
+    size_t maskStride;
+};
+
+} // namespace
+
+// Returns false when the bytes are no such DIB, lack a part, or are larger than 256 x 256 pixels.
+static bool FindParts(const ByteReader &dib, PictureParts *parts)
+{
+    DibLayout &layout = parts->layout;
     if (!dib.data || !ReadDibLayout(dib.data, dib.total, &layout) || layout.isRunLength ||
         layout.isTopDown || layout.height % 2)
         return false;
     layout.height /= 2;
     layout.pixelsSize /= 2;
-    const auto width = static_cast<size_t>(layout.width),
-               height = static_cast<size_t>(layout.height);
-    const size_t stride = (width * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
-    const size_t maskStride = (width + 31) / 32 * 4;
-    if (width > 256 || height > 256 || layout.infoSize > dib.total ||
-        (stride + maskStride) * height > dib.total - layout.infoSize)
+    parts->width = static_cast<size_t>(layout.width);
+    parts->height = static_cast<size_t>(layout.height);
+    parts->stride = (parts->width * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
+    parts->maskStride = (parts->width + 31) / 32 * 4;
+    if (parts->width > 256 || parts->height > 256 || layout.infoSize > dib.total ||
+        (parts->stride + parts->maskStride) * parts->height > dib.total - layout.infoSize)
         return false;
-    const BYTE *colors = dib.data + layout.infoSize;
-    const BYTE *mask = colors + stride * height;
+    parts->colors = dib.data + layout.infoSize;
+    parts->mask = parts->colors + parts->stride * parts->height;
+    return true;
+}
+
+// 32-bit colours bring their own transparency, unless all are transparent.
+static bool HasAlpha(const PictureParts &parts)
+{
+    for (size_t i = 3; parts.layout.bits == 32 && i < parts.stride * parts.height; i += 4)
+        if (parts.colors[i] != 0)
+            return true;
+    return false;
+}
+
+// A mask bit of 1 leaves the screen, combined with the colour.
+static bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
+{
+    PictureParts parts;
     Bitmap bitmap;
-    if (!DecodeDib(layout, dib.data, colors, stride * height, &bitmap))
+    if (!FindParts(dib, &parts) ||
+        !DecodeDib(parts.layout, dib.data, parts.colors, parts.stride * parts.height, &bitmap))
         return false;
-    bool hasAlpha = false;
-    for (size_t i = 3; layout.bits == 32 && i < stride * height; i += 4)
-        hasAlpha = hasAlpha || colors[i] != 0;
-    picture->width = layout.width;
-    picture->height = layout.height;
-    picture->pixels.resize(width * height);
-    for (size_t y = 0; y < height; ++y) {
-        const size_t row = height - 1 - y;
-        for (size_t x = 0; x < width; ++x) {
-            const bool isClear = mask[row * maskStride + x / 8] >> (7 - x % 8) & 1;
-            const uint32_t alpha = hasAlpha ? colors[row * stride + x * 4 + 3] : isClear ? 0 : 255;
+    const bool hasAlpha = HasAlpha(parts);
+    picture->width = parts.layout.width;
+    picture->height = parts.layout.height;
+    picture->pixels.resize(parts.width * parts.height);
+    for (size_t y = 0; y < parts.height; ++y) {
+        const size_t row = parts.height - 1 - y;
+        for (size_t x = 0; x < parts.width; ++x) {
+            const bool isClear = parts.mask[row * parts.maskStride + x / 8] >> (7 - x % 8) & 1;
+            const uint32_t alpha = hasAlpha  ? parts.colors[row * parts.stride + x * 4 + 3]
+                                   : isClear ? 0
+                                             : 255;
             const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x];
-            picture->pixels[y * width + x] =
+            picture->pixels[y * parts.width + x] =
                 hasAlpha && alpha == 0 ? 0 : (color & 0xFFFFFF) | alpha << 24;
         }
     }
@@ -98,7 +133,7 @@ bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
 }
 
 // Makes an icon as large as every icon is.
-void FitIcon(ImagePixels *picture)
+static void FitIcon(ImagePixels *picture)
 {
     ImagePixels fitted = {};
     fitted.width = fitted.height = iconSide;
@@ -113,13 +148,11 @@ void FitIcon(ImagePixels *picture)
     *picture = std::move(fitted);
 }
 
-bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
+static bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
 {
-    const int groupType = isCursor ? groupCursorType : groupIconType;
-    const WORD id =
-        ChooseOfGroup(OpenResource(instance, name, MAKEINTRESOURCEA(groupType)), isCursor);
-    ByteReader dib = OpenResource(instance, MAKEINTRESOURCEA(id),
-                                  MAKEINTRESOURCEA(isCursor ? cursorType : iconType));
+    const WORD id = ChooseOfGroup(
+        OpenResource(instance, name, isCursor ? RT_GROUP_CURSOR : RT_GROUP_ICON), isCursor);
+    ByteReader dib = OpenResource(instance, MAKEINTRESOURCEA(id), isCursor ? RT_CURSOR : RT_ICON);
     if (isCursor && dib.total >= 4) {
         // A cursor's DIB comes after its hot spot.
         picture->hotX = ReadU16(&dib, 0);
@@ -134,7 +167,7 @@ bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *pi
 }
 
 // The desktop's information icon: a blue disc with a white letter i.
-void DrawInformationSign(ImagePixels *picture)
+static void DrawInformationSign(ImagePixels *picture)
 {
     constexpr int middle = iconSide / 2;
     picture->width = picture->height = iconSide;
@@ -151,7 +184,7 @@ void DrawInformationSign(ImagePixels *picture)
         }
 }
 
-HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
+static HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
 {
     const std::string key =
         IS_INTRESOURCE(name) ? "#" + std::to_string(reinterpret_cast<uintptr_t>(name)) : name;
@@ -170,8 +203,6 @@ HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
     loadedPictures.push_back({instance, key, isCursor, handle});
     return handle;
 }
-
-} // namespace
 
 const ImagePixels *PictureOf(HICON handle)
 {

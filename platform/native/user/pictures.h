@@ -3,20 +3,21 @@
 
 #include <vector>
 
-#include "platform/win32/user.h"
+#include "platform/win32/types.h"
 
+// Sizes are in pixels of the picture, each of which is one logical pixel where it is shown.
 struct ImagePixels {
     int width;
     int height;
-    int hotX; // of a cursor
+    int hotX; // of a cursor: its hot spot, from the top left; of an icon 0
     int hotY;
-    // 0xAARRGGBB, the top row first; without alpha a colour inverts. Empty: a cursor of the
-    // desktop.
+    // 0xAARRGGBB, the top row first, without gaps; without alpha a colour inverts. Empty: a cursor
+    // of the desktop.
     std::vector<uint32_t> pixels;
-    int systemCursor; // its number, else 0
+    int systemCursor; // that one's number (IDC_), else 0
 };
 
-// The picture behind an icon's or cursor's handle; NULL for a dead one.
+// The picture behind an icon's or cursor's handle, which is there for good; NULL for other handles.
 const ImagePixels *PictureOf(HICON handle);
 
 // The mouse is over a window of a class with this cursor (NULL: the desktop's own), which shows it.

@@ -5,17 +5,13 @@
 #include "platform/native/gdi/dib_decode.h"
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/module.h"
-#include "platform/win32/gdi.h"
 #include "platform/win32/kernel.h"
 #include "platform/win32/user.h"
-
-constexpr int stringType = 6; // RT_STRING
 
 int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size)
 {
     // Sixteen texts a block, each a length in code units and the units (STRINGTABLE).
-    ByteReader block =
-        OpenResource(instance, MAKEINTRESOURCEA(id / 16 + 1), MAKEINTRESOURCEA(stringType));
+    ByteReader block = OpenResource(instance, MAKEINTRESOURCEA(id / 16 + 1), RT_STRING);
     if (!text || size <= 0)
         return 0;
     text[0] = 0;
