@@ -1,4 +1,5 @@
-// The command line and the terminal, as UTF-8 on both systems. One source file for each system.
+// The command line and the terminal, as UTF-8 on both systems. Beside the code that they share
+// there is a source file for each system.
 #pragma once
 
 #include <cstdio>
@@ -11,6 +12,7 @@ std::vector<std::string> ConsoleArguments(int count, char **arguments);
 // Makes standard output take UTF-8 bytes unchanged. Called once, before the first output.
 void PrepareConsole();
 
+// Whether what is written to the stream goes to a terminal.
 int IsTerminal(FILE *stream);
 
 // A text that came from a file or names one, as it may be written to the stream: on a terminal each
@@ -18,7 +20,7 @@ int IsTerminal(FILE *stream);
 // terminal. text is UTF-8; unchanged for anything but a terminal.
 std::string SafeText(FILE *stream, const std::string &text);
 
-// Writes UTF-8 text. Returns 0 when it could not all be written.
+// Writes UTF-8 text and flushes the stream. Returns 0 when it could not all be written.
 int PrintText(FILE *stream, const std::string &text);
 
 // Whether the last failed PrintText failed because nobody reads the other end any more.

@@ -1,5 +1,6 @@
 // What the two systems do differently with files: separators, names, 64-bit positions, and the
-// creation of files that never follows a link. One source file for each system.
+// creation of files that never follows a link. Beside the code that they share there is a source
+// file for each system.
 //
 // Names are "8-bit" where they are in the program's own form (the ANSI code page on Windows, the
 // system's bytes on Linux) and "UTF-8" where they can name any file on either system (on Linux the
@@ -17,10 +18,12 @@ extern const char pathSeparator;
 // Whether the byte at this place separates the parts of a path.
 int IsSeparator(const char *path, size_t at);
 
-// The length of the path's drive and folder, with the last separator; 0 for a bare file name.
+// The length in bytes of the path's drive and folder, with the last separator; 0 for a bare file
+// name.
 size_t FolderLength(const char *path);
 
-// The path's extension, from the last dot of its file name; its terminator when there is none.
+// The path's extension, from the last dot of its file name; its terminator when there is none. It
+// points into path.
 const char *PathExtension(const char *path);
 
 // Appends the separator to a folder that is not empty and does not end with one. Returns 0, with
@@ -37,17 +40,19 @@ std::string FoldName(const std::string &name);
 
 // --- open files ---
 
-// Opens a file for binary reading by its UTF-8 name. NULL on failure: FileErrorText says why.
-// A folder is refused.
+// Opens a file for binary reading by its UTF-8 name. The caller closes it. NULL on failure, and for
+// a folder: FileErrorText says why.
 FILE *OpenForReading(const char *name);
 
-// An open file's length in bytes; -1 on failure. The position is not kept.
+// An open file's length in bytes; -1 on failure. The position is not kept: it is the end.
 int64_t FileLength(FILE *file);
 
-// Moves to an offset from the start. Returns 0 on failure.
+// Moves to an offset in bytes from the start. Returns 0 on failure.
 int SeekTo(FILE *file, uint64_t offset);
 
-// Why the last call here failed, as UTF-8 text; overwritten by the next call.
+// Why the last failed call that opens, creates, makes or moves something failed, as UTF-8 text. A
+// call that succeeds leaves the reason as it was. The text belongs to this function, and its next
+// call overwrites it.
 const char *FileErrorText();
 
 // --- folders that files are created in; names are UTF-8 ---
@@ -59,6 +64,7 @@ struct OutputFolder;
 OutputFolder *OpenFolder(const char *path);
 
 // Opens the folder `name` (one part, no separators) inside another; a link in its place is refused.
+// The caller closes it. NULL on failure.
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name);
 
 // The same for a folder that is made now; NULL also when the name is taken.
@@ -68,27 +74,29 @@ OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name);
 // caller closes it, and moves it to its name when it is whole. NULL on failure.
 OutputFolder *MakeUnfinishedFolder(const OutputFolder *folder, std::string *name);
 
+// Closes a folder; NULL is allowed. What is in it stays.
 void CloseFolder(OutputFolder *folder);
 
-// Creates a file for binary writing, only when nothing has that name. NULL on failure.
+// Creates a file for binary writing, only when nothing has that name. The caller closes it. NULL on
+// failure.
 FILE *CreateNewFile(const OutputFolder *folder, const char *name);
 
-// Creates a file for binary writing under a name that nothing there has, and gives that name. NULL
-// on failure.
+// Creates a file for binary writing under a name that nothing there has, and gives that name. The
+// caller closes it. NULL on failure.
 FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name);
 
 enum MoveResult {
     MoveDone,
     MoveExists, // the new name is taken, and replacing was not asked for
-    MoveFailed,
+    MoveFailed, // FileErrorText says why; everything is as it was
 };
 
 // Gives a file or a closed folder of the folder a new name there. A link that has the new name is
 // replaced itself, never what it leads to.
 MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace);
 
-// Whether something, a link also, has the name.
+// Whether something, a link also, has the name; 0 also when that cannot be found out.
 int ExistsInFolder(const OutputFolder *folder, const char *name);
 
-// Deletes a file of the folder; a link itself.
+// Deletes a file of the folder; of a link, the link itself. A failure is not told.
 void DeleteInFolder(const OutputFolder *folder, const char *name);

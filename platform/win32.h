@@ -20,7 +20,7 @@
 
 #include "platform/win32/types.h"
 
-// The groups stand on types.h alone.
+// Each group stands on types.h; that of the controls also on user.h.
 #include "platform/win32/comctl.h"
 #include "platform/win32/comdlg.h"
 #include "platform/win32/gdi.h"

@@ -25,10 +25,10 @@ typedef struct tagOFNA {
 
 #define OPENFILENAME_SIZE_VERSION_400A (sizeof(OPENFILENAMEA))
 
-// Each shows its dialog over the owner and returns TRUE when the user confirmed a file: one that
-// exists (open), or one that is new or that the user agrees to replace (save). Patterns match
-// without case, no extension is added. A path that lpstrFile cannot hold is refused while the
-// dialog is open (Windows closes it and fails). FALSE: cancelled, lpstrFile and nFilterIndex are as
-// they were.
+// Texts are 8-bit, paths the system's own bytes. Each shows its dialog over the owner and returns
+// TRUE when the user confirmed a file: one that exists (open), or one that is new or that the user
+// agrees to replace (save). Patterns match without case, no extension is added. A path that
+// lpstrFile cannot hold is refused while the dialog is open (Windows closes it and fails). FALSE:
+// cancelled, lpstrFile and nFilterIndex are as they were.
 BOOL WINAPI GetOpenFileNameA(LPOPENFILENAMEA parameters);
 BOOL WINAPI GetSaveFileNameA(LPOPENFILENAMEA parameters);

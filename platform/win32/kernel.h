@@ -25,7 +25,7 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 // a dead handle and for a block of zero bytes.
 LPVOID WINAPI GlobalLock(HGLOBAL block);
 
-// Takes one lock away. TRUE while the block is still locked.
+// Takes one lock away. TRUE while the block is still locked; FALSE also for a dead handle.
 BOOL WINAPI GlobalUnlock(HGLOBAL block);
 
 // The block's size in bytes; 0 for a dead handle.
@@ -43,7 +43,8 @@ SIZE_T WINAPI GlobalSize(HGLOBAL block);
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
                                int outSize, LPCSTR defaultChar, LPBOOL usedDefault);
 
-// Converts the ANSI code page to UTF-16; the counterpart of the above, sizes in code units.
+// Converts the ANSI code page, and no other, to UTF-16; the counterpart of the above, outSize and
+// the result in code units.
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int bytes, LPWSTR out,
                                int outSize);
 
@@ -58,14 +59,14 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int byte
 #define RT_GROUP_CURSOR MAKEINTRESOURCEA(12)
 #define RT_GROUP_ICON MAKEINTRESOURCEA(14)
 
-// Only NULL is asked for: the program itself, whose resources are embedded in it.
+// Only NULL is asked for: the program itself, whose resources are embedded in it. NULL for a name.
 HMODULE WINAPI GetModuleHandleA(LPCSTR name);
 
-// Opens a PE file (PE32 or PE32+) as a module of resources; no code of it runs. NULL when the file
-// cannot be opened or is not one.
+// Opens a PE file (PE32 or PE32+) as a module of resources; no code of it runs. The caller frees it
+// with FreeLibrary. NULL when the file cannot be opened or is not one.
 HMODULE WINAPI LoadLibraryA(LPCSTR path);
 
-// Lets the module go. FALSE for a handle that is none.
+// Lets the module go, with the bytes of its resources. FALSE for a handle that is none.
 BOOL WINAPI FreeLibrary(HMODULE module);
 
 // Finds a resource by type and name (each an integer, or a text compared without case; "#123" means
@@ -75,7 +76,8 @@ HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
 // The resource's size in bytes; 0 on failure.
 DWORD WINAPI SizeofResource(HMODULE module, HRSRC resource);
 
-// LoadResource, then LockResource, give the resource's bytes, which belong to the module.
+// LoadResource, then LockResource, give the resource's bytes, which belong to the module; each NULL
+// for a dead handle.
 // FreeResource does nothing and answers FALSE.
 HGLOBAL WINAPI LoadResource(HMODULE module, HRSRC resource);
 LPVOID WINAPI LockResource(HGLOBAL resource);
@@ -87,7 +89,8 @@ BOOL WINAPI FreeResource(HGLOBAL resource);
 // length, or `size` when it is cut to size - 1 bytes; 0 on failure.
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
 
-// Whether there is something of that name: any other answer (here 0) says yes.
+// INVALID_FILE_ATTRIBUTES when there is nothing of that name, or it cannot be looked at; any other
+// answer (here 0) says that there is something.
 #define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
 DWORD WINAPI GetFileAttributesA(LPCSTR path);
 
@@ -105,9 +108,10 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
 // Reads a value of a settings file. A section is looked for without case, the first of its name
 // counts, and in it the first line of the key. Spaces around a value go, then one pair of quotes.
 // What is not there gives fallback, without the spaces at its end. The text is cut to size - 1
-// bytes; its length is returned. The file is in the ANSI code page, or in UTF-16 with its mark.
-// On Linux a file that is missing in the user's configuration folder is looked for in the
-// system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same relative path.
+// bytes; its length is returned, 0 also for an argument of NULL. The file is in the ANSI code page,
+// or in UTF-16 with its mark. On Linux a file that is missing in the user's configuration folder is
+// looked for in the system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same
+// relative path.
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
                                       DWORD size, LPCSTR file);
 

@@ -6,8 +6,8 @@
 
 // What a header announces. Sizes in bytes.
 struct DibLayout {
-    int width;
-    int height; // rows
+    int width;  // pixels
+    int height; // rows, never negative
     bool isTopDown;
     int planes;          // any number but 0
     int bits;            // a pixel: 1, 4, 8, 16, 24, 32
@@ -24,8 +24,8 @@ struct DibLayout {
 // draws, or when it and its colour table are longer than that.
 bool ReadDibLayout(const void *info, size_t available, DibLayout *layout);
 
-// Makes a bitmap of the picture. info is what the layout was read from; pixels holds pixelsSize
-// bytes. Run lengths that leave the picture or the bytes end the drawing, what they skip is black.
-// Returns false when there is no memory.
+// Makes a bitmap of the picture, which owns its pixels. info is what the layout was read from;
+// pixels holds pixelsSize bytes. Run lengths that leave the picture or the bytes end the drawing,
+// what they skip is black. Returns false when there is no memory.
 bool DecodeDib(const DibLayout &layout, const void *info, const void *pixels, size_t pixelsSize,
                Bitmap *bitmap);

@@ -1,4 +1,5 @@
-// Objects that every context starts with or that are always there.
+// Objects that every context starts with or that are always there. They live until the process
+// ends; DeleteObject leaves them as they are.
 #pragma once
 
 #include "platform/win32/types.h"
@@ -8,7 +9,8 @@ enum class Stock {
     NullPen,
     BlackPen,
     SystemFont,
-    Bitmap, // one black pixel
+    Bitmap, // one black pixel, monochrome
 };
 
+// The handle of a stock object, which is made at the first call; nullptr when there is no room.
 HGDIOBJ StockObject(Stock which);

@@ -21,7 +21,8 @@ bool FillCodePage(unsigned number, CodePage *page);
 // The page number for a locale name as the environment gives it ("ru_RU.UTF-8": 1251).
 unsigned CodePageOfLocale(std::string_view locale);
 
-// The user's page, made at its first use from LC_ALL, LC_CTYPE or LANG.
+// The user's page, made at its first use, for the rest of the process, from LC_ALL, LC_CTYPE or
+// LANG.
 const CodePage &AnsiCodePage();
 
 // Little-endian UTF-16 code units, at any address, as a text of the user's page: a byte for each

@@ -14,6 +14,6 @@ struct FreeBytes {
 };
 using FileBytes = std::unique_ptr<uint8_t[], FreeBytes>;
 
-// Reads a regular file; one that shrinks meanwhile is as long as what could be read. Returns
-// nothing when it is none, cannot be read or is empty.
+// Reads a regular file and stores how many bytes it has; one that shrinks meanwhile is as long as
+// what could be read. Returns nothing, with *size 0, when it is none, cannot be opened or is empty.
 FileBytes ReadWholeFile(const char *path, size_t *size);

@@ -35,8 +35,8 @@ struct ResourcePlace {
     uint32_t size;
 };
 
-// Reads the headers of a PE32 or PE32+ file. Returns false when it is none. An image without a
-// resource directory is one, with no bytes of resources.
+// Reads the headers of a PE32 or PE32+ file, whose bytes must outlive the image. Returns false when
+// it is none. An image without a resource directory is one, with no bytes of resources.
 bool ReadModuleImage(const uint8_t *bytes, size_t size, ModuleImage *image);
 
 // Finds a resource; of several languages the neutral one, else American English, else the first.
