@@ -1,6 +1,7 @@
 #include "content/dib.h"
 
 #include "content/block.h"
+#include "content/byte_writer.h"
 #include "content/run_length.h"
 #include "platform/byte_reader.h"
 #include "platform/picture_limit.h"
@@ -308,7 +309,7 @@ HGLOBAL FlattenOverWhite(const void *source, int isIcon)
         const BYTE *fromRow = (const BYTE *)source + RowOffset(&from, y);
         BYTE *toRow = data + RowOffset(&to, y);
         for (size_t x = 0; x < (size_t)from.width; x++)
-            WritePixel(toRow, x, 24, BlendOverWhite(ReadPixel(fromRow, x, from.bitCount)));
+            WritePixel(toRow, x, to.bitCount, BlendOverWhite(ReadPixel(fromRow, x, from.bitCount)));
     }
     GlobalUnlock(dib);
     return dib;
@@ -338,12 +339,10 @@ HGLOBAL CopyIconColors(const void *icon)
     if (data == nullptr)
         return nullptr;
     memcpy(data, icon, size);
-    if (HeaderOf(icon).headerSize == CORE_HEADER_SIZE) {
-        WORD height = (WORD)from.height;
-        memcpy(data + 6, &height, sizeof height);
-    } else {
-        memcpy(data + 8, &from.height, sizeof from.height);
-    }
+    if (HeaderOf(icon).headerSize == CORE_HEADER_SIZE)
+        PutU16(data + 6, (WORD)from.height);
+    else
+        PutU32(data + 8, (DWORD)from.height);
     GlobalUnlock(dib);
     return dib;
 }

@@ -1,5 +1,6 @@
 #include "export/writers.h"
 
+#include "content/byte_writer.h"
 #include "content/dib.h"
 #include "content/string_block.h"
 
@@ -9,13 +10,6 @@
 
 #define BMP_HEADER_SIZE 14
 #define ICO_HEADER_SIZE 22
-
-// Puts a little-endian value of size bytes.
-static void PutValue(BYTE *at, unsigned long value, int size)
-{
-    for (int i = 0; i < size; i++)
-        at[i] = (BYTE)(value >> 8 * i);
-}
 
 static WriteOutcome WriteBytes(FILE *stream, const void *bytes, size_t size)
 {
@@ -27,8 +21,8 @@ static WriteOutcome WriteBmp(FILE *stream, const ResourceEntry *entry, const BYT
     BYTE header[BMP_HEADER_SIZE] = {'B', 'M'};
     DibHeader dib;
     ReadDibHeader(data, entry->size, &dib);
-    PutValue(header + 2, BMP_HEADER_SIZE + entry->size, 4);
-    PutValue(header + 10, (unsigned long)(BMP_HEADER_SIZE + DibPixelStart(&dib)), 4);
+    PutU32(header + 2, BMP_HEADER_SIZE + entry->size);
+    PutU32(header + 10, (DWORD)(BMP_HEADER_SIZE + DibPixelStart(&dib)));
     if (WriteBytes(stream, header, sizeof header) != WriteDone)
         return WriteShort;
     return WriteBytes(stream, data, entry->size);
@@ -49,10 +43,10 @@ static void FillIconPicture(BYTE *header, const BYTE *data, DWORD size)
 static WriteOutcome WriteIco(FILE *stream, const ResourceEntry *entry, const BYTE *data)
 {
     BYTE header[ICO_HEADER_SIZE] = {};
-    PutValue(header + 2, 1, 2);
-    PutValue(header + 4, 1, 2);
-    PutValue(header + 14, entry->size, 4);
-    PutValue(header + 18, ICO_HEADER_SIZE, 4);
+    PutU16(header + 2, 1);
+    PutU16(header + 4, 1);
+    PutU32(header + 14, entry->size);
+    PutU32(header + 18, ICO_HEADER_SIZE);
     FillIconPicture(header, data, entry->size);
     if (WriteBytes(stream, header, sizeof header) != WriteDone)
         return WriteShort;

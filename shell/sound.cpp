@@ -1,6 +1,7 @@
 #include "shell/sound.h"
 
 #include "content/block.h"
+#include "content/byte_writer.h"
 #include "platform/byte_reader.h"
 
 #include <algorithm>
@@ -20,9 +21,7 @@ static const void *CopyWithTrueSize(const BYTE *data, DWORD size, HGLOBAL *copy)
     if (to == nullptr)
         return nullptr;
     memcpy(to, data, size);
-    const DWORD rest = copySize - 8;
-    for (int i = 0; i < 4; i++)
-        to[4 + i] = (BYTE)(rest >> 8 * i);
+    PutU32(to + 4, copySize - 8);
     return to;
 }
 
