@@ -1,5 +1,3 @@
-#include "content/block.h"
-#include "exe/tree_items.h"
 #include "tests/support/reading.h"
 
 #include <gtest/gtest.h>
@@ -43,30 +41,4 @@ TEST(Probe, TellsWhatAFileIs)
         const int count = ProbeMessageIds(reading.outcome, (LONG)reading.entries.size(), ids);
         EXPECT_EQ(std::vector<UINT>(ids, ids + count), row.messages);
     }
-}
-
-TEST(Catalog, GrowsByAppendingAndIsEmptyAfterRelease)
-{
-    ResourceCatalog catalog = {};
-    ResourceEntry entry = {};
-    ResourceEntry read;
-    EXPECT_EQ(GetEntry(catalog.entries, &read, 0), 0);
-    for (DWORD i = 0; i < 3; i++) {
-        entry.size = i;
-        ASSERT_NE(AllocateLocked(i, &entry.data), nullptr);
-        GlobalUnlock(entry.data);
-        ASSERT_EQ(AppendEntry(&catalog, &entry), 1);
-    }
-    EXPECT_EQ(catalog.count, 3);
-    EXPECT_GE(GlobalSize(catalog.entries), 3 * sizeof(ResourceEntry));
-    ASSERT_EQ(GetEntry(catalog.entries, &read, 2), 1);
-    EXPECT_EQ(read.size, 2u);
-    const HGLOBAL data = read.data;
-    EXPECT_NE(GlobalLock(data), nullptr);
-    GlobalUnlock(data);
-    ReleaseCatalog(&catalog);
-    EXPECT_EQ(catalog.entries, nullptr);
-    EXPECT_EQ(catalog.count, 0);
-    EXPECT_EQ(GlobalLock(data), nullptr);
-    ReleaseCatalog(&catalog);
 }

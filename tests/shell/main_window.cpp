@@ -6,8 +6,8 @@
 #include "program/ids.h"
 #include "program/routines.h"
 #include "samples/builder/builder.h"
-#include "tests/platform/loops.h"
 #include "tests/support/drive.h"
+#include "tests/support/loops.h"
 
 #include <array>
 
@@ -386,23 +386,4 @@ TEST_F(MainWindow, ExitAndTheCloseBoxEndTheProgram)
     SendMessageA(globals.mainWindow, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(RunUntilIdle(), 0);
     EXPECT_FALSE(IsAlive(globals.mainWindow));
-}
-
-TEST(Start, OpensTheFileOfTheCommandLine)
-{
-    const std::string path = TestFile("every file.dll", EveryKind());
-    StartProgram(path);
-    EXPECT_EQ(TitleText(), "Quillmoor [ " + path + " ] ");
-    StopProgram();
-}
-
-TEST(Start, EndsWhenTheHostModuleIsMissing)
-{
-    const char missing[] = "The Vellumax Professional executable file VLXPRO.EXE cannot be found.";
-    // The posted Exit command takes the second box away, answered or not.
-    PressNext(IDOK);
-    EXPECT_EQ(StartProgram("", TestFolder()), 0);
-    EXPECT_EQ(TakeShown(), Texts({missing}));
-    EXPECT_FALSE(IsAlive(globals.mainWindow));
-    StopProgram();
 }

@@ -3,8 +3,8 @@
 #include "program/globals.h"
 #include "program/ids.h"
 #include "samples/builder/builder.h"
-#include "tests/platform/loops.h"
 #include "tests/support/canvas.h"
+#include "tests/support/loops.h"
 #include "tests/support/temp_folder.h"
 
 #include <deque>

@@ -43,7 +43,9 @@ std::string TempFolder::Path(const std::string &name) const
 
 std::string TempFolder::Write(const std::string &name, const Bytes &bytes) const
 {
-    std::ofstream stream(path / FromUtf8(name), std::ios::binary);
+    const fs::path file = path / FromUtf8(name);
+    fs::create_directories(file.parent_path());
+    std::ofstream stream(file, std::ios::binary);
     stream.write((const char *)bytes.data(), (std::streamsize)bytes.size());
     return Path(name);
 }

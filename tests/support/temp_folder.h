@@ -17,7 +17,7 @@ struct TempFolder {
     // The path of a file in the folder, as UTF-8.
     std::string Path(const std::string &name) const;
 
-    // Writes a file there and gives its path.
+    // Writes a file there, with the folders on its way, and gives its path.
     std::string Write(const std::string &name, const Bytes &bytes) const;
 
     // The names of all files below the folder, relative, with "/" between their parts, sorted.

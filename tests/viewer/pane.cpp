@@ -8,7 +8,6 @@
 #include "tests/support/dib_kinds.h"
 #include "tests/support/drive.h"
 #include "viewer/dib_draw.h"
-#include "viewer/graphic_file.h"
 #include "viewer/png.h"
 
 #include <gtest/gtest.h>
@@ -286,16 +285,4 @@ TEST_F(PaneTest, DrawsNothingWithoutAnEntry)
     DeleteDC(dc);
     Hold(4, {1, 2, 3});
     ExpectLines(Lines(), {}, 0);
-}
-
-TEST(GraphicFile, IsKnownByItsExtensionInAnyCase)
-{
-    const struct {
-        const char *name;
-        int format;
-    } cases[] = {{"a.png", 0}, {"b.x.PNG", 0}, {"a.png.bmp", -1}, {"png", -1},
-                 {"a.", -1},   {"a.pn", -1},   {"a.pngx", -1},    {"", -1}};
-    for (const auto &c : cases)
-        EXPECT_EQ(FindGraphicFormat(c.name), c.format) << c.name;
-    EXPECT_EQ(ReadGraphicFile("there is no such file.png"), nullptr);
 }

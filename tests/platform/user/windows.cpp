@@ -1,8 +1,8 @@
 // Windows: their classes, their life with their parents and children, their sizes and places.
 #include <algorithm>
 
-#include "tests/platform/recorder.h"
 #include "tests/support/canvas.h"
+#include "tests/support/recorder.h"
 
 namespace
 {

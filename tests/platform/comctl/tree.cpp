@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/platform/loops.h"
+#include "tests/support/loops.h"
 
 namespace
 {

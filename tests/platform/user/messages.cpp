@@ -1,5 +1,5 @@
 // Messages: what is posted and sent when, what the user does, what controls tell their parent.
-#include "tests/platform/recorder.h"
+#include "tests/support/recorder.h"
 
 namespace
 {

@@ -2,8 +2,8 @@
 #include "tests/support/drive.h"
 
 #include "samples/builder/builder.h"
-#include "tests/platform/recorder.h"
 #include "tests/support/canvas.h"
+#include "tests/support/recorder.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // Lines of text by the cells that they fill: letters and background have the same colour.
-#include "tests/platform/loops.h"
 #include "tests/support/canvas.h"
+#include "tests/support/loops.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Modal dialogs from templates, and the message box.
 #include "program/ids.h"
 #include "samples/builder/builder.h"
-#include "tests/platform/recorder.h"
+#include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
 
 namespace

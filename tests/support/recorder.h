@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/loops.h"
+#include "tests/support/loops.h"
 
 typedef std::vector<std::string> Lines;
 

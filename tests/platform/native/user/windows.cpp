@@ -8,7 +8,7 @@
 #include "platform/native/user/painting.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/visible.h"
-#include "tests/platform/recorder.h"
+#include "tests/support/recorder.h"
 
 namespace
 {

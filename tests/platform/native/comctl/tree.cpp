@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/native/comctl/tree.h"
-#include "tests/platform/loops.h"
+#include "tests/support/loops.h"
 
 TEST(NativeTree, IsReadByPositionAndNeverGivesTheHandleOfADeadItemAgain)
 {

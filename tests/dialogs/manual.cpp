@@ -1,0 +1,48 @@
+#include "dialogs/manual.h"
+
+#include "platform/files.h"
+#include "program/globals.h"
+#include "tests/support/drive.h"
+
+#include <cstring>
+
+typedef std::vector<std::string> Texts;
+
+struct Manual : ProgramTest {
+};
+
+TEST_F(Manual, IsBesideTheProgram)
+{
+    const std::string separator(1, pathSeparator);
+    const struct {
+        std::string directory, path;
+    } cases[] = {
+        {"", "x.htm"},
+        {"dir", "dir" + separator + "x.htm"},
+        {"dir" + separator, "dir" + separator + "x.htm"},
+        {std::string(254, 'd'), std::string(254, 'd') + separator + "x.htm"},
+        {std::string(255, 'd'), ""}, // cut, it would be another file
+    };
+    for (const auto &c : cases) {
+        strcpy(globals.programDirectory, c.directory.c_str());
+        EXPECT_EQ(std::string(ProgramFilePath("x.htm")), c.path);
+    }
+    EXPECT_STREQ(EscapeSpaces("a b\\c  #\xE4"), "a%20b\\c%20%20#\xE4");
+    EXPECT_STREQ(EscapeSpaces(""), "");
+    EXPECT_EQ(strlen(EscapeSpaces(std::string(173, ' ').c_str())), 519u);
+    EXPECT_STREQ(EscapeSpaces(std::string(174, ' ').c_str()), "");
+    EXPECT_EQ(strlen(EscapeSpaces(std::string(520, 'x').c_str())), 520u);
+}
+
+TEST_F(Manual, WithoutAnAddressIsReported)
+{
+    PressNext(IDOK);
+    EXPECT_EQ(OpenInBrowser(globals.mainWindow, std::string(600, 'x').c_str(), "#QUILM"), 1);
+    PressNext(IDOK);
+    EXPECT_EQ(OpenInBrowser(globals.mainWindow, "", "#QUILM"), 1);
+    const std::string failure =
+        " There has been an error displaying the manual page. Please ensure that there is an "
+        "application installed on your system capable of opening HTML documents associated with "
+        "the file extension .HTM.";
+    EXPECT_EQ(TakeShown(), Texts({failure, failure}));
+}

@@ -1,0 +1,61 @@
+#include "platform/win32.h"
+
+#include "tests/support/temp_folder.h"
+#include "tests/support/variable.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
+{
+    const TempFolder folder;
+    // What killed processes left: one is stale, the others are young, in use, or someone's own.
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
+    for (const char *name :
+         {"quillmoor-stale1", "quillmoor-young1", "quillmoor-filled", "quillmoor"}) {
+        const auto path = folder.path / name;
+        std::filesystem::create_directory(path);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        if (path.filename() == "quillmoor-filled")
+            std::ofstream(path / "file") << "x";
+        if (path.filename() != "quillmoor-young1")
+            std::filesystem::last_write_time(path, old);
+    }
+    int told[2];
+    ASSERT_EQ(pipe(told), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const Variable parent("TMPDIR", folder.path);
+        char path[MAX_PATH];
+        GetTempPathA(sizeof path, path);
+        std::ofstream(std::string(path) + "left behind") << "x";
+        struct stat status = {};
+        stat(path, &status);
+        const bool isGood = (status.st_mode & 0777) == 0700 &&
+                            std::string(path).starts_with(folder.path.string() + "/");
+        // Taken away, it is made anew.
+        std::filesystem::remove_all(path);
+        GetTempPathA(sizeof path, path);
+        const bool isBack = std::filesystem::is_directory(path);
+        const char answer = isGood && isBack ? 'y' : 'n';
+        if (write(told[1], &answer, 1) != 1)
+            _exit(1);
+        exit(0);
+    }
+    char answer = 0;
+    EXPECT_EQ(read(told[0], &answer, 1), 1);
+    waitpid(child, nullptr, 0);
+    close(told[0]);
+    close(told[1]);
+    EXPECT_EQ(answer, 'y');
+    std::set<std::string> left;
+    for (const auto &entry : std::filesystem::directory_iterator(folder.path))
+        left.insert(entry.path().filename());
+    EXPECT_EQ(left, (std::set<std::string>{"quillmoor", "quillmoor-filled", "quillmoor-young1"}));
+}

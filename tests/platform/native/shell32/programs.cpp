@@ -1,0 +1,74 @@
+#include "platform/win32.h"
+
+#include "tests/support/temp_folder.h"
+#include "tests/support/variable.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sys/stat.h>
+#include <thread>
+
+// Writes a file that may be run.
+static std::string WriteProgram(const TempFolder &folder, const std::string &name,
+                                const std::string &text)
+{
+    const std::string path = folder.Write(name, Text(text));
+    chmod(path.c_str(), 0755);
+    return path;
+}
+
+// What a program wrote to a file, once it is there.
+static std::string WaitForText(const std::filesystem::path &file)
+{
+    for (int i = 0; i < 500; i++) {
+        const Bytes text = ReadFile(file);
+        if (!text.empty())
+            return std::string(text.begin(), text.end());
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return "";
+}
+
+// Notes how many arguments it got and the first, in one step.
+static const char *const noteArguments = "#!/bin/sh\n"
+                                         "printf '%s:%s' $# \"$1\" >\"$0.part\"\n"
+                                         "mv \"$0.part\" \"$0.seen\"\n";
+
+TEST(Programs, AreStartedByNameWithOneArgument)
+{
+    const TempFolder folder;
+    const Variable path("PATH", "relative::" + folder.Path("a b") + ":/usr/bin:/bin");
+    const std::string browser = WriteProgram(folder, "a b/firefox", noteArguments);
+    folder.Write("a b/opera", Text("not a program"));
+    WriteProgram(folder, "a b/broken", "#!/no/such/interpreter\n");
+    const char *address = "file:///a%20b#QUILM";
+    for (const char *missing :
+         {"opera.exe", "c:\\Program Files\\Opera\\opera.exe", "iexplore.exe", "broken", "", ".exe"})
+        EXPECT_LE((INT_PTR)ShellExecuteA(nullptr, "open", missing, address, nullptr, 3), 32)
+            << missing;
+    EXPECT_GT((INT_PTR)ShellExecuteA(nullptr, "open", "firefox.exe", address, nullptr, 3), 32);
+    EXPECT_EQ(WaitForText(browser + ".seen"), "1:" + std::string(address));
+}
+
+TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
+{
+    const TempFolder folder;
+    const Variable path("PATH", folder.Path("a b") + ":/usr/bin:/bin");
+    const std::string page = folder.Write("my page.htm", Text("<html>"));
+    char application[MAX_PATH];
+    const std::string opener = WriteProgram(folder, "a b/xdg-open", noteArguments);
+    WriteProgram(folder, "a b/xdg-mime", "#!/bin/sh\nexit 0\n");
+    EXPECT_LE((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
+    WriteProgram(folder, "a b/xdg-mime",
+                 "#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo b.desktop\n");
+    EXPECT_LE((INT_PTR)FindExecutableA((page + "x").c_str(), "", application), 32);
+    ASSERT_GT((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
+    std::string line = std::string(application) + " " + page;
+    STARTUPINFOA startup = {};
+    PROCESS_INFORMATION process;
+    ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
+                               nullptr, nullptr, &startup, &process));
+    CloseHandle(process.hProcess);
+    EXPECT_EQ(WaitForText(opener + ".seen"), "1:" + page);
+}
