@@ -95,7 +95,7 @@ static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
 static int PixelsFit(const DibHeader *header, const BYTE *data, Bytes room, int isIcon)
 {
     const Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
-    if (height == 0 || (Bytes)header->width > MOST_PICTURE_PIXELS / height)
+    if (height == 0 || (Bytes)header->width > mostPicturePixels / height)
         return 0;
     if (isIcon && (header->height < 0 || header->compression != BI_RGB))
         return 0;
@@ -253,7 +253,7 @@ static BYTE *CreateLockedDib(LONG width, LONG height, const BYTE *palette, WORD 
                              HGLOBAL *dib)
 {
     if (width <= 0 || height <= 0 || !IsDrawnBitCount(bitCount) ||
-        (Bytes)width > MOST_PICTURE_PIXELS / (Bytes)height)
+        (Bytes)width > mostPicturePixels / (Bytes)height)
         return nullptr;
     BITMAPINFOHEADER header = {};
     header.biSize = sizeof header;

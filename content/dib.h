@@ -37,7 +37,7 @@ unsigned long long DibStride(LONG width, WORD bitCount);
 
 // Whether a block of size bytes holds a picture that can be drawn, whole: header, masks, colour
 // table, rows or run-length data and, for an icon image below 32 bits, the mask; and the picture
-// has at most MOST_PICTURE_PIXELS. isIcon tells an icon image.
+// has at most mostPicturePixels. isIcon tells an icon image.
 int PictureFits(const void *data, DWORD size, int isIcon);
 
 // Stores width, height (its absolute value) and bits a pixel of a block, whose size in bytes is

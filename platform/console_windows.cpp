@@ -14,7 +14,7 @@ static volatile LONG stopRequested;
 static std::string Utf8(const WCHAR *wide)
 {
     const int length = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
-    std::string text(length > 0 ? (size_t)length : 1, 0);
+    std::string text(length > 0 ? static_cast<size_t>(length) : 1, 0);
     WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), length, nullptr, nullptr);
     text.pop_back();
     return text;
@@ -25,7 +25,7 @@ std::vector<std::string> ConsoleArguments(int, char **)
     std::vector<std::string> result;
     int count = 0;
     WCHAR **arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; i < count; i++)
+    for (int i = 1; i < count; ++i)
         result.push_back(Utf8(arguments[i]));
     LocalFree(arguments);
     return result;
@@ -40,18 +40,20 @@ void PrepareConsole()
 int IsTerminal(FILE *stream)
 {
     DWORD mode;
-    return GetConsoleMode((HANDLE)_get_osfhandle(_fileno(stream)), &mode) != 0;
+    return GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) != 0;
 }
 
 static int WriteConsoleText(HANDLE console, const std::string &text)
 {
-    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), (int)text.size(), nullptr, 0);
-    std::wstring wide((size_t)length, 0);
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), (int)text.size(), wide.data(), length);
+    const int length =
+        MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring wide(static_cast<size_t>(length), 0);
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(),
+                        length);
     size_t done = 0;
     while (done < wide.size()) {
         // The console takes no more than a few tens of thousands of characters in one call.
-        const DWORD part = (DWORD)std::min<size_t>(wide.size() - done, 8000);
+        const DWORD part = static_cast<DWORD>(std::min<size_t>(wide.size() - done, 8000));
         DWORD written = 0;
         if (!WriteConsoleW(console, wide.data() + done, part, &written, nullptr) || written == 0)
             return 0;
@@ -63,7 +65,7 @@ static int WriteConsoleText(HANDLE console, const std::string &text)
 int PrintText(FILE *stream, const std::string &text)
 {
     if (IsTerminal(stream))
-        return WriteConsoleText((HANDLE)_get_osfhandle(_fileno(stream)), text);
+        return WriteConsoleText(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), text);
     errno = 0;
     if (fwrite(text.data(), 1, text.size(), stream) == text.size() && fflush(stream) == 0)
         return 1;

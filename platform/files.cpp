@@ -6,7 +6,7 @@ const char *PathExtension(const char *path)
 {
     const char *name = path + FolderLength(path);
     const char *dot = strrchr(name, '.');
-    return dot == nullptr ? name + strlen(name) : dot;
+    return dot ? dot : name + strlen(name);
 }
 
 // Tries the unfinished names one after another until make(name) gives something, or fails for
@@ -14,10 +14,10 @@ const char *PathExtension(const char *path)
 template <typename Make>
 static auto MakeUnfinished(const OutputFolder *folder, std::string *name, Make make)
 {
-    for (int number = 1; number < 1000; number++) {
+    for (int number = 1; number < 1000; ++number) {
         *name = ".unfinished-" + std::to_string(number);
         const auto made = make(folder, name->c_str());
-        if (made != nullptr || !ExistsInFolder(folder, name->c_str()))
+        if (made || !ExistsInFolder(folder, name->c_str()))
             return made;
     }
     return make(folder, name->c_str());

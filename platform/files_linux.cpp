@@ -26,7 +26,7 @@ int IsSeparator(const char *path, size_t at)
 size_t FolderLength(const char *path)
 {
     const char *last = strrchr(path, '/');
-    return last == nullptr ? 0 : (size_t)(last - path) + 1;
+    return last ? static_cast<size_t>(last - path) + 1 : 0;
 }
 
 std::string AddressPath(const char *path)
@@ -34,10 +34,10 @@ std::string AddressPath(const char *path)
     static const char plain[] =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
     std::string address;
-    for (path += path[0] == '/'; *path != 0; path++) {
+    for (path += path[0] == '/'; *path != 0; ++path) {
         char byte[] = {*path, 0, 0, 0};
-        if (strchr(plain, *path) == nullptr)
-            snprintf(byte, sizeof byte, "%%%02X", (unsigned char)*path);
+        if (!strchr(plain, *path))
+            snprintf(byte, sizeof byte, "%%%02X", static_cast<unsigned char>(*path));
         address += byte;
     }
     return address;
@@ -48,14 +48,14 @@ std::string FoldName(const std::string &name)
     std::string folded = name;
     bool isAscii = true;
     for (char &letter : folded) {
-        isAscii = isAscii && (unsigned char)letter < 0x80;
+        isAscii = isAscii && static_cast<unsigned char>(letter) < 0x80;
         if (letter >= 'A' && letter <= 'Z')
-            letter = (char)(letter + 'a' - 'A');
+            letter = static_cast<char>(letter + 'a' - 'A');
     }
     if (isAscii)
         return folded;
     static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (utf8 == nullptr)
+    if (!utf8)
         return name;
     const locale_t before = uselocale(utf8);
     folded.clear();
@@ -70,7 +70,8 @@ std::string FoldName(const std::string &name)
             continue;
         }
         at += length;
-        length = std::wcrtomb(bytes, (wchar_t)std::towlower((wint_t)letter), &writing);
+        length = std::wcrtomb(
+            bytes, static_cast<wchar_t>(std::towlower(static_cast<wint_t>(letter))), &writing);
         folded.append(bytes, length);
     }
     uselocale(before);
@@ -80,7 +81,7 @@ std::string FoldName(const std::string &name)
 static FILE *OpenDescriptor(int descriptor, const char *mode)
 {
     FILE *file = descriptor < 0 ? nullptr : fdopen(descriptor, mode);
-    if (file == nullptr) {
+    if (!file) {
         lastError = errno;
         if (descriptor >= 0)
             close(descriptor);
@@ -92,7 +93,7 @@ FILE *OpenForReading(const char *name)
 {
     FILE *file = OpenDescriptor(open(name, O_RDONLY | O_CLOEXEC), "rb");
     struct stat status;
-    if (file != nullptr && fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
+    if (file && fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
         fclose(file);
         lastError = EISDIR;
         return nullptr;
@@ -109,7 +110,7 @@ int64_t FileLength(FILE *file)
 
 int SeekTo(FILE *file, uint64_t offset)
 {
-    return offset <= INT64_MAX && fseeko(file, (off_t)offset, SEEK_SET) == 0;
+    return offset <= INT64_MAX && fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 
 const char *FileErrorText()
@@ -152,7 +153,7 @@ OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
 
 void CloseFolder(OutputFolder *folder)
 {
-    if (folder == nullptr)
+    if (!folder)
         return;
     close(folder->descriptor);
     delete folder;

@@ -25,7 +25,7 @@ int IsSeparator(const char *path, size_t at)
         return 0;
     size_t place = 0;
     while (place < at)
-        place += IsDBCSLeadByte((BYTE)path[place]) && path[place + 1] != 0 ? 2 : 1;
+        place += IsDBCSLeadByte(static_cast<BYTE>(path[place])) && path[place + 1] != 0 ? 2 : 1;
     return place == at;
 }
 
@@ -33,7 +33,7 @@ size_t FolderLength(const char *path)
 {
     size_t length = strlen(path);
     while (length > 0 && !IsSeparator(path, length - 1))
-        length--;
+        --length;
     return length;
 }
 
@@ -45,7 +45,7 @@ std::string AddressPath(const char *path)
 static std::wstring Wide(const char *text)
 {
     const int length = MultiByteToWideChar(CP_UTF8, 0, text, -1, nullptr, 0);
-    std::wstring wide(length > 0 ? (size_t)length : 1, 0);
+    std::wstring wide(length > 0 ? static_cast<size_t>(length) : 1, 0);
     MultiByteToWideChar(CP_UTF8, 0, text, -1, wide.data(), length);
     wide.pop_back();
     return wide;
@@ -54,12 +54,12 @@ static std::wstring Wide(const char *text)
 std::string FoldName(const std::string &name)
 {
     std::wstring wide = Wide(name.c_str());
-    CharLowerBuffW(wide.data(), (DWORD)wide.size());
-    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), (int)wide.size(), nullptr, 0,
-                                           nullptr, nullptr);
-    std::string folded((size_t)length, 0);
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), (int)wide.size(), folded.data(), length, nullptr,
-                        nullptr);
+    CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()),
+                                           nullptr, 0, nullptr, nullptr);
+    std::string folded(static_cast<size_t>(length), 0);
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), folded.data(),
+                        length, nullptr, nullptr);
     return folded;
 }
 
@@ -83,9 +83,9 @@ static FILE *OpenHandle(HANDLE handle, int flags, const char *mode)
         lastError = GetLastError();
         return nullptr;
     }
-    const int descriptor = _open_osfhandle((intptr_t)handle, flags | _O_BINARY);
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), flags | _O_BINARY);
     FILE *file = descriptor < 0 ? nullptr : _fdopen(descriptor, mode);
-    if (file == nullptr) {
+    if (!file) {
         lastError = ERROR_TOO_MANY_OPEN_FILES;
         if (descriptor < 0)
             CloseHandle(handle);
@@ -112,7 +112,7 @@ int64_t FileLength(FILE *file)
 
 int SeekTo(FILE *file, uint64_t offset)
 {
-    return offset <= INT64_MAX && _fseeki64(file, (int64_t)offset, SEEK_SET) == 0;
+    return offset <= INT64_MAX && _fseeki64(file, static_cast<int64_t>(offset), SEEK_SET) == 0;
 }
 
 const char *FileErrorText()
@@ -122,10 +122,10 @@ const char *FileErrorText()
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                                   nullptr, lastError, 0, wide, sizeof wide / sizeof *wide, nullptr);
     while (length > 0 && (wide[length - 1] <= L' ' || wide[length - 1] == L'.'))
-        length--;
+        --length;
     const int bytes = length == 0 ? 0
-                                  : WideCharToMultiByte(CP_UTF8, 0, wide, (int)length, text,
-                                                        sizeof text - 1, nullptr, nullptr);
+                                  : WideCharToMultiByte(CP_UTF8, 0, wide, static_cast<int>(length),
+                                                        text, sizeof text - 1, nullptr, nullptr);
     text[bytes] = 0;
     if (bytes == 0)
         snprintf(text, sizeof text, "system error %lu", lastError);
@@ -177,7 +177,7 @@ OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
 
 void CloseFolder(OutputFolder *folder)
 {
-    if (folder == nullptr)
+    if (!folder)
         return;
     CloseHandle(folder->held);
     delete folder;

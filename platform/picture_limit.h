@@ -1,5 +1,7 @@
 // The size up to which pictures are taken.
 #pragma once
 
+#include <cstdint>
+
 // A picture of more pixels is neither decoded nor drawn.
-#define MOST_PICTURE_PIXELS 64000000u
+constexpr uint32_t mostPicturePixels = 64000000;

@@ -9,6 +9,6 @@ extern "C" {
 // Decodes a PNG file, whatever its colour type, depth and interlacing, to a movable block with a
 // packed DIB: BITMAPINFOHEADER, then bottom-up rows of 32 bits a pixel (blue, green, red, alpha;
 // not multiplied by alpha). The caller frees it. NULL when the file cannot be read, is damaged or
-// cut short, or its header tells of more than MOST_PICTURE_PIXELS: such a file is not decoded.
+// cut short, or its header tells of more than mostPicturePixels: such a file is not decoded.
 HGLOBAL PNGReadGraphicFile(const char *path);
 }

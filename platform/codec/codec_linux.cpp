@@ -1,10 +1,13 @@
 #include "platform/codec/codec.h"
 
-#include "platform/codec/codec_dib.h"
-
 #include <csetjmp>
 #include <cstdio>
 #include <png.h>
+
+#include "platform/codec/codec_dib.h"
+
+namespace
+{
 
 // What decoding one file holds. libpng leaves by longjmp at the first fault, so all of it lies in
 // a record outside the function that is left.
@@ -16,9 +19,11 @@ struct Decoding {
     jmp_buf fault;
 };
 
+} // namespace
+
 [[noreturn]] static void OnFault(png_structp reader, png_const_charp)
 {
-    longjmp(((Decoding *)png_get_error_ptr(reader))->fault, 1);
+    longjmp(static_cast<Decoding *>(png_get_error_ptr(reader))->fault, 1);
 }
 
 static void OnWarning(png_structp, png_const_charp)
@@ -48,10 +53,10 @@ static int DecodePicture(Decoding *decoding)
     AskForPixels(decoding);
     int passes = png_set_interlace_handling(decoding->reader);
     png_read_update_info(decoding->reader, decoding->info);
-    BYTE *rows = (BYTE *)GlobalLock(decoding->block) + sizeof(BITMAPINFOHEADER);
-    size_t stride = (size_t)width * 4;
-    for (int pass = 0; pass < passes; pass++)
-        for (size_t y = 0; y < height; y++)
+    BYTE *rows = static_cast<BYTE *>(GlobalLock(decoding->block)) + sizeof(BITMAPINFOHEADER);
+    size_t stride = static_cast<size_t>(width) * 4;
+    for (int pass = 0; pass < passes; ++pass)
+        for (size_t y = 0; y < height; ++y)
             png_read_row(decoding->reader, rows + (height - 1 - y) * stride, nullptr);
     // the rest of the file holds nothing that is used, but it has to be there
     png_read_end(decoding->reader, nullptr);

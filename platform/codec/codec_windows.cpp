@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <wincodec.h>
 
+namespace
+{
+
 // What decoding one file holds open.
 struct Decoding {
     HRESULT com;
@@ -16,6 +19,8 @@ struct Decoding {
     UINT width; // pixels
     UINT height;
 };
+
+} // namespace
 
 template <class Interface> static void Release(Interface *object)
 {
@@ -42,10 +47,12 @@ static int BeginDecoding(const char *path, Decoding *decoding)
     // fails when the caller uses another threading model, which serves as well
     decoding->com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     WCHAR wide[MAX_PATH * 4];
-    if (!MultiByteToWideChar(CP_ACP, 0, path, -1, wide, (int)(sizeof wide / sizeof *wide)))
+    if (!MultiByteToWideChar(CP_ACP, 0, path, -1, wide,
+                             static_cast<int>(sizeof wide / sizeof *wide)))
         return 0;
     return SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                                      IID_IWICImagingFactory, (void **)&decoding->factory)) &&
+                                      IID_IWICImagingFactory,
+                                      reinterpret_cast<void **>(&decoding->factory))) &&
            SUCCEEDED(decoding->factory->CreateStream(&decoding->stream)) &&
            SUCCEEDED(decoding->stream->InitializeFromFilename(wide, GENERIC_READ)) &&
            SUCCEEDED(decoding->factory->CreateDecoder(GUID_ContainerFormatPng, nullptr,
@@ -58,7 +65,7 @@ static int BeginDecoding(const char *path, Decoding *decoding)
 
 static void TurnRows(BYTE *rows, size_t stride, size_t height)
 {
-    for (size_t top = 0; top < height / 2; top++)
+    for (size_t top = 0; top < height / 2; ++top)
         std::swap_ranges(rows + top * stride, rows + (top + 1) * stride,
                          rows + (height - 1 - top) * stride);
 }
@@ -84,7 +91,8 @@ HGLOBAL PNGReadGraphicFile(const char *path)
         block = MakeCodecDib(decoding.width, decoding.height);
     int decoded = 0;
     if (block) {
-        decoded = DecodeRows(&decoding, (BYTE *)GlobalLock(block) + sizeof(BITMAPINFOHEADER));
+        decoded = DecodeRows(&decoding,
+                             static_cast<BYTE *>(GlobalLock(block)) + sizeof(BITMAPINFOHEADER));
         GlobalUnlock(block);
     }
     EndDecoding(&decoding);

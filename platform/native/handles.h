@@ -1,6 +1,6 @@
 // The layer's tables of handles. A handle is a number: the kind of its table, the generation of its
 // slot, and the slot's index. When an object goes, its slot's generation moves on, so an old handle
-// is found nowhere and never means a later object.
+// is found nowhere and never means a later object. A handle is never nullptr.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,6 @@ enum class HandleKind : uint8_t {
     DeviceContext,
     Window,
     Menu,
-    TreeItem,
     ImageList,
     Icon,
 };
@@ -32,7 +31,8 @@ static_assert(sizeof(void *) == 8, "a handle needs 64 bits");
 template <typename Object, HandleKind kind> class HandleTable
 {
   public:
-    // Stores an object. Returns its handle, or nullptr when the table is full.
+    // Makes an object of the arguments, which the table owns from then on. Returns its handle, or
+    // nullptr when the table is full.
     template <typename... Arguments> void *Add(Arguments &&...arguments)
     {
         size_t index;
@@ -48,13 +48,14 @@ template <typename Object, HandleKind kind> class HandleTable
         }
         Slot &slot = At(index);
         slot.object.emplace(std::forward<Arguments>(arguments)...);
-        live++;
-        const uint64_t number = (uint64_t)kind << (indexBits + generationBits) |
-                                (uint64_t)slot.generation << indexBits | index;
+        ++live;
+        const uint64_t number = static_cast<uint64_t>(kind) << (indexBits + generationBits) |
+                                static_cast<uint64_t>(slot.generation) << indexBits | index;
         return reinterpret_cast<void *>(number);
     }
 
-    // The object of a handle, or nullptr for a handle that is dead or of another table.
+    // The object of a handle, good until it is removed; nullptr for a handle that is dead or of
+    // another table.
     Object *Find(const void *handle)
     {
         const size_t index = Index(handle);
@@ -71,8 +72,8 @@ template <typename Object, HandleKind kind> class HandleTable
         // The object is taken out first: its end may add to this table or remove from it.
         [[maybe_unused]] const std::optional<Object> ending = std::move(slot.object);
         slot.object.reset();
-        live--;
-        slot.generation++;
+        --live;
+        ++slot.generation;
         // A slot whose generations are used up is never given again.
         if (slot.generation >> generationBits == 0)
             freeSlots.push_back(index);
@@ -105,7 +106,7 @@ template <typename Object, HandleKind kind> class HandleTable
     {
         const uint64_t number = reinterpret_cast<uint64_t>(handle);
         const size_t index = number & ((1ull << indexBits) - 1);
-        if (number >> (indexBits + generationBits) != (uint64_t)kind || index >= used)
+        if (number >> (indexBits + generationBits) != static_cast<uint64_t>(kind) || index >= used)
             return none;
         const Slot &slot = At(index);
         const uint32_t generation = number >> indexBits & ((1u << generationBits) - 1);

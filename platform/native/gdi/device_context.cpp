@@ -1,31 +1,28 @@
 #include "platform/native/gdi/device_context.h"
 
-#include "platform/native/gdi/stock.h"
-#include "platform/native/handles.h"
-
 #include <algorithm>
 #include <utility>
 
-namespace
-{
+#include "platform/native/gdi/stock.h"
+#include "platform/native/handles.h"
 
-HandleTable<DeviceContext, HandleKind::DeviceContext> &Contexts()
+static HandleTable<DeviceContext, HandleKind::DeviceContext> &Contexts()
 {
     static HandleTable<DeviceContext, HandleKind::DeviceContext> contexts;
     return contexts;
 }
 
-HDC AddContext(const DeviceContext &context)
+static HDC AddContext(const DeviceContext &context)
 {
-    const HDC dc = (HDC)Contexts().Add(context);
-    if (dc == nullptr)
+    const HDC dc = static_cast<HDC>(Contexts().Add(context));
+    if (!dc)
         return nullptr;
     for (HGDIOBJ object : {context.bitmap, context.brush, context.pen, context.font})
         HoldDrawingObject(object);
     return dc;
 }
 
-void RemoveContext(HDC dc)
+static void RemoveContext(HDC dc)
 {
     const DeviceContext context = *FindContext(dc);
     Contexts().Remove(dc);
@@ -34,7 +31,7 @@ void RemoveContext(HDC dc)
 }
 
 // A context with everything as Windows sets it at first, and no surface.
-DeviceContext FreshContext()
+static DeviceContext FreshContext()
 {
     DeviceContext context{};
     context.brush = StockObject(Stock::WhiteBrush);
@@ -48,10 +45,10 @@ DeviceContext FreshContext()
 }
 
 // The place in the context where an object of that kind is selected; nullptr when it takes none.
-HGDIOBJ *PlaceFor(DeviceContext *context, HGDIOBJ object)
+static HGDIOBJ *PlaceFor(DeviceContext *context, HGDIOBJ object)
 {
     const DrawingObject *drawing = FindDrawingObject(object);
-    if (drawing == nullptr)
+    if (!drawing)
         return nullptr;
     if (const Bitmap *bitmap = std::get_if<Bitmap>(drawing)) {
         const bool isOwn = object == context->bitmap || object == StockObject(Stock::Bitmap);
@@ -63,7 +60,7 @@ HGDIOBJ *PlaceFor(DeviceContext *context, HGDIOBJ object)
     return std::holds_alternative<Pen>(*drawing) ? &context->pen : &context->font;
 }
 
-void UseBitmap(DeviceContext *context, HGDIOBJ bitmap)
+static void UseBitmap(DeviceContext *context, HGDIOBJ bitmap)
 {
     context->surface = FindDrawing<Bitmap>(bitmap)->surface;
     context->clip = {0, 0, context->surface.width, context->surface.height};
@@ -71,8 +68,6 @@ void UseBitmap(DeviceContext *context, HGDIOBJ bitmap)
     if (bitmap == StockObject(Stock::Bitmap))
         context->clip = {};
 }
-
-} // namespace
 
 HDC OpenSurfaceContext(const PixelSurface &surface, const RECT &clip)
 {
@@ -86,7 +81,7 @@ HDC OpenSurfaceContext(const PixelSurface &surface, const RECT &clip)
 bool CloseSurfaceContext(HDC dc)
 {
     const DeviceContext *context = FindContext(dc);
-    if (context == nullptr || context->isMemory)
+    if (!context || context->isMemory)
         return false;
     RemoveContext(dc);
     return true;
@@ -99,7 +94,7 @@ DeviceContext *FindContext(HDC dc)
 
 HDC WINAPI CreateCompatibleDC(HDC dc)
 {
-    if (FindContext(dc) == nullptr)
+    if (!FindContext(dc))
         return nullptr;
     DeviceContext context = FreshContext();
     context.isMemory = true;
@@ -111,7 +106,7 @@ HDC WINAPI CreateCompatibleDC(HDC dc)
 BOOL WINAPI DeleteDC(HDC dc)
 {
     const DeviceContext *context = FindContext(dc);
-    if (context == nullptr || !context->isMemory)
+    if (!context || !context->isMemory)
         return FALSE;
     RemoveContext(dc);
     return TRUE;
@@ -120,8 +115,8 @@ BOOL WINAPI DeleteDC(HDC dc)
 HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object)
 {
     DeviceContext *context = FindContext(dc);
-    HGDIOBJ *place = context == nullptr ? nullptr : PlaceFor(context, object);
-    if (place == nullptr)
+    HGDIOBJ *place = context ? PlaceFor(context, object) : nullptr;
+    if (!place)
         return nullptr;
     HoldDrawingObject(object);
     const HGDIOBJ before = std::exchange(*place, object);
@@ -134,19 +129,19 @@ HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object)
 COLORREF WINAPI SetTextColor(HDC dc, COLORREF color)
 {
     DeviceContext *context = FindContext(dc);
-    return context == nullptr ? CLR_INVALID : std::exchange(context->textColor, color);
+    return context ? std::exchange(context->textColor, color) : CLR_INVALID;
 }
 
 COLORREF WINAPI SetBkColor(HDC dc, COLORREF color)
 {
     DeviceContext *context = FindContext(dc);
-    return context == nullptr ? CLR_INVALID : std::exchange(context->backColor, color);
+    return context ? std::exchange(context->backColor, color) : CLR_INVALID;
 }
 
 int WINAPI SetBkMode(HDC dc, int mode)
 {
     DeviceContext *context = FindContext(dc);
-    if (context == nullptr || (mode != TRANSPARENT && mode != OPAQUE))
+    if (!context || (mode != TRANSPARENT && mode != OPAQUE))
         return 0;
     return std::exchange(context->backMode, mode);
 }
@@ -154,7 +149,7 @@ int WINAPI SetBkMode(HDC dc, int mode)
 int WINAPI SetROP2(HDC dc, int rop)
 {
     DeviceContext *context = FindContext(dc);
-    if (context == nullptr || (rop != R2_XORPEN && rop != R2_COPYPEN))
+    if (!context || (rop != R2_XORPEN && rop != R2_COPYPEN))
         return 0;
     return std::exchange(context->rop, rop);
 }
@@ -162,9 +157,9 @@ int WINAPI SetROP2(HDC dc, int rop)
 BOOL WINAPI SetBrushOrgEx(HDC dc, int x, int y, LPPOINT old)
 {
     DeviceContext *context = FindContext(dc);
-    if (context == nullptr)
+    if (!context)
         return FALSE;
-    if (old != nullptr)
+    if (old)
         *old = context->brushOrigin;
     context->brushOrigin = {x, y};
     return TRUE;

@@ -6,21 +6,23 @@
 
 #include "platform/byte_reader.h"
 
+constexpr uint32_t coreHeaderSize = 12;
+constexpr uint32_t infoHeaderSize = 40;
+constexpr uint32_t masksInHeaderSize = 52; // from this length on the masks belong to the header
+
 namespace
 {
 
-const uint32_t coreHeaderSize = 12;
-const uint32_t infoHeaderSize = 40;
-const uint32_t masksInHeaderSize = 52; // from this length on the masks belong to the header
-
 enum Compression : uint32_t { Rgb, RunLength8, RunLength4, BitFields };
 
-size_t RowSize(const DibLayout &layout)
+} // namespace
+
+static size_t RowSize(const DibLayout &layout)
 {
-    return ((size_t)layout.width * (size_t)layout.bits + 31) / 32 * 4;
+    return (static_cast<size_t>(layout.width) * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
 }
 
-void ReadCoreHeader(ByteReader *info, DibLayout *layout)
+static void ReadCoreHeader(ByteReader *info, DibLayout *layout)
 {
     layout->width = ReadU16(info, 4);
     layout->height = ReadU16(info, 6);
@@ -32,7 +34,7 @@ void ReadCoreHeader(ByteReader *info, DibLayout *layout)
 }
 
 // Returns the compression.
-uint32_t ReadInfoHeader(ByteReader *info, DibLayout *layout)
+static uint32_t ReadInfoHeader(ByteReader *info, DibLayout *layout)
 {
     const auto height = static_cast<int32_t>(ReadU32(info, 8));
     const size_t used = ReadU32(info, 32);
@@ -46,7 +48,7 @@ uint32_t ReadInfoHeader(ByteReader *info, DibLayout *layout)
     return ReadU32(info, 16);
 }
 
-bool IsDrawable(const DibLayout &layout, uint32_t compression)
+static bool IsDrawable(const DibLayout &layout, uint32_t compression)
 {
     const int bits = layout.bits;
     if (layout.width <= 0 || layout.height <= 0 || layout.planes == 0)
@@ -61,7 +63,7 @@ bool IsDrawable(const DibLayout &layout, uint32_t compression)
 }
 
 // One channel of a pixel as 8 bits: few bits are repeated to fill them, of many the top 8 count.
-uint32_t Channel(uint32_t pixel, uint32_t mask)
+static uint32_t Channel(uint32_t pixel, uint32_t mask)
 {
     const int shift = std::countr_zero(mask);
     const int width = std::bit_width(mask >> shift);
@@ -74,39 +76,41 @@ uint32_t Channel(uint32_t pixel, uint32_t mask)
     return filled;
 }
 
-void ReadColorTable(const DibLayout &layout, const uint8_t *info, uint32_t table[256])
+static void ReadColorTable(const DibLayout &layout, const uint8_t *info, uint32_t table[256])
 {
     std::fill(table, table + 256, 0);
-    const size_t count = std::min(layout.tableEntries, (size_t)1 << layout.bits);
-    for (size_t i = 0; i < count; i++) {
+    const size_t count = std::min(layout.tableEntries, static_cast<size_t>(1) << layout.bits);
+    for (size_t i = 0; i < count; ++i) {
         const uint8_t *entry = info + layout.tableOffset + i * layout.entrySize;
-        table[i] = (uint32_t)entry[2] << 16 | (uint32_t)entry[1] << 8 | entry[0];
+        table[i] =
+            static_cast<uint32_t>(entry[2]) << 16 | static_cast<uint32_t>(entry[1]) << 8 | entry[0];
     }
 }
 
-void DecodeIndexedRow(const DibLayout &layout, const uint32_t *table, const uint8_t *row,
-                      uint32_t *out)
+static void DecodeIndexedRow(const DibLayout &layout, const uint32_t *table, const uint8_t *row,
+                             uint32_t *out)
 {
-    const unsigned bits = (unsigned)layout.bits;
+    const unsigned bits = static_cast<unsigned>(layout.bits);
     const unsigned perByte = 8 / bits;
     const unsigned mask = (1u << bits) - 1;
-    for (int x = 0; x < layout.width; x++) {
-        const unsigned place = (perByte - 1 - (unsigned)x % perByte) * bits;
-        out[x] = table[row[(unsigned)x / perByte] >> place & mask];
+    for (int x = 0; x < layout.width; ++x) {
+        const unsigned place = (perByte - 1 - static_cast<unsigned>(x) % perByte) * bits;
+        out[x] = table[row[static_cast<unsigned>(x) / perByte] >> place & mask];
     }
 }
 
-void DecodeDirectRow(const DibLayout &layout, const uint8_t *row, uint32_t *out)
+static void DecodeDirectRow(const DibLayout &layout, const uint8_t *row, uint32_t *out)
 {
     if (layout.bits == 24) {
-        for (int x = 0; x < layout.width; x++, row += 3)
-            out[x] = (uint32_t)row[2] << 16 | (uint32_t)row[1] << 8 | row[0];
+        for (int x = 0; x < layout.width; ++x, row += 3)
+            out[x] =
+                static_cast<uint32_t>(row[2]) << 16 | static_cast<uint32_t>(row[1]) << 8 | row[0];
         return;
     }
     const uint32_t *masks = layout.masks;
     const bool isPlain = masks[0] == 0xFF0000 && masks[1] == 0xFF00 && masks[2] == 0xFF;
     const int size = layout.bits / 8;
-    for (int x = 0; x < layout.width; x++, row += size) {
+    for (int x = 0; x < layout.width; ++x, row += size) {
         uint32_t pixel = row[0] | uint32_t{row[1]} << 8;
         if (size == 4)
             pixel |= uint32_t{row[2]} << 16 | uint32_t{row[3]} << 24;
@@ -116,6 +120,9 @@ void DecodeDirectRow(const DibLayout &layout, const uint8_t *row, uint32_t *out)
     }
 }
 
+namespace
+{
+
 // The place that run lengths have reached; rows count from the bottom.
 struct RunPen {
     const PixelSurface *surface;
@@ -124,25 +131,28 @@ struct RunPen {
     int row;
 };
 
-void PutRunPixel(RunPen *pen, unsigned index)
+} // namespace
+
+static void PutRunPixel(RunPen *pen, unsigned index)
 {
     if (pen->x < pen->surface->width) {
-        const size_t y = (size_t)(pen->surface->height - 1 - pen->row);
-        pen->surface->pixels[y * pen->surface->stride + (size_t)pen->x] = pen->table[index];
-        pen->x++;
+        const size_t y = static_cast<size_t>(pen->surface->height - 1 - pen->row);
+        pen->surface->pixels[y * pen->surface->stride + static_cast<size_t>(pen->x)] =
+            pen->table[index];
+        ++pen->x;
     }
 }
 
 // The i-th index of a run of bytes: a byte each of 8 bits, else the high nibble first.
-unsigned RunIndex(int bits, const uint8_t *bytes, unsigned i)
+static unsigned RunIndex(int bits, const uint8_t *bytes, unsigned i)
 {
     if (bits == 8)
         return bytes[i];
     return i % 2 == 0 ? bytes[i / 2] >> 4 : bytes[i / 2] & 15u;
 }
 
-void DecodeRunLengths(const DibLayout &layout, const uint32_t *table, const uint8_t *bytes,
-                      size_t size, const PixelSurface &surface)
+static void DecodeRunLengths(const DibLayout &layout, const uint32_t *table, const uint8_t *bytes,
+                             size_t size, const PixelSurface &surface)
 {
     const unsigned endOfLine = 0, endOfBitmap = 1, delta = 2;
     RunPen pen = {&surface, table, 0, 0};
@@ -152,12 +162,12 @@ void DecodeRunLengths(const DibLayout &layout, const uint32_t *table, const uint
         const unsigned code = bytes[at + 1];
         at += 2;
         if (count > 0) {
-            const uint8_t repeated[] = {(uint8_t)code};
-            for (unsigned i = 0; i < count; i++)
+            const uint8_t repeated[] = {static_cast<uint8_t>(code)};
+            for (unsigned i = 0; i < count; ++i)
                 PutRunPixel(&pen, layout.bits == 8 ? code : RunIndex(4, repeated, i % 2));
         } else if (code == endOfLine) {
             pen.x = 0;
-            pen.row++;
+            ++pen.row;
         } else if (code == endOfBitmap) {
             return;
         } else if (code == delta) {
@@ -170,14 +180,12 @@ void DecodeRunLengths(const DibLayout &layout, const uint32_t *table, const uint
             const size_t length = layout.bits == 8 ? code : (code + 1) / 2;
             if (length > size - at)
                 return;
-            for (unsigned i = 0; i < code; i++)
+            for (unsigned i = 0; i < code; ++i)
                 PutRunPixel(&pen, RunIndex(layout.bits, bytes + at, i));
             at += std::min((length + 1) / 2 * 2, size - at); // padded to whole words
         }
     }
 }
-
-} // namespace
 
 bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
 {
@@ -210,8 +218,9 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
         layout->masks[2] = isFive ? 0x001F : 0xFF;
     }
     layout->infoSize = layout->tableOffset + layout->tableEntries * layout->entrySize;
-    layout->pixelsSize =
-        layout->isRunLength ? ReadU32(&bytes, 20) : RowSize(*layout) * (size_t)layout->height;
+    layout->pixelsSize = layout->isRunLength
+                             ? ReadU32(&bytes, 20)
+                             : RowSize(*layout) * static_cast<size_t>(layout->height);
     return layout->infoSize <= available && layout->pixelsSize > 0;
 }
 
@@ -220,18 +229,18 @@ bool DecodeDib(const DibLayout &layout, const void *info, const void *pixels, si
 {
     if (!MakeBitmap(layout.width, layout.height, false, bitmap))
         return false;
-    const uint8_t *bytes = (const uint8_t *)pixels;
+    const uint8_t *bytes = static_cast<const uint8_t *>(pixels);
     uint32_t table[256];
     if (layout.bits <= 8)
-        ReadColorTable(layout, (const uint8_t *)info, table);
+        ReadColorTable(layout, static_cast<const uint8_t *>(info), table);
     if (layout.isRunLength) {
         DecodeRunLengths(layout, table, bytes, pixelsSize, bitmap->surface);
         return true;
     }
-    for (int y = 0; y < layout.height; y++) {
+    for (int y = 0; y < layout.height; ++y) {
         const int stored = layout.isTopDown ? y : layout.height - 1 - y;
-        const uint8_t *row = bytes + RowSize(layout) * (size_t)stored;
-        uint32_t *out = bitmap->surface.pixels + bitmap->surface.stride * (size_t)y;
+        const uint8_t *row = bytes + RowSize(layout) * static_cast<size_t>(stored);
+        uint32_t *out = bitmap->surface.pixels + bitmap->surface.stride * static_cast<size_t>(y);
         if (layout.bits <= 8)
             DecodeIndexedRow(layout, table, row, out);
         else

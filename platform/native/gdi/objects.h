@@ -1,13 +1,13 @@
 // The drawing objects behind the handles of bitmaps, brushes, pens and fonts.
 #pragma once
 
-#include "platform/native/gdi/surface.h"
-#include "platform/win32/types.h"
-
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <variant>
+
+#include "platform/native/gdi/surface.h"
+#include "platform/win32/types.h"
 
 struct FreePixels {
     void operator()(uint32_t *pixels) const
@@ -17,14 +17,16 @@ struct FreePixels {
 };
 using PixelBuffer = std::unique_ptr<uint32_t[], FreePixels>;
 
-// A bitmap in memory, of ratio 1. In a monochrome one each pixel is black or white.
+// A bitmap in memory, of ratio 1, which owns its pixels. In a monochrome one each pixel is black or
+// white.
 struct Bitmap {
     PixelSurface surface;
     PixelBuffer memory;
     bool isMonochrome;
 };
 
-// Makes a black bitmap. Returns false for a size that is empty or that memory does not hold.
+// Makes a black bitmap, sizes in pixels. Returns false, with *bitmap as it was, for a size that is
+// empty or that memory does not hold.
 bool MakeBitmap(int width, int height, bool isMonochrome, Bitmap *bitmap);
 
 struct Brush {
@@ -49,8 +51,8 @@ using DrawingObject = std::variant<Bitmap, Brush, Pen, Font>;
 // ended by DeleteObject.
 HGDIOBJ AddDrawingObject(DrawingObject &&object, bool isStock = false);
 
-// Takes and gives back one hold on a live object. DeleteObject on an object that is held succeeds,
-// but the object lives on until nobody holds it.
+// Takes and gives back one hold on an object; a dead handle is left alone. DeleteObject on an
+// object that is held succeeds, but the object lives on until nobody holds it.
 void HoldDrawingObject(HGDIOBJ handle);
 void ReleaseDrawingObject(HGDIOBJ handle);
 
@@ -64,7 +66,7 @@ DrawingObject *FindDrawingObject(HGDIOBJ handle);
 template <typename Kind> Kind *FindDrawing(HGDIOBJ handle)
 {
     DrawingObject *object = FindDrawingObject(handle);
-    return object == nullptr ? nullptr : std::get_if<Kind>(object);
+    return object ? std::get_if<Kind>(object) : nullptr;
 }
 
 // 0x00BBGGRR and 0x00RRGGBB, one made the other.

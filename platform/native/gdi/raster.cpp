@@ -1,9 +1,9 @@
 // Raster operations: pixels of a bitmap or a brush put together with those of a surface.
-#include "platform/native/gdi/device_context.h"
-
 #include <algorithm>
 #include <tuple>
 #include <vector>
+
+#include "platform/native/gdi/device_context.h"
 
 namespace
 {
@@ -13,19 +13,21 @@ struct Area {
     long long left, top, right, bottom;
 };
 
+} // namespace
+
 // Each of its own type, so that the loops over pixels hold no calls.
 constexpr auto Copy = [](uint32_t, uint32_t source) { return source; };
 constexpr auto And = [](uint32_t destination, uint32_t source) { return destination & source; };
 constexpr auto Xor = [](uint32_t destination, uint32_t source) { return destination ^ source; };
 
-Area Intersect(const Area &a, const Area &b)
+static Area Intersect(const Area &a, const Area &b)
 {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
             std::min(a.bottom, b.bottom)};
 }
 
 // Windows' reading of a negative size: the corner's pixel, and those to the left of it and above.
-Area Ordered(Area area)
+static Area Ordered(Area area)
 {
     if (area.left > area.right)
         std::tie(area.left, area.right) = std::pair(area.right + 1, area.left + 1);
@@ -34,7 +36,7 @@ Area Ordered(Area area)
     return area;
 }
 
-Area ClipArea(const DeviceContext &context)
+static Area ClipArea(const DeviceContext &context)
 {
     const RECT &clip = context.clip;
     return {clip.left, clip.top, clip.right, clip.bottom};
@@ -43,15 +45,16 @@ Area ClipArea(const DeviceContext &context)
 // Puts pixelAt(x, y) on every pixel of the area, which lies inside the surface; on a dense screen
 // each is repeated over the memory pixels of its block.
 template <typename Operation, typename PixelAt>
-void Combine(const PixelSurface &surface, const Area &area, Operation operation, PixelAt pixelAt)
+static void Combine(const PixelSurface &surface, const Area &area, Operation operation,
+                    PixelAt pixelAt)
 {
-    for (int y = (int)area.top; y < (int)area.bottom; y++) {
-        for (int row = MemoryEdge(surface, y); row < MemoryEdge(surface, y + 1); row++) {
-            uint32_t *out = surface.pixels + surface.stride * (size_t)row;
-            int column = MemoryEdge(surface, (int)area.left);
-            for (int x = (int)area.left; x < (int)area.right; x++) {
+    for (int y = static_cast<int>(area.top); y < static_cast<int>(area.bottom); ++y) {
+        for (int row = MemoryEdge(surface, y); row < MemoryEdge(surface, y + 1); ++row) {
+            uint32_t *out = surface.pixels + surface.stride * static_cast<size_t>(row);
+            int column = MemoryEdge(surface, static_cast<int>(area.left));
+            for (int x = static_cast<int>(area.left); x < static_cast<int>(area.right); ++x) {
                 const uint32_t pixel = pixelAt(x, y);
-                for (const int end = MemoryEdge(surface, x + 1); column < end; column++)
+                for (const int end = MemoryEdge(surface, x + 1); column < end; ++column)
                     out[column] = operation(out[column], pixel);
             }
         }
@@ -59,19 +62,19 @@ void Combine(const PixelSurface &surface, const Area &area, Operation operation,
 }
 
 // The remainder that is never negative.
-int Wrap(int value, int size)
+static int Wrap(int value, int size)
 {
     const int rest = value % size;
     return rest < 0 ? rest + size : rest;
 }
 
 template <typename Operation>
-void FillArea(const DeviceContext &context, const Area &area, const Brush &brush,
-              Operation operation)
+static void FillArea(const DeviceContext &context, const Area &area, const Brush &brush,
+                     Operation operation)
 {
     const Area placed = Intersect(area, ClipArea(context));
     const PixelSurface &pattern = brush.pattern.surface;
-    if (pattern.pixels == nullptr) {
+    if (!pattern.pixels) {
         Combine(context.surface, placed, operation, [&](int, int) { return brush.pixel; });
         return;
     }
@@ -79,8 +82,8 @@ void FillArea(const DeviceContext &context, const Area &area, const Brush &brush
     const uint32_t text = SwapRedBlue(context.textColor);
     const uint32_t back = SwapRedBlue(context.backColor);
     Combine(context.surface, placed, operation, [&](int x, int y) {
-        const size_t row = (size_t)Wrap(y - start.y, pattern.height);
-        const size_t column = (size_t)Wrap(x - start.x, pattern.width);
+        const size_t row = static_cast<size_t>(Wrap(y - start.y, pattern.height));
+        const size_t column = static_cast<size_t>(Wrap(x - start.x, pattern.width));
         const uint32_t pixel = pattern.pixels[row * pattern.stride + column];
         if (!brush.pattern.isMonochrome)
             return pixel;
@@ -88,31 +91,31 @@ void FillArea(const DeviceContext &context, const Area &area, const Brush &brush
     });
 }
 
-} // namespace
-
 BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX,
                    int sourceY, DWORD rop)
 {
     const DeviceContext *to = FindContext(dc);
     const DeviceContext *from = FindContext(source);
-    if (to == nullptr || from == nullptr || !from->isMemory)
+    if (!to || !from || !from->isMemory)
         return FALSE;
     PixelSurface picture = from->surface;
     std::vector<uint32_t> kept;
     if (picture.pixels == to->surface.pixels) {
         // What is copied over itself is copied as it was.
-        kept.assign(picture.pixels, picture.pixels + picture.stride * (size_t)picture.height);
+        kept.assign(picture.pixels,
+                    picture.pixels + picture.stride * static_cast<size_t>(picture.height));
         picture.pixels = kept.data();
     }
     // How far from a place on the surface the same pixel is in the picture.
-    const long long acrossBy = (long long)sourceX - x;
-    const long long downBy = (long long)sourceY - y;
+    const long long acrossBy = static_cast<long long>(sourceX) - x;
+    const long long downBy = static_cast<long long>(sourceY) - y;
     const Area inPicture = {-acrossBy, -downBy, picture.width - acrossBy, picture.height - downBy};
-    const Area asked = Ordered({x, y, (long long)x + width, (long long)y + height});
+    const Area asked =
+        Ordered({x, y, static_cast<long long>(x) + width, static_cast<long long>(y) + height});
     const Area area = Intersect(Intersect(asked, inPicture), ClipArea(*to));
     const auto pixelAt = [&](int column, int row) {
-        return picture
-            .pixels[(size_t)(row + downBy) * picture.stride + (size_t)(column + acrossBy)];
+        return picture.pixels[static_cast<size_t>(row + downBy) * picture.stride +
+                              static_cast<size_t>(column + acrossBy)];
     };
     switch (rop) {
     case SRCCOPY: Combine(to->surface, area, Copy, pixelAt); return TRUE;
@@ -125,7 +128,7 @@ BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int 
 BOOL WINAPI Rectangle(HDC dc, int left, int top, int right, int bottom)
 {
     const DeviceContext *context = FindContext(dc);
-    if (context == nullptr || !FindDrawing<Pen>(context->pen)->isNull)
+    if (!context || !FindDrawing<Pen>(context->pen)->isNull)
         return FALSE;
     // The corners may come in any order; an outline of no pen still takes its place.
     const Area area = {std::min(left, right), std::min(top, bottom), std::max(left, right) - 1LL,
@@ -142,7 +145,7 @@ int WINAPI FillRect(HDC dc, const RECT *rect, HBRUSH handle)
 {
     const DeviceContext *context = FindContext(dc);
     const Brush *brush = FindDrawing<Brush>(handle);
-    if (context == nullptr || brush == nullptr || rect == nullptr)
+    if (!context || !brush || !rect)
         return 0;
     FillArea(*context, Ordered({rect->left, rect->top, rect->right, rect->bottom}), *brush, Copy);
     return 1;
@@ -152,8 +155,7 @@ int WINAPI FrameRect(HDC dc, const RECT *rect, HBRUSH handle)
 {
     const DeviceContext *context = FindContext(dc);
     const Brush *brush = FindDrawing<Brush>(handle);
-    if (context == nullptr || brush == nullptr || rect == nullptr || rect->left >= rect->right ||
-        rect->top >= rect->bottom)
+    if (!context || !brush || !rect || rect->left >= rect->right || rect->top >= rect->bottom)
         return 0;
     const Area all = {rect->left, rect->top, rect->right, rect->bottom};
     const Area edges[] = {{all.left, all.top, all.right, all.top + 1},

@@ -11,15 +11,17 @@ struct SystemColor {
     COLORREF color;
 };
 
+} // namespace
+
 // The light colours of Windows 10.
-const SystemColor systemColors[] = {
+constexpr SystemColor systemColors[] = {
     {COLOR_WINDOW, RGB(255, 255, 255)},   {COLOR_WINDOWTEXT, RGB(0, 0, 0)},
     {COLOR_HIGHLIGHT, RGB(0, 120, 215)},  {COLOR_HIGHLIGHTTEXT, RGB(255, 255, 255)},
     {COLOR_BTNFACE, RGB(240, 240, 240)},  {COLOR_BTNSHADOW, RGB(160, 160, 160)},
     {COLOR_GRAYTEXT, RGB(109, 109, 109)}, {COLOR_BTNTEXT, RGB(0, 0, 0)},
 };
 
-HGDIOBJ MakeStock(Stock which)
+static HGDIOBJ MakeStock(Stock which)
 {
     switch (which) {
     case Stock::WhiteBrush: return AddDrawingObject(Brush{0xFFFFFF, {}}, true);
@@ -33,13 +35,11 @@ HGDIOBJ MakeStock(Stock which)
     return AddDrawingObject(std::move(bitmap), true);
 }
 
-} // namespace
-
 HGDIOBJ StockObject(Stock which)
 {
-    static HGDIOBJ objects[(size_t)Stock::Bitmap + 1];
-    HGDIOBJ &object = objects[(size_t)which];
-    if (object == nullptr)
+    static HGDIOBJ objects[static_cast<size_t>(Stock::Bitmap) + 1];
+    HGDIOBJ &object = objects[static_cast<size_t>(which)];
+    if (!object)
         object = MakeStock(which);
     return object;
 }
@@ -64,12 +64,12 @@ DWORD WINAPI GetSysColor(int index)
 HBRUSH WINAPI GetSysColorBrush(int index)
 {
     static HBRUSH brushes[std::size(systemColors)];
-    for (size_t i = 0; i < std::size(systemColors); i++) {
+    for (size_t i = 0; i < std::size(systemColors); ++i) {
         if (systemColors[i].index != index)
             continue;
-        if (brushes[i] == nullptr)
-            brushes[i] =
-                (HBRUSH)AddDrawingObject(Brush{SwapRedBlue(systemColors[i].color), {}}, true);
+        if (!brushes[i])
+            brushes[i] = static_cast<HBRUSH>(
+                AddDrawingObject(Brush{SwapRedBlue(systemColors[i].color), {}}, true));
         return brushes[i];
     }
     return nullptr;

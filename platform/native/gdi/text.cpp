@@ -1,23 +1,20 @@
 // Lines of text: placed here, drawn by the visible half.
-#include "platform/native/gdi/device_context.h"
-#include "platform/native/visible.h"
-
 #include <algorithm>
 #include <climits>
 #include <cstring>
 
-namespace
-{
+#include "platform/native/gdi/device_context.h"
+#include "platform/native/visible.h"
 
-SIZE MeasureLine(const Font &font, LPCSTR text, int count)
+static SIZE MeasureLine(const Font &font, LPCSTR text, int count)
 {
     FontSize size;
     visible.measureFont(font, &size);
     return {visible.measureText(font, text, count), size.ascent + size.descent};
 }
 
-void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &clip, LPCSTR text,
-              int count)
+static void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &clip,
+                     LPCSTR text, int count)
 {
     const Font &font = *FindDrawing<Font>(context.font);
     const SIZE size = MeasureLine(font, text, count);
@@ -34,12 +31,10 @@ void DrawLine(HDC dc, const DeviceContext &context, POINT place, const RECT &cli
                          SwapRedBlue(context.textColor), text, count);
 }
 
-} // namespace
-
 BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count)
 {
     const DeviceContext *context = FindContext(dc);
-    if (context == nullptr || count < 0 || (text == nullptr && count > 0))
+    if (!context || count < 0 || (!text && count > 0))
         return FALSE;
     if (count > 0)
         DrawLine(dc, *context, {x, y}, context->clip, text, count);
@@ -49,11 +44,11 @@ BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count)
 int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
 {
     const DeviceContext *context = FindContext(dc);
-    if (context == nullptr || text == nullptr || rect == nullptr ||
+    if (!context || !text || !rect ||
         format != (DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX))
         return 0;
     if (count < 0)
-        count = (int)std::min(strlen(text), (size_t)INT_MAX);
+        count = static_cast<int>(std::min(strlen(text), static_cast<size_t>(INT_MAX)));
     const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
     const int left = (rect->left + rect->right - size.cx) / 2;
     const int down = (rect->bottom - rect->top) / 2 - size.cy / 2;

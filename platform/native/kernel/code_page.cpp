@@ -1,12 +1,12 @@
 #include "platform/native/kernel/code_page.h"
 
-#include "platform/win32/kernel.h"
-
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <iconv.h>
+
+#include "platform/win32/kernel.h"
 
 namespace
 {
@@ -16,8 +16,10 @@ struct PageLanguages {
     const char *languages; // ISO 639 codes, each followed by a space
 };
 
+} // namespace
+
 // Microsoft's assignment of languages to single-byte pages; every other language has 1252.
-const PageLanguages pageLanguages[] = {
+constexpr PageLanguages pageLanguages[] = {
     {874, "th "},
     {1250, "bs cs hr hu pl ro sk sl sq tk "},
     {1251, "be bg kk ky mk mn ru sr tg tt uk "},
@@ -29,14 +31,19 @@ const PageLanguages pageLanguages[] = {
     {1258, "vi "},
 };
 
+namespace
+{
+
 struct ByteMeaning {
     unsigned page;
     BYTE first, last; // bytes
     WCHAR unit;       // of the first
 };
 
+} // namespace
+
 // Bytes whose meaning on Windows is not the system converter's.
-const ByteMeaning windowsMeanings[] = {
+constexpr ByteMeaning windowsMeanings[] = {
     {874, 0xDB, 0xDE, 0xF8C1},  {874, 0xFC, 0xFF, 0xF8C5},  {1253, 0xAA, 0xAA, 0xF8F9},
     {1253, 0xD2, 0xD2, 0xF8FA}, {1253, 0xFF, 0xFF, 0xF8FB}, {1255, 0xCA, 0xCA, 0x05BA},
     {1255, 0xD9, 0xDF, 0xF88D}, {1255, 0xFB, 0xFC, 0xF894}, {1255, 0xFF, 0xFF, 0xF896},
@@ -44,59 +51,58 @@ const ByteMeaning windowsMeanings[] = {
 };
 
 // What the converter makes of one byte; a byte that it does not know means its own number.
-WCHAR UnitOfByte(iconv_t converter, int byte)
+static WCHAR UnitOfByte(iconv_t converter, int byte)
 {
-    char text = (char)byte;
+    char text = static_cast<char>(byte);
     unsigned char wide[8];
     char *from = &text;
-    char *to = (char *)wide;
+    char *to = reinterpret_cast<char *>(wide);
     size_t fromLeft = 1;
     size_t toLeft = sizeof wide;
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
     // Some pages hold a letter back for an accent that may follow; the second call lets it go.
-    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == (size_t)-1 ||
-        iconv(converter, nullptr, nullptr, &to, &toLeft) == (size_t)-1 || toLeft != sizeof wide - 2)
-        return (WCHAR)byte;
-    return (WCHAR)(wide[0] | wide[1] << 8);
+    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == static_cast<size_t>(-1) ||
+        iconv(converter, nullptr, nullptr, &to, &toLeft) == static_cast<size_t>(-1) ||
+        toLeft != sizeof wide - 2)
+        return static_cast<WCHAR>(byte);
+    return static_cast<WCHAR>(wide[0] | wide[1] << 8);
 }
 
-std::string LocaleOfUser()
+static std::string LocaleOfUser()
 {
     for (const char *name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
         const char *value = getenv(name);
-        if (value != nullptr && value[0] != 0)
+        if (value && value[0] != 0)
             return value;
     }
     return "";
 }
 
 // Counts the length of a text that ends with its terminator, which is counted too.
-template <typename Unit> int LengthWithTerminator(const Unit *text)
+template <typename Unit> static int LengthWithTerminator(const Unit *text)
 {
     size_t length = 0;
     while (text[length] != 0)
-        length++;
-    return length < INT_MAX ? (int)length + 1 : 0;
+        ++length;
+    return length < INT_MAX ? static_cast<int>(length) + 1 : 0;
 }
-
-} // namespace
 
 bool FillCodePage(unsigned number, CodePage *page)
 {
     const std::string name = "CP" + std::to_string(number);
     iconv_t converter = iconv_open("UTF-16LE", name.c_str());
-    const bool known = converter != (iconv_t)-1;
-    for (int byte = 0; byte < 256; byte++)
-        page->units[byte] = known ? UnitOfByte(converter, byte) : (WCHAR)byte;
+    const bool known = converter != reinterpret_cast<iconv_t>(-1);
+    for (int byte = 0; byte < 256; ++byte)
+        page->units[byte] = known ? UnitOfByte(converter, byte) : static_cast<WCHAR>(byte);
     if (known)
         iconv_close(converter);
     for (const ByteMeaning &meaning : windowsMeanings)
         if (meaning.page == number)
-            for (int byte = meaning.first; byte <= meaning.last; byte++)
-                page->units[byte] = (WCHAR)(meaning.unit + byte - meaning.first);
+            for (int byte = meaning.first; byte <= meaning.last; ++byte)
+                page->units[byte] = static_cast<WCHAR>(meaning.unit + byte - meaning.first);
     memset(page->bytes, 0, sizeof page->bytes);
-    for (int byte = 255; byte >= 0; byte--)
-        page->bytes[page->units[byte]] = (BYTE)byte;
+    for (int byte = 255; byte >= 0; --byte)
+        page->bytes[page->units[byte]] = static_cast<BYTE>(byte);
     return known;
 }
 
@@ -111,7 +117,7 @@ unsigned CodePageOfLocale(std::string_view locale)
         return 1251;
     if (language.size() == 2)
         for (const PageLanguages &row : pageLanguages)
-            if (strstr(row.languages, (language + " ").c_str()) != nullptr)
+            if (strstr(row.languages, (language + " ").c_str()))
                 return row.page;
     return 1252;
 }
@@ -127,13 +133,13 @@ const CodePage &AnsiCodePage()
 static void AppendUtf8(std::string *out, uint32_t character)
 {
     if (character < 0x80) {
-        *out += (char)character;
+        *out += static_cast<char>(character);
         return;
     }
     const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    *out += (char)((0xF80 >> following & 0xFF) | character >> 6 * following);
-    for (int i = following - 1; i >= 0; i--)
-        *out += (char)(0x80 | (character >> 6 * i & 0x3F));
+    *out += static_cast<char>((0xF80 >> following & 0xFF) | character >> 6 * following);
+    for (int i = following - 1; i >= 0; --i)
+        *out += static_cast<char>(0x80 | (character >> 6 * i & 0x3F));
 }
 
 std::string TextToUtf8(std::string_view text)
@@ -142,7 +148,7 @@ std::string TextToUtf8(std::string_view text)
     std::string out;
     out.reserve(text.size());
     for (char character : text)
-        AppendUtf8(&out, page.units[(unsigned char)character]);
+        AppendUtf8(&out, page.units[static_cast<unsigned char>(character)]);
     return out;
 }
 
@@ -174,12 +180,12 @@ std::string TakeWideText(ByteReader *reader)
 static std::string UnitsToUtf8(LPCWSTR wide, int units)
 {
     std::string out;
-    for (int i = 0; i < units; i++) {
+    for (int i = 0; i < units; ++i) {
         const unsigned unit = wide[i];
         const unsigned next = i + 1 < units ? wide[i + 1] : 0;
         if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
             AppendUtf8(&out, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
-            i++;
+            ++i;
         } else {
             AppendUtf8(&out, unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit);
         }
@@ -190,15 +196,14 @@ static std::string UnitsToUtf8(LPCWSTR wide, int units)
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
                                int outSize, LPCSTR defaultChar, LPBOOL usedDefault)
 {
-    if ((codePage != CP_ACP && codePage != CP_UTF8) || flags != 0 || wide == nullptr ||
-        outSize < 0 || (out == nullptr && outSize != 0) || defaultChar != nullptr ||
-        usedDefault != nullptr)
+    if ((codePage != CP_ACP && codePage != CP_UTF8) || flags != 0 || !wide || outSize < 0 ||
+        (!out && outSize != 0) || defaultChar || usedDefault)
         return 0;
     if (units < 0)
         units = LengthWithTerminator(wide);
     if (codePage == CP_UTF8) {
         const std::string utf8 = UnitsToUtf8(wide, units);
-        const int length = (int)utf8.size();
+        const int length = static_cast<int>(utf8.size());
         if (outSize == 0 || length > outSize)
             return outSize == 0 ? length : 0;
         memcpy(out, utf8.data(), utf8.size());
@@ -216,8 +221,7 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int uni
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int bytes, LPWSTR out,
                                int outSize)
 {
-    if (codePage != CP_ACP || flags != 0 || text == nullptr || outSize < 0 ||
-        (out == nullptr && outSize != 0))
+    if (codePage != CP_ACP || flags != 0 || !text || outSize < 0 || (!out && outSize != 0))
         return 0;
     if (bytes < 0)
         bytes = LengthWithTerminator(text);
@@ -225,7 +229,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int byte
         return bytes;
     const CodePage &page = AnsiCodePage();
     const int count = std::min(bytes, outSize);
-    for (int i = 0; i < count; i++)
-        out[i] = page.units[(unsigned char)text[i]];
+    for (int i = 0; i < count; ++i)
+        out[i] = page.units[static_cast<unsigned char>(text[i])];
     return count == bytes ? bytes : 0;
 }

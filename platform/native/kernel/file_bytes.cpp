@@ -15,14 +15,15 @@ FileBytes ReadWholeFile(const char *path, size_t *size)
     struct stat status;
     FileBytes bytes;
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0)
-        bytes.reset((uint8_t *)malloc((size_t)status.st_size));
-    while (bytes != nullptr && *size < (size_t)status.st_size) {
-        const ssize_t got = read(file, bytes.get() + *size, (size_t)status.st_size - *size);
+        bytes.reset(static_cast<uint8_t *>(malloc(static_cast<size_t>(status.st_size))));
+    while (bytes && *size < static_cast<size_t>(status.st_size)) {
+        const ssize_t got =
+            read(file, bytes.get() + *size, static_cast<size_t>(status.st_size) - *size);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             break;
-        *size += (size_t)got;
+        *size += static_cast<size_t>(got);
     }
     close(file);
     return bytes;

@@ -1,16 +1,13 @@
 // Movable memory blocks. Large ones are mapped by themselves, small ones share a mapping with their
 // neighbours in time; mappings ask for huge pages, because touching a file's worth of small pages
 // one by one takes longer than reading the file. Blocks that grow lie on the C heap.
-#include "platform/native/handles.h"
-#include "platform/win32/kernel.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <sys/mman.h>
 
-namespace
-{
+#include "platform/native/handles.h"
+#include "platform/win32/kernel.h"
 
 constexpr size_t hugePage = 2 << 20;
 constexpr size_t mappedFrom = 2 * hugePage; // bytes
@@ -22,6 +19,9 @@ constexpr size_t pooledBelow = 128 << 10; // bytes
 constexpr size_t poolSize = 2 * hugePage;
 constexpr size_t poolAlignment = 16;
 
+namespace
+{
+
 // A mapping for small blocks, which are placed one after another; a place is used again only when
 // all of them are gone.
 struct Pool {
@@ -30,8 +30,6 @@ struct Pool {
     size_t left; // bytes
     size_t live; // blocks
 };
-
-Pool *openPool; // the one that takes new blocks
 
 // Memory of one block: heap memory, a mapping of its own, or a part of a pool.
 struct Memory {
@@ -47,14 +45,18 @@ struct Block {
     unsigned locks;
 };
 
-HandleTable<Block, HandleKind::Memory> &Blocks()
+} // namespace
+
+static Pool *openPool; // the one that takes new blocks
+
+static HandleTable<Block, HandleKind::Memory> &Blocks()
 {
     static HandleTable<Block, HandleKind::Memory> blocks;
     return blocks;
 }
 
 // Maps zeroed memory that begins on a huge page.
-Memory MapMemory(size_t bytes)
+static Memory MapMemory(size_t bytes)
 {
     if (bytes > SIZE_MAX - hugePage)
         return {};
@@ -62,12 +64,13 @@ Memory MapMemory(size_t bytes)
         mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapping == MAP_FAILED)
         return {};
-    char *start = (char *)mapping + (hugePage - (uintptr_t)mapping % hugePage) % hugePage;
+    char *start = static_cast<char *>(mapping) +
+                  (hugePage - reinterpret_cast<uintptr_t>(mapping) % hugePage) % hugePage;
     madvise(start, bytes / hugePage * hugePage, MADV_HUGEPAGE);
     return {start, bytes, mapping, nullptr};
 }
 
-void LeavePool(Pool *pool)
+static void LeavePool(Pool *pool)
 {
     if (--pool->live > 0) {
         // The open pool, empty again, starts anew with zeroed memory.
@@ -84,61 +87,61 @@ void LeavePool(Pool *pool)
 }
 
 // Takes zeroed memory from the open pool, or from a new one.
-Memory TakeFromPool(size_t bytes)
+static Memory TakeFromPool(size_t bytes)
 {
     const size_t taken = (bytes + poolAlignment - 1) / poolAlignment * poolAlignment;
-    if (openPool == nullptr || openPool->left < taken) {
+    if (!openPool || openPool->left < taken) {
         const Memory memory = MapMemory(poolSize);
-        if (memory.bytes == nullptr)
+        if (!memory.bytes)
             return {};
         // Being open counts as one block.
-        if (openPool != nullptr)
+        if (openPool)
             LeavePool(openPool);
         openPool = new Pool{memory.mapping, memory.bytes, poolSize, 1};
     }
     char *place = openPool->next;
     openPool->next += taken;
     openPool->left -= taken;
-    openPool->live++;
+    ++openPool->live;
     return {place, bytes, nullptr, openPool};
 }
 
-Memory AllocateMemory(size_t bytes, bool zero)
+static Memory AllocateMemory(size_t bytes, bool zero)
 {
     if (bytes >= mappedFrom)
         return MapMemory(bytes);
     if (bytes < pooledBelow)
         return TakeFromPool(bytes);
-    char *memory = (char *)(zero ? calloc(1, bytes) : malloc(bytes));
-    return {memory, memory == nullptr ? 0 : bytes, nullptr, nullptr};
+    char *memory = static_cast<char *>(zero ? calloc(1, bytes) : malloc(bytes));
+    return {memory, memory ? bytes : 0, nullptr, nullptr};
 }
 
-void ReleaseMemory(const Memory &memory)
+static void ReleaseMemory(const Memory &memory)
 {
-    if (memory.pool != nullptr)
+    if (memory.pool)
         LeavePool(memory.pool);
-    else if (memory.mapping != nullptr)
+    else if (memory.mapping)
         munmap(memory.mapping, memory.capacity + hugePage);
     else
         free(memory.bytes);
 }
 
 // Moves the block's bytes into room for `bytes` bytes, on the heap or in a mapping of their own.
-bool Move(Block *block, size_t bytes)
+static bool Move(Block *block, size_t bytes)
 {
     Memory &old = block->memory;
-    if (old.mapping == nullptr && old.pool == nullptr && bytes < mappedFrom) {
-        char *moved = (char *)realloc(old.bytes, bytes);
-        if (moved != nullptr)
+    if (!old.mapping && !old.pool && bytes < mappedFrom) {
+        char *moved = static_cast<char *>(realloc(old.bytes, bytes));
+        if (moved)
             old = {moved, bytes, nullptr, nullptr};
-        return moved != nullptr;
+        return moved;
     }
     Memory memory = {};
     if (bytes >= mappedFrom)
         memory = MapMemory(bytes);
     else
-        memory = {(char *)malloc(bytes), bytes, nullptr, nullptr};
-    if (memory.bytes == nullptr)
+        memory = {static_cast<char *>(malloc(bytes)), bytes, nullptr, nullptr};
+    if (!memory.bytes)
         return false;
     if (block->size > 0)
         memcpy(memory.bytes, old.bytes, block->size);
@@ -149,7 +152,7 @@ bool Move(Block *block, size_t bytes)
 
 // Makes room for `bytes` bytes. Growth takes a half more than what there is, so that growing record
 // by record copies each byte a bounded number of times.
-bool Reserve(Block *block, size_t bytes)
+static bool Reserve(Block *block, size_t bytes)
 {
     if (bytes <= block->memory.capacity)
         return true;
@@ -159,8 +162,6 @@ bool Reserve(Block *block, size_t bytes)
     return Move(block, bytes);
 }
 
-} // namespace
-
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes)
 {
     if ((flags & GMEM_MOVEABLE) == 0)
@@ -168,11 +169,11 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes)
     Memory memory = {};
     if (bytes > 0) {
         memory = AllocateMemory(bytes, (flags & GMEM_ZEROINIT) != 0);
-        if (memory.bytes == nullptr)
+        if (!memory.bytes)
             return nullptr;
     }
     HGLOBAL handle = Blocks().Add(Block{memory, bytes, 0});
-    if (handle == nullptr)
+    if (!handle)
         ReleaseMemory(memory);
     return handle;
 }
@@ -180,7 +181,7 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes)
 HGLOBAL WINAPI GlobalReAlloc(HGLOBAL handle, SIZE_T bytes, UINT flags)
 {
     Block *block = Blocks().Find(handle);
-    if (block == nullptr)
+    if (!block)
         return nullptr;
     if (bytes == 0) {
         if (block->locks > 0)
@@ -203,7 +204,7 @@ HGLOBAL WINAPI GlobalReAlloc(HGLOBAL handle, SIZE_T bytes, UINT flags)
 HGLOBAL WINAPI GlobalFree(HGLOBAL handle)
 {
     Block *block = Blocks().Find(handle);
-    if (block == nullptr)
+    if (!block)
         return handle;
     ReleaseMemory(block->memory);
     Blocks().Remove(handle);
@@ -213,23 +214,23 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL handle)
 LPVOID WINAPI GlobalLock(HGLOBAL handle)
 {
     Block *block = Blocks().Find(handle);
-    if (block == nullptr || block->memory.bytes == nullptr)
+    if (!block || !block->memory.bytes)
         return nullptr;
-    block->locks++;
+    ++block->locks;
     return block->memory.bytes;
 }
 
 BOOL WINAPI GlobalUnlock(HGLOBAL handle)
 {
     Block *block = Blocks().Find(handle);
-    if (block == nullptr || block->locks == 0)
+    if (!block || block->locks == 0)
         return FALSE;
-    block->locks--;
+    --block->locks;
     return block->locks > 0;
 }
 
 SIZE_T WINAPI GlobalSize(HGLOBAL handle)
 {
     const Block *block = Blocks().Find(handle);
-    return block == nullptr ? 0 : block->size;
+    return block ? block->size : 0;
 }

@@ -29,70 +29,70 @@ struct Resource {
     uint32_t size;
 };
 
-HandleTable<Module, HandleKind::Module> &Modules()
+} // namespace
+
+static HandleTable<Module, HandleKind::Module> &Modules()
 {
     static HandleTable<Module, HandleKind::Module> modules;
     return modules;
 }
 
-HandleTable<Resource, HandleKind::Resource> &Resources()
+static HandleTable<Resource, HandleKind::Resource> &Resources()
 {
     static HandleTable<Resource, HandleKind::Resource> resources;
     return resources;
 }
 
-HMODULE ProgramModule()
+static HMODULE ProgramModule()
 {
     static const HMODULE program = [] {
         Module module{};
-        const size_t size = (size_t)(QuillmoorResourcesEnd - QuillmoorResources);
+        const size_t size = static_cast<size_t>(QuillmoorResourcesEnd - QuillmoorResources);
         if (!ReadModuleImage(QuillmoorResources, size, &module.image))
             abort(); // the build made something else than an image
-        return (HMODULE)Modules().Add(std::move(module));
+        return static_cast<HMODULE>(Modules().Add(std::move(module)));
     }();
     return program;
 }
 
 // The module of a handle; NULL means the program.
-Module *FindModule(HMODULE handle)
+static Module *FindModule(HMODULE handle)
 {
-    return Modules().Find(handle == nullptr ? ProgramModule() : handle);
+    return Modules().Find(handle ? handle : ProgramModule());
 }
 
 // A type or name argument: an integer or a text.
-ResourceKey KeyOf(LPCSTR name)
+static ResourceKey KeyOf(LPCSTR name)
 {
     if (IS_INTRESOURCE(name))
-        return {true, (uint16_t)(uintptr_t)name, {}};
+        return {true, static_cast<uint16_t>(reinterpret_cast<uintptr_t>(name)), {}};
     ResourceKey key{false, 0, {}};
     const CodePage &page = AnsiCodePage();
-    for (const char *byte = name; *byte != 0; byte++)
-        key.text += page.units[(unsigned char)*byte];
+    for (const char *byte = name; *byte != 0; ++byte)
+        key.text += page.units[static_cast<unsigned char>(*byte)];
     return key;
 }
 
-} // namespace
-
 HMODULE WINAPI GetModuleHandleA(LPCSTR name)
 {
-    return name == nullptr ? ProgramModule() : nullptr;
+    return name ? nullptr : ProgramModule();
 }
 
 HMODULE WINAPI LoadLibraryA(LPCSTR path)
 {
     Module module{};
     size_t size = 0;
-    if (path != nullptr)
+    if (path)
         module.owned = ReadWholeFile(path, &size);
-    if (module.owned == nullptr || !ReadModuleImage(module.owned.get(), size, &module.image))
+    if (!module.owned || !ReadModuleImage(module.owned.get(), size, &module.image))
         return nullptr;
-    return (HMODULE)Modules().Add(std::move(module));
+    return static_cast<HMODULE>(Modules().Add(std::move(module)));
 }
 
 BOOL WINAPI FreeLibrary(HMODULE handle)
 {
     Module *module = Modules().Find(handle);
-    if (module == nullptr)
+    if (!module)
         return FALSE;
     if (handle == ProgramModule())
         return TRUE;
@@ -105,31 +105,31 @@ HRSRC WINAPI FindResourceA(HMODULE handle, LPCSTR name, LPCSTR type)
 {
     Module *module = FindModule(handle);
     ResourcePlace place;
-    if (module == nullptr || !FindImageResource(module->image, KeyOf(type), KeyOf(name), &place))
+    if (!module || !FindImageResource(module->image, KeyOf(type), KeyOf(name), &place))
         return nullptr;
     HRSRC &resource = module->found[{place.fileOffset, place.size}];
-    if (resource == nullptr)
-        resource =
-            (HRSRC)Resources().Add(Resource{module->image.bytes + place.fileOffset, place.size});
+    if (!resource)
+        resource = static_cast<HRSRC>(
+            Resources().Add(Resource{module->image.bytes + place.fileOffset, place.size}));
     return resource;
 }
 
 DWORD WINAPI SizeofResource(HMODULE, HRSRC handle)
 {
     const Resource *resource = Resources().Find(handle);
-    return resource == nullptr ? 0 : resource->size;
+    return resource ? resource->size : 0;
 }
 
 HGLOBAL WINAPI LoadResource(HMODULE, HRSRC handle)
 {
-    return Resources().Find(handle) == nullptr ? nullptr : (HGLOBAL)handle;
+    return Resources().Find(handle) ? static_cast<HGLOBAL>(handle) : nullptr;
 }
 
 LPVOID WINAPI LockResource(HGLOBAL handle)
 {
     const Resource *resource = Resources().Find(handle);
     // Windows gives the bytes with no const as well; nobody writes there.
-    return resource == nullptr ? nullptr : const_cast<uint8_t *>(resource->bytes);
+    return resource ? const_cast<uint8_t *>(resource->bytes) : nullptr;
 }
 
 ByteReader OpenResource(HMODULE module, LPCSTR name, LPCSTR type)

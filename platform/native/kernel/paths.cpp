@@ -1,7 +1,5 @@
 #include "platform/native/kernel/paths.h"
 
-#include "platform/win32/kernel.h"
-
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -11,33 +9,30 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace
-{
+#include "platform/win32/kernel.h"
 
-bool Exists(const std::string &path)
+static bool Exists(const std::string &path)
 {
     struct stat status;
     return stat(path.c_str(), &status) == 0;
 }
 
 // The value of a variable that has to be an absolute path; empty when it is none.
-std::string AbsolutePath(const char *variable)
+static std::string AbsolutePath(const char *variable)
 {
     const char *value = getenv(variable);
-    return value != nullptr && value[0] == '/' ? value : "";
+    return value && value[0] == '/' ? value : "";
 }
-
-} // namespace
 
 std::string ProgramPath()
 {
     char path[PATH_MAX];
     const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-    if (length <= 0 || length == (ssize_t)sizeof path)
+    if (length <= 0 || length == static_cast<ssize_t>(sizeof path))
         return "";
-    std::string program(path, (size_t)length);
+    std::string program(path, static_cast<size_t>(length));
     // So the system marks a program that was replaced while it ran.
-    const std::string_view mark = " (deleted)";
+    constexpr std::string_view mark = " (deleted)";
     if (program.size() > mark.size() && program.ends_with(mark) && !Exists(program))
         program.resize(program.size() - mark.size());
     return program;
@@ -49,7 +44,7 @@ std::string UserConfigFolder()
     if (folder.empty()) {
         folder = AbsolutePath("HOME");
         const passwd *user = folder.empty() ? getpwuid(getuid()) : nullptr;
-        if (user != nullptr && user->pw_dir != nullptr && user->pw_dir[0] == '/')
+        if (user && user->pw_dir && user->pw_dir[0] == '/')
             folder = user->pw_dir;
         if (folder.empty())
             return "";
@@ -63,7 +58,7 @@ std::string UserConfigFolder()
 std::vector<std::string> SystemConfigFolders()
 {
     const char *value = getenv("XDG_CONFIG_DIRS");
-    std::string_view list = value != nullptr && value[0] != 0 ? value : "/etc/xdg";
+    std::string_view list = value && value[0] != 0 ? value : "/etc/xdg";
     std::vector<std::string> folders;
     while (!list.empty()) {
         const std::string_view folder = list.substr(0, list.find(':'));
@@ -77,20 +72,20 @@ std::vector<std::string> SystemConfigFolders()
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size)
 {
     const std::string program = ProgramPath();
-    if (module != nullptr && module != GetModuleHandleA(nullptr))
+    if (module && module != GetModuleHandleA(nullptr))
         return 0;
-    if (program.empty() || path == nullptr || size == 0)
+    if (program.empty() || !path || size == 0)
         return 0;
-    const size_t kept = std::min(program.size(), (size_t)size - 1);
+    const size_t kept = std::min(program.size(), static_cast<size_t>(size) - 1);
     memcpy(path, program.data(), kept);
     path[kept] = 0;
-    return kept < program.size() ? size : (DWORD)kept;
+    return kept < program.size() ? size : static_cast<DWORD>(kept);
 }
 
 DWORD WINAPI GetFileAttributesA(LPCSTR path)
 {
     struct stat status;
-    if (path == nullptr || stat(path, &status) != 0)
+    if (!path || stat(path, &status) != 0)
         return INVALID_FILE_ATTRIBUTES;
     return 0;
 }
@@ -98,12 +93,12 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path)
 DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path)
 {
     char *folder = getcwd(nullptr, 0);
-    if (folder == nullptr)
+    if (!folder)
         return 0;
     const size_t length = strlen(folder);
-    const bool fits = path != nullptr && length < size;
+    const bool fits = path && length < size;
     if (fits)
         memcpy(path, folder, length + 1);
     free(folder);
-    return (DWORD)(fits ? length : length + 1);
+    return static_cast<DWORD>(fits ? length : length + 1);
 }

@@ -1,7 +1,5 @@
 #include "platform/native/kernel/process.h"
 
-#include "platform/win32/kernel.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -12,18 +10,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace
-{
+#include "platform/win32/kernel.h"
 
-bool IsProgram(const std::string &path)
+static bool IsProgram(const std::string &path)
 {
     struct stat status;
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
            access(path.c_str(), X_OK) == 0;
 }
 
-std::vector<char *> MakeArguments(const std::string &path,
-                                  const std::vector<std::string> &arguments)
+static std::vector<char *> MakeArguments(const std::string &path,
+                                         const std::vector<std::string> &arguments)
 {
     // The system takes them without const and leaves them as they are.
     std::vector<char *> pointers = {const_cast<char *>(path.c_str())};
@@ -35,7 +32,7 @@ std::vector<char *> MakeArguments(const std::string &path,
 
 // In the new process: becomes the program with the signals as they are at first. Returns on
 // failure.
-void BecomeProgram(char *const *arguments)
+static void BecomeProgram(char *const *arguments)
 {
     sigset_t none;
     sigemptyset(&none);
@@ -46,7 +43,7 @@ void BecomeProgram(char *const *arguments)
 }
 
 // Waits for a child; a child that somebody else waited for counts as one that failed.
-int WaitFor(pid_t child)
+static int WaitFor(pid_t child)
 {
     int status = -1;
     while (waitpid(child, &status, 0) < 0)
@@ -56,7 +53,7 @@ int WaitFor(pid_t child)
 }
 
 // Reads what comes from a pipe until it is closed, at most 4 KiB of it.
-std::string ReadPipe(int from)
+static std::string ReadPipe(int from)
 {
     std::string text;
     char piece[256];
@@ -65,19 +62,17 @@ std::string ReadPipe(int from)
         if (got < 0 && errno != EINTR)
             break;
         if (got > 0 && text.size() < 4096)
-            text.append(piece, (size_t)got);
+            text.append(piece, static_cast<size_t>(got));
     }
     return text;
 }
-
-} // namespace
 
 std::string FindProgram(const std::string &name)
 {
     if (name.find('/') != std::string::npos)
         return IsProgram(name) ? name : "";
     const char *value = getenv("PATH");
-    std::string_view list = value != nullptr ? value : "/usr/local/bin:/usr/bin:/bin";
+    std::string_view list = value ? value : "/usr/local/bin:/usr/bin:/bin";
     while (!name.empty() && !list.empty()) {
         const std::string folder(list.substr(0, list.find(':')));
         list.remove_prefix(std::min(folder.size() + 1, list.size()));
@@ -138,7 +133,7 @@ BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPS
                            BOOL, DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA,
                            LPPROCESS_INFORMATION information)
 {
-    if (commandLine == nullptr || information == nullptr)
+    if (!commandLine || !information)
         return FALSE;
     const std::string line = commandLine;
     for (size_t end = 0; end != std::string::npos;) {
@@ -159,5 +154,5 @@ BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPS
 
 BOOL WINAPI CloseHandle(HANDLE handle)
 {
-    return handle == nullptr;
+    return !handle;
 }

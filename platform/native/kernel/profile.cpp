@@ -1,22 +1,19 @@
 // Settings files by the rules of Windows. The packaged readers of such files keep other ones: they
 // cut a value at a semicolon, take a colon for "=", or want the whole file well-formed.
-#include "platform/native/kernel/code_page.h"
-#include "platform/native/kernel/file_bytes.h"
-#include "platform/native/kernel/paths.h"
-#include "platform/win32/kernel.h"
-
 #include <algorithm>
 #include <string>
 #include <string_view>
 #include <strings.h>
 #include <sys/stat.h>
 
-namespace
-{
+#include "platform/native/kernel/code_page.h"
+#include "platform/native/kernel/file_bytes.h"
+#include "platform/native/kernel/paths.h"
+#include "platform/win32/kernel.h"
 
-const std::string_view blanks = " \t\v\f";
+constexpr std::string_view blanks = " \t\v\f";
 
-std::string_view Trim(std::string_view text)
+static std::string_view Trim(std::string_view text)
 {
     const size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos)
@@ -24,13 +21,13 @@ std::string_view Trim(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-bool IsSameName(std::string_view a, std::string_view b)
+static bool IsSameName(std::string_view a, std::string_view b)
 {
     return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
 }
 
 // Takes the next line that is not empty; either byte of a line end ends it.
-std::string_view TakeLine(std::string_view *text)
+static std::string_view TakeLine(std::string_view *text)
 {
     const size_t start = std::min(text->find_first_not_of("\r\n"), text->size());
     text->remove_prefix(start);
@@ -40,8 +37,8 @@ std::string_view TakeLine(std::string_view *text)
 }
 
 // Finds the value of a key; what stands before the first section belongs to the section "".
-bool FindValue(std::string_view text, std::string_view section, std::string_view key,
-               std::string_view *value)
+static bool FindValue(std::string_view text, std::string_view section, std::string_view key,
+                      std::string_view *value)
 {
     bool isInside = section.empty();
     while (!text.empty()) {
@@ -70,14 +67,14 @@ bool FindValue(std::string_view text, std::string_view section, std::string_view
     return false;
 }
 
-bool Exists(const std::string &path)
+static bool Exists(const std::string &path)
 {
     struct stat status;
     return stat(path.c_str(), &status) == 0;
 }
 
 // The path to read in place of one that may be missing in the user's folder.
-std::string FindSettingsFile(const std::string &path)
+static std::string FindSettingsFile(const std::string &path)
 {
     const std::string user = UserConfigFolder() + '/';
     if (user == "/" || !path.starts_with(user) || Exists(path))
@@ -92,36 +89,34 @@ std::string FindSettingsFile(const std::string &path)
 
 // The text of a settings file: as it is, or, when it begins with the mark of UTF-16, in the code
 // page. Returns false when it cannot be read.
-bool ReadSettings(const std::string &path, std::string *text)
+static bool ReadSettings(const std::string &path, std::string *text)
 {
     size_t length = 0;
     const FileBytes bytes = ReadWholeFile(path.c_str(), &length);
-    if (bytes == nullptr)
+    if (!bytes)
         return false;
     if (length < 2 || bytes[0] != 0xFF || bytes[1] != 0xFE) {
-        text->assign((const char *)bytes.get(), length);
+        text->assign(reinterpret_cast<const char *>(bytes.get()), length);
         return true;
     }
     *text = TextOfUnits(bytes.get() + 2, length / 2 - 1);
     return true;
 }
 
-} // namespace
-
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
                                       DWORD size, LPCSTR file)
 {
-    if (section == nullptr || key == nullptr || text == nullptr || size == 0 || file == nullptr)
+    if (!section || !key || !text || size == 0 || !file)
         return 0;
     std::string settings;
     std::string_view value;
     if (!ReadSettings(FindSettingsFile(file), &settings) ||
         !FindValue(settings, Trim(section), Trim(key), &value)) {
-        value = fallback == nullptr ? "" : fallback;
+        value = fallback ? fallback : "";
         value = value.substr(0, value.find_last_not_of(' ') + 1);
     }
-    const size_t kept = std::min(value.size(), (size_t)size - 1);
+    const size_t kept = std::min(value.size(), static_cast<size_t>(size) - 1);
     std::copy_n(value.begin(), kept, text);
     text[kept] = 0;
-    return (DWORD)kept;
+    return static_cast<DWORD>(kept);
 }

@@ -1,21 +1,19 @@
 // The temporary folder of this process, and names in it.
-#include "platform/win32/kernel.h"
-
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#define FOLDER_PATTERN "quillmoor-XXXXXX"
-#define PREFIX_LENGTH (sizeof FOLDER_PATTERN - sizeof "XXXXXX")
+#include "platform/win32/kernel.h"
 
-namespace
-{
+constexpr std::string_view folderPrefix = "quillmoor-";
+constexpr std::string_view folderPattern = "quillmoor-XXXXXX";
 
-bool IsOwnFolder(const std::string &path)
+static bool IsOwnFolder(const std::string &path)
 {
     struct stat status;
     return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
@@ -24,7 +22,7 @@ bool IsOwnFolder(const std::string &path)
 
 // A process that was killed leaves its folder behind, as a rule empty. One that still runs makes
 // another when its own is gone.
-void RemoveStaleFolders(const char *parent)
+static void RemoveStaleFolders(const char *parent)
 {
     const auto anHourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
     std::error_code error;
@@ -32,27 +30,29 @@ void RemoveStaleFolders(const char *parent)
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename();
         std::error_code gone;
-        if (name.size() == strlen(FOLDER_PATTERN) &&
-            name.compare(0, PREFIX_LENGTH, FOLDER_PATTERN, PREFIX_LENGTH) == 0 &&
+        if (name.size() == folderPattern.size() && name.starts_with(folderPrefix) &&
             IsOwnFolder(entry->path()) && entry->last_write_time(gone) < anHourAgo && !gone)
             rmdir(entry->path().c_str());
     }
 }
 
 // Makes a folder that only the user can enter; empty on failure.
-std::string MakeOwnFolder()
+static std::string MakeOwnFolder()
 {
     const char *chosen = getenv("TMPDIR");
     for (const char *parent : {chosen, "/tmp"}) {
-        if (parent == nullptr || parent[0] != '/')
+        if (!parent || parent[0] != '/')
             continue;
         RemoveStaleFolders(parent);
-        std::string path = std::string(parent) + "/" FOLDER_PATTERN;
-        if (mkdtemp(path.data()) != nullptr)
+        std::string path = std::string(parent).append("/").append(folderPattern);
+        if (mkdtemp(path.data()))
             return path;
     }
     return "";
 }
+
+namespace
+{
 
 // The folder, from its first use to the end of the process that made it.
 struct TemporaryFolder {
@@ -67,7 +67,9 @@ struct TemporaryFolder {
     }
 };
 
-const std::string &OwnFolder()
+} // namespace
+
+static const std::string &OwnFolder()
 {
     static TemporaryFolder folder;
     // The system's cleaner may have taken a folder that was not used for days.
@@ -78,26 +80,24 @@ const std::string &OwnFolder()
     return folder.path;
 }
 
-} // namespace
-
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
 {
     const std::string &folder = OwnFolder();
     if (folder.empty())
         return 0;
     const std::string text = folder + '/';
-    if (path == nullptr || text.size() >= size)
-        return (DWORD)text.size() + 1;
+    if (!path || text.size() >= size)
+        return static_cast<DWORD>(text.size()) + 1;
     memcpy(path, text.c_str(), text.size() + 1);
-    return (DWORD)text.size();
+    return static_cast<DWORD>(text.size());
 }
 
 UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
 {
     struct stat status;
     unique &= 0xFFFF;
-    if (folder == nullptr || prefix == nullptr || path == nullptr || unique == 0 ||
-        stat(folder, &status) != 0 || !S_ISDIR(status.st_mode))
+    if (!folder || !prefix || !path || unique == 0 || stat(folder, &status) != 0 ||
+        !S_ISDIR(status.st_mode))
         return 0;
     char number[8];
     snprintf(number, sizeof number, "%X", unique);

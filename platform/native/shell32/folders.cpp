@@ -1,30 +1,26 @@
 // The user's folder for programs' data.
-#include "platform/native/kernel/paths.h"
-#include "platform/win32/shell32.h"
-
 #include <cstdlib>
 #include <cstring>
 
-namespace
-{
+#include "platform/native/kernel/paths.h"
+#include "platform/win32/shell32.h"
 
-const HRESULT failed = (HRESULT)0x80004005u;
-
-} // namespace
+constexpr HRESULT failed = static_cast<HRESULT>(0x80004005u);
 
 HRESULT WINAPI SHGetSpecialFolderLocation(HWND, int folder, LPITEMIDLIST *list)
 {
     // A list is the folder's path, terminated.
     const std::string path = folder == CSIDL_APPDATA ? UserConfigFolder() : "";
-    *list = path.empty() ? nullptr : (LPITEMIDLIST)(void *)strdup(path.c_str());
-    return *list == nullptr ? failed : 0;
+    *list = path.empty() ? nullptr
+                         : static_cast<LPITEMIDLIST>(static_cast<void *>(strdup(path.c_str())));
+    return *list ? 0 : failed;
 }
 
 BOOL WINAPI SHGetPathFromIDListA(LPITEMIDLIST list, LPSTR path)
 {
     path[0] = 0;
-    const char *folder = (const char *)(const void *)list;
-    if (folder == nullptr || strlen(folder) >= MAX_PATH)
+    const char *folder = static_cast<const char *>(static_cast<const void *>(list));
+    if (!folder || strlen(folder) >= MAX_PATH)
         return FALSE;
     strcpy(path, folder);
     return TRUE;

@@ -1,43 +1,38 @@
 // Starting a program by name, and the desktop's application for a file.
-#include "platform/native/kernel/process.h"
-#include "platform/win32/shell32.h"
-
 #include <cstring>
 #include <strings.h>
 #include <sys/stat.h>
 
-namespace
-{
+#include "platform/native/kernel/process.h"
+#include "platform/win32/shell32.h"
 
 // Windows' results: above 32 is success.
-HINSTANCE Result(intptr_t number)
+static HINSTANCE Result(intptr_t number)
 {
     return reinterpret_cast<HINSTANCE>(number);
 }
 
-const intptr_t started = 33;
-const intptr_t fileNotFound = 2;
-const intptr_t accessDenied = 5;
-const intptr_t noAssociation = 31;
+constexpr intptr_t started = 33;
+constexpr intptr_t fileNotFound = 2;
+constexpr intptr_t accessDenied = 5;
+constexpr intptr_t noAssociation = 31;
 
-bool EndsWith(const std::string &text, const char *end)
+static bool EndsWith(const std::string &text, const char *end)
 {
     const size_t length = strlen(end);
     return text.size() > length && strcasecmp(text.c_str() + text.size() - length, end) == 0;
 }
 
-} // namespace
-
 HINSTANCE WINAPI ShellExecuteA(HWND, LPCSTR, LPCSTR file, LPCSTR parameters, LPCSTR, int)
 {
-    std::string name = file == nullptr ? "" : file;
+    std::string name = file ? file : "";
     if (EndsWith(name, ".exe"))
         name.resize(name.size() - strlen(".exe"));
     const std::string program = FindProgram(name);
     if (program.empty())
         return Result(fileNotFound);
     std::vector<std::string> arguments;
-    if (parameters != nullptr)
+    if (parameters)
         arguments.push_back(parameters);
     return Result(StartProgram(program, arguments) ? started : accessDenied);
 }
@@ -46,7 +41,7 @@ HINSTANCE WINAPI FindExecutableA(LPCSTR file, LPCSTR, LPSTR path)
 {
     struct stat status;
     path[0] = 0;
-    if (file == nullptr || stat(file, &status) != 0)
+    if (!file || stat(file, &status) != 0)
         return Result(fileNotFound);
     const bool isHtml = EndsWith(file, ".htm") || EndsWith(file, ".html");
     const std::string ask = FindProgram("xdg-mime");

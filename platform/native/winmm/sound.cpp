@@ -12,10 +12,13 @@
 #include "platform/byte_reader.h"
 #include "platform/win32/winmm.h"
 
-#define RIFF_HEADER_SIZE 8
-#define BUFFERS_PER_SECOND 50 // or a few less: how far a stop can be heard late
-#define LEAST_BUFFER_FRAMES 16u
-#define MOST_BUFFER_FRAMES 32768u
+constexpr uint32_t riffHeaderSize = 8;    // bytes
+constexpr unsigned buffersPerSecond = 50; // or a few less: how far a stop can be heard late
+constexpr unsigned leastBufferFrames = 16;
+constexpr unsigned mostBufferFrames = 32768;
+
+namespace
+{
 
 // SDL is loaded for the first sound: it brings thirty libraries, a fifth of the program's start.
 struct Sdl {
@@ -41,7 +44,7 @@ struct Sdl {
         const auto find = [library](const char *name, auto *call) {
             *call =
                 reinterpret_cast<std::remove_reference_t<decltype(*call)>>(dlsym(library, name));
-            return *call != nullptr;
+            return *call;
         };
         return library && find("SDL_SetMainReady", &SetMainReady) &&
                find("SDL_SetHint", &SetHint) && find("SDL_InitSubSystem", &InitSubSystem) &&
@@ -58,13 +61,15 @@ struct Sdl {
     }
 };
 
-static Sdl sdl;
-
 struct WaveSound {
     SDL_AudioSpec format;
     Uint8 *samples; // SDL_FreeWAV's
     Uint32 size;    // bytes
 };
+
+} // namespace
+
+static Sdl sdl;
 
 static void HearNothing(const char *, int, const char *, int, const char *, ...)
 {
@@ -80,6 +85,9 @@ static void SilenceSoundLibrary()
     if (setter)
         reinterpret_cast<SetListener>(setter)(HearNothing);
 }
+
+namespace
+{
 
 // The device stays open between sounds of one format: closing it waits for its buffers to run out.
 class AudioDevice
@@ -138,9 +146,9 @@ class AudioDevice
             return true;
         Close();
         format = wanted;
-        const auto frames = std::bit_floor(static_cast<unsigned>(wanted.freq) / BUFFERS_PER_SECOND);
+        const auto frames = std::bit_floor(static_cast<unsigned>(wanted.freq) / buffersPerSecond);
         format.samples =
-            static_cast<Uint16>(std::clamp(frames, LEAST_BUFFER_FRAMES, MOST_BUFFER_FRAMES));
+            static_cast<Uint16>(std::clamp(frames, leastBufferFrames, mostBufferFrames));
         format.callback = nullptr;
         device = sdl.OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
         return device != 0;
@@ -158,6 +166,8 @@ class AudioDevice
     SDL_AudioSpec format = {};
 };
 
+} // namespace
+
 static AudioDevice audio;
 
 static bool IsPlayable(const SDL_AudioSpec &format)
@@ -169,15 +179,15 @@ static bool IsPlayable(const SDL_AudioSpec &format)
 // Decodes the sound. On success its samples are freed with SDL_FreeWAV.
 static bool LoadSound(const char *bytes, WaveSound *sound)
 {
-    ByteReader header = OpenBytes(bytes, RIFF_HEADER_SIZE);
+    ByteReader header = OpenBytes(bytes, riffHeaderSize);
     const uint32_t rest = ReadU32(&header, 4);
-    if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - RIFF_HEADER_SIZE)
+    if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - riffHeaderSize)
         return false;
     // a sound that ends early plays as far as it goes
     sdl.SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
     sdl.SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
     *sound = {};
-    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(bytes, (int)(rest + RIFF_HEADER_SIZE)), 1,
+    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(bytes, static_cast<int>(rest + riffHeaderSize)), 1,
                         &sound->format, &sound->samples, &sound->size))
         return false;
     if (IsPlayable(sound->format))
