@@ -66,7 +66,7 @@ static bool IsDrawable(const DibLayout &layout, uint32_t compression)
 static uint32_t Channel(uint32_t pixel, uint32_t mask)
 {
     const int shift = std::countr_zero(mask);
-    const int width = std::bit_width(mask >> shift);
+    const int width = static_cast<int>(std::bit_width(mask >> shift));
     uint32_t value = (pixel & mask) >> shift;
     if (width >= 8)
         return value >> (width - 8);
