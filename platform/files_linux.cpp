@@ -2,11 +2,11 @@
 
 #include <cerrno>
 #include <climits>
+#include <clocale>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
 #include <fcntl.h>
-#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

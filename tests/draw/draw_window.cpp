@@ -150,7 +150,8 @@ static int Run(const std::string &out, const std::string &what, std::string file
     if (index && !SelectIndex(static_cast<LONG>(strtol(index, nullptr, 10))))
         fprintf(stderr, "draw_window: There is no resource %s.\n", index);
     else if (RunUntilIdle(20); !Draw(what, out))
-        fprintf(stderr, "draw_window: What is \"%s\"? See the top of draw_window.cpp.\n", what.c_str());
+        fprintf(stderr, "draw_window: What is \"%s\"? See the top of draw_window.cpp.\n",
+                what.c_str());
     DestroyWindow(globals.mainWindow);
     ShutDown();
     return status;
@@ -159,7 +160,8 @@ static int Run(const std::string &out, const std::string &what, std::string file
 int main(int count, char **arguments)
 {
     if (count < 3 || count > 5) {
-        fprintf(stderr, "draw_window OUT.png WHAT [FILE [INDEX]]; see the top of draw_window.cpp.\n");
+        fprintf(stderr,
+                "draw_window OUT.png WHAT [FILE [INDEX]]; see the top of draw_window.cpp.\n");
         return 2;
     }
     const std::string out = std::filesystem::absolute(arguments[1]).string();
