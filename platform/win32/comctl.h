@@ -4,6 +4,8 @@
 #include "platform/win32/types.h"
 #include "platform/win32/user.h"
 
+extern "C" {
+
 // --- image lists ---
 
 typedef struct _IMAGELIST *HIMAGELIST;
@@ -105,3 +107,5 @@ typedef struct tagNMTREEVIEWA {
     NMHDR hdr;
     TVITEMA itemNew; // its hItem and lParam
 } NMTREEVIEWA;
+
+} // extern "C"

@@ -3,6 +3,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 #define OFN_OVERWRITEPROMPT 0x00000002
 #define OFN_HIDEREADONLY 0x00000004
 #define OFN_PATHMUSTEXIST 0x00000800
@@ -32,3 +34,5 @@ typedef struct tagOFNA {
 // cancelled, lpstrFile and nFilterIndex are as they were.
 BOOL WINAPI GetOpenFileNameA(LPOPENFILENAMEA parameters);
 BOOL WINAPI GetSaveFileNameA(LPOPENFILENAMEA parameters);
+
+} // extern "C"

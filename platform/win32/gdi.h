@@ -4,6 +4,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 #define BI_RGB 0u
 #define BI_RLE8 1u
 #define BI_RLE4 2u
@@ -159,3 +161,5 @@ BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count);
 #define DT_SINGLELINE 0x00000020
 #define DT_NOPREFIX 0x00000800
 int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format);
+
+} // extern "C"

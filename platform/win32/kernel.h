@@ -3,6 +3,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 // --- movable memory ---
 
 #define GMEM_MOVEABLE 0x0002
@@ -145,3 +147,5 @@ BOOL WINAPI CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATT
 
 // Gives back a handle that CreateProcessA made: nothing to do, TRUE for NULL.
 BOOL WINAPI CloseHandle(HANDLE handle);
+
+} // extern "C"

@@ -3,6 +3,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 // --- folders ---
 
 typedef struct _ITEMIDLIST *LPITEMIDLIST;
@@ -33,3 +35,5 @@ HINSTANCE WINAPI ShellExecuteA(HWND owner, LPCSTR verb, LPCSTR file, LPCSTR para
 // no such file, 31 when nothing opens it. On Linux it is xdg-open, when the desktop has an
 // application for HTML.
 HINSTANCE WINAPI FindExecutableA(LPCSTR file, LPCSTR folder, LPSTR path);
+
+} // extern "C"

@@ -6,6 +6,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 // Where the window program starts; it defines this. commandLine is the text after the program's
 // name: on Linux the arguments joined by single spaces.
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int showCommand);
@@ -352,3 +354,5 @@ HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name);
 
 // Shows a cursor until the mouse next moves into another window. Returns the one shown before.
 HCURSOR WINAPI SetCursor(HCURSOR cursor);
+
+} // extern "C"

@@ -3,6 +3,8 @@
 
 #include "platform/win32/types.h"
 
+extern "C" {
+
 #define SND_ASYNC 0x0001
 #define SND_MEMORY 0x0004
 #define SND_NOSTOP 0x0010
@@ -13,3 +15,5 @@
 // known encoding, or there is nothing to play it on. No default sound takes its place.
 // NULL stops what plays, whatever the flags, and gives TRUE.
 BOOL WINAPI sndPlaySoundA(LPCSTR sound, UINT flags);
+
+} // extern "C"
