@@ -151,6 +151,45 @@ TEST(SaveCommand, WritesWhatIsAskedFor)
     EXPECT_NE(unknown.err.find("named unknown"), std::string::npos);
 }
 
+TEST(SaveCommand, KeepsWhatIsWholeOfADamagedFileWhenAskedTo)
+{
+    const TempFolder folder;
+    BuiltExecutable damaged = BuildFour();
+    PutU32(damaged.bytes, damaged.resources[1].dataEntry + 4, 0x7FFFFFFF);
+    const std::string bad = folder.Write("bad.dll", damaged.bytes);
+    EXPECT_EQ(RunTool(folder, {"save", "--output", folder.Path("out"), bad}).status, ExitFailed);
+    EXPECT_EQ(folder.Files(), Lines{"bad.dll"});
+    const ToolRun run = RunTool(folder, {"save", "--salvage", "--output", folder.Path("out"), bad});
+    EXPECT_EQ(run.status, ExitDone);
+    EXPECT_NE(run.err.find("what could be read is kept. The resource data at offset"),
+              std::string::npos);
+    EXPECT_EQ(folder.Files(), (Lines{"bad.dll", "out/BINARY DATA/T\xC3\x89%3F.WAV",
+                                     "out/BITMAP/10.BMP", "out/STRING TABLE/7.TXT"}));
+}
+
+TEST(SaveCommand, TellsWhatCannotBeWrittenAndLeavesNothingOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("four.dll", BuildFour().bytes);
+    const ToolRun noFolder = RunTool(folder, {"save", "--output", path, path});
+    EXPECT_EQ(noFolder.status, ExitFailed);
+    EXPECT_NE(noFolder.err.find("four.dll: The folder cannot be used: "), std::string::npos);
+    folder.Write("out/BITMAP", Text("a file"));
+    const ToolRun oneLess = RunTool(folder, {"save", "--output", folder.Path("out"), path});
+    EXPECT_EQ(oneLess.status, ExitFailed);
+    EXPECT_NE(oneLess.err.find(": BITMAP: The folder cannot be used: "), std::string::npos);
+    EXPECT_EQ(folder.Files(), (Lines{"four.dll", "out/BINARY DATA/T\xC3\x89%3F.WAV", "out/BITMAP",
+                                     "out/STRING TABLE/7.TXT"}));
+    if (!LimitFileSize(13))
+        GTEST_SKIP() << "this system has no such limit";
+    const ToolRun full =
+        RunTool(folder, {"save", "--output", folder.Path("new"), "--category", "bitmap", path});
+    LimitFileSize(-1);
+    EXPECT_EQ(full.status, ExitFailed);
+    EXPECT_EQ(folder.Files(), (Lines{"four.dll", "out/BINARY DATA/T\xC3\x89%3F.WAV", "out/BITMAP",
+                                     "out/STRING TABLE/7.TXT"}));
+}
+
 TEST(SaveCommand, ReplacesOnlyWhenForced)
 {
     const TempFolder folder;

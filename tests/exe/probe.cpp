@@ -28,6 +28,14 @@ TEST(Probe, TellsWhatAFileIs)
              "It holds no resources."),
         Case("nothing kept", nothingKept, ProbeRead, {112},
              "It holds only resources of kinds that are not kept: version, manifest."),
+        Case("named types",
+             BuildPe({.resources = {{u"TYPELIB", 1, Text("x")},
+                                    {std::u16string(60, u'N'), 1, Text("x")},
+                                    {240, 1, Text("x")}}})
+                 .bytes,
+             ProbeRead, {112},
+             "It holds only resources of kinds that are not kept: "
+             "NNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNN, TYPELIB, type 240."),
         Case("no section",
              BuildPe({.resources = {{2, 1, Text("x")}}, .sectionName = ".data"}).bytes, ProbeFailed,
              {101, 112}, "It has no section named .rsrc; its resources are in the section .data."),

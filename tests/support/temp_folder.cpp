@@ -8,6 +8,11 @@
 #include <fstream>
 #include <iterator>
 
+#ifndef _WIN32
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
 namespace fs = std::filesystem;
 
 static fs::path FromUtf8(const std::string &text)
@@ -72,4 +77,18 @@ FILE *OpenContent(const Bytes &bytes)
     static int count;
     const std::string path = folder.Write(std::to_string(count++), bytes);
     return OpenForReading(path.c_str());
+}
+
+int LimitFileSize(long bytes)
+{
+#ifdef _WIN32
+    (void)bytes;
+    return 0;
+#else
+    rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = bytes < 0 ? limit.rlim_max : (rlim_t)bytes;
+    signal(SIGXFSZ, bytes < 0 ? SIG_DFL : SIG_IGN); // the write fails instead
+    return setrlimit(RLIMIT_FSIZE, &limit) == 0;
+#endif
 }

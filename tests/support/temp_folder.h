@@ -31,3 +31,7 @@ Bytes ReadFile(const std::filesystem::path &path);
 
 // An open file with the given content, at its start; it is gone when it is closed.
 FILE *OpenContent(const Bytes &bytes);
+
+// From here on no file of this process grows past that many bytes; -1 lifts the limit. Returns 0,
+// and limits nothing, where the system has no such limit.
+int LimitFileSize(long bytes);
