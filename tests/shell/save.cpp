@@ -19,59 +19,6 @@ struct Save : ProgramTest {
     }
 };
 
-TEST_F(Save, OffersANameAndWritesTheFormatThatSuits)
-{
-    const struct {
-        const char *category, *item, *offered;
-        size_t length;
-    } cases[] = {
-        {"BITMAP", "101", "101.BMP", 640 + 14}, {"ICON", "1", "1.ICO", 744 + 22},
-        {"STRING TABLE", "7", "7.TXT", 9 + 22}, {"BINARY DATA", "500", "500.WAV", 444},
-        {"BINARY DATA", "501", "501.BIN", 5},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.offered);
-        Select(c.category, c.item);
-        const std::string path = TestFolder() + "saved " + c.item;
-        ChooseNext(path);
-        Command(IDM_SAVE_AS);
-        EXPECT_EQ(TakeShown(), Texts({std::string("chooser: ") + c.offered}));
-        EXPECT_EQ(ReadFile(path).size(), c.length); // and no extension was added
-    }
-}
-
-TEST_F(Save, ACancelTouchesNothingAndAReplacementIsConfirmed)
-{
-    const std::string old = TestFile("old.bin", {9});
-    Select("BINARY DATA", "501");
-    CancelNext();
-    Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadFile(old), Bytes{9});
-    ChooseNext(old);
-    PressNext(IDNO);
-    CancelNext();
-    Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadFile(old), Bytes{9});
-    ChooseNext(old);
-    PressNext(IDYES);
-    Command(IDM_SAVE_AS);
-    EXPECT_EQ(ReadFile(old), (Bytes{1, 2, 3, 'A', 'z'}));
-}
-
-TEST_F(Save, AFileThatCannotBeCreatedIsReportedOnceAndTheCursorComesBack)
-{
-    HCURSOR cursor = LoadCursorA(nullptr, IDC_ARROW);
-    SetCursor(cursor);
-    Select("BINARY DATA", "501");
-    ChooseUncreatable();
-    PressNext(IDOK);
-    Command(IDM_SAVE_AS);
-    const Texts shown = TakeShown();
-    ASSERT_FALSE(shown.empty());
-    EXPECT_EQ(shown.back(), "There has been an error creating this file.");
-    EXPECT_EQ(SetCursor(cursor), cursor);
-}
-
 // The block's handle is dead: the data cannot be had.
 TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
 {

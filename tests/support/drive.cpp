@@ -50,6 +50,15 @@ Answer NextAnswer(const std::string &what, UINT otherwise)
     return answer;
 }
 
+std::string TextStyle(const std::string &face, int height, COLORREF color, bool isTransparent)
+{
+    char number[16];
+    snprintf(number, sizeof number, "%06X", (unsigned)color);
+    const bool isShadow = color == GetSysColor(COLOR_BTNSHADOW); // the desktop's, on Windows
+    return face + " " + std::to_string(height) + ", " + (isShadow ? "shadow" : number) +
+           (isTransparent ? "" : ", opaque");
+}
+
 void ExpectAllAnswered()
 {
     EXPECT_TRUE(answers.empty()) << answers.size() << " dialogs were not shown";
@@ -128,18 +137,6 @@ void Select(const std::string &category, const std::string &begin)
     RunUntilIdle();
 }
 
-int LockCount(HGLOBAL block)
-{
-    int count = -1;
-    GlobalLock(block);
-    do
-        count++;
-    while (GlobalUnlock(block));
-    for (int i = 0; i < count; i++)
-        GlobalLock(block);
-    return count;
-}
-
 Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
 {
     Canvas canvas(width, height);
@@ -156,7 +153,7 @@ Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
 Bytes ShortSound()
 {
     WaveDescription sound;
-    sound.samples = Bytes(400, 7);
+    sound.samples = Bytes(20, 7);
     return MakeWave(sound);
 }
 

@@ -56,10 +56,6 @@ void ChooseNext(const std::string &path);
 // Confirms, in the chooser of the save command, a path at which no file can be created.
 void ChooseUncreatable();
 
-// From here on no file of this process grows past that many bytes; -1 lifts the limit. Returns 0,
-// and limits nothing, where the system has no such limit.
-int LimitFileSize(long bytes);
-
 // Cancels a file chooser.
 void CancelNext();
 
@@ -70,6 +66,9 @@ void PickNext(UINT command);
 // offered, "menu: " and the items of a menu, gray ones in brackets.
 std::vector<std::string> TakeShown();
 
+// Tells a story, if one is told, what a dialog shows (drive_story.h).
+void TellDialog(HWND dialog);
+
 // What the two systems' sources have in common: the next answer to give (`otherwise`, and a
 // failure, when none was prepared), what was shown, and the end of a program's run.
 struct Answer {
@@ -77,6 +76,7 @@ struct Answer {
     std::string path; // to choose
 };
 extern std::vector<std::string> allShown;
+std::string TextStyle(const std::string &face, int height, COLORREF color, bool isTransparent);
 Answer NextAnswer(const std::string &what, UINT otherwise);
 void ExpectAllAnswered();
 
@@ -87,6 +87,9 @@ struct DrawnText {
     int y;
     std::string text;
 };
+
+// The font, colour and background of the text that is drawn into a device context.
+std::string TextStyleOf(HDC dc);
 
 // The lines of text that draw writes into a device context, in their order; (x, y) is the top-left
 // corner of the line.
@@ -120,9 +123,6 @@ bool IsGray(UINT command);
 
 // Sends a command as the menu does, and runs until idle.
 int Command(UINT id);
-
-// How many times a block of memory is locked.
-int LockCount(HGLOBAL block);
 
 // The pixels of a white surface after draw has drawn on it.
 Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw);

@@ -1,6 +1,7 @@
 // The layer's table of the visible half is filled with answers and recorders: nothing is shown.
 #include "tests/support/drive.h"
 
+#include "platform/native/gdi/device_context.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/queue.h"
@@ -11,11 +12,9 @@
 #include "shell/start.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <sys/resource.h>
 #include <utility>
 
 #define MESSAGE_BOX_TEXT 0xFFFF
@@ -28,16 +27,7 @@ static std::string commandLineText;
 
 void ChooseUncreatable()
 {
-    ChooseNext(TestFile("no folder", {'x'}) + "/file");
-}
-
-int LimitFileSize(long bytes)
-{
-    rlimit limit;
-    getrlimit(RLIMIT_FSIZE, &limit);
-    limit.rlim_cur = bytes < 0 ? limit.rlim_max : (rlim_t)bytes;
-    signal(SIGXFSZ, bytes < 0 ? SIG_DFL : SIG_IGN); // the write fails instead
-    return setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    ChooseNext(TestFile("protected", {'x'}) + "/file");
 }
 
 bool IsAlive(HWND window)
@@ -67,6 +57,7 @@ static bool AnswerFrontDialog(bool wait)
     HWND dialog = FrontDialog();
     if (dialog == nullptr || !wait)
         return true;
+    TellDialog(dialog);
     HWND text = GetDlgItem(dialog, 101);
     allShown.push_back(TextOf(text != nullptr ? text : GetDlgItem(dialog, MESSAGE_BOX_TEXT)));
     const UINT id = NextAnswer(allShown.back(), IDOK).id;
@@ -181,6 +172,14 @@ Pixels PixelsOf(HWND window)
     for (uint32_t &value : pixels.values)
         value &= 0xFFFFFF;
     return pixels;
+}
+
+std::string TextStyleOf(HDC dc)
+{
+    const DeviceContext *context = FindContext(dc);
+    const Font *font = FindDrawing<Font>(context->font);
+    return TextStyle(font->face, font->height, context->textColor,
+                     context->backMode == TRANSPARENT);
 }
 
 std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)

@@ -3,7 +3,9 @@
 #include "program/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
+#include "tests/support/drive_interface.h"
 
+#include <cstring>
 #include <utility>
 
 #define MENU_CLASS "#32768"
@@ -21,15 +23,10 @@ static bool isMenuAnswered; // the keys that close it are on their way
 
 void ChooseUncreatable()
 {
-    const std::string path = TestFile("protected.bin", {'x'});
+    const std::string path = TestFile("protected", {'x'});
     uncreatable = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ChooseNext(path);
     PressNext(IDYES);
-}
-
-int LimitFileSize(long)
-{
-    return 0;
 }
 
 static std::string ClassOf(HWND window)
@@ -72,6 +69,8 @@ static HWND ChooserField(HWND dialog)
 
 static void AnswerDialog(HWND dialog, const Answer &answer)
 {
+    if (ChooserField(dialog) == nullptr)
+        TellDialog(dialog);
     if (HWND field = ChooserField(dialog)) {
         allShown.push_back("chooser: " + TextOf(field));
         if (!answer.path.empty())
@@ -192,6 +191,14 @@ static int CALLBACK NoteTextRecord(HDC, HANDLETABLE *, const ENHMETARECORD *reco
     return 1;
 }
 
+std::string TextStyleOf(HDC dc)
+{
+    LOGFONTA font = {};
+    GetObjectA(GetCurrentObject(dc, OBJ_FONT), sizeof font, &font);
+    return TextStyle(font.lfFaceName, font.lfHeight, GetTextColor(dc),
+                     GetBkMode(dc) == TRANSPARENT);
+}
+
 std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)
 {
     std::vector<DrawnText> texts;
@@ -214,4 +221,33 @@ Pixels PixelsOf(HWND window)
         BitBlt(dc, 0, 0, client.right, client.bottom, from, 0, 0, SRCCOPY);
         ReleaseDC(window, from);
     });
+}
+
+// --- the interface's calls ---
+
+Replacement::Replacement(const char *name, void *replacement, void **real)
+{
+    BYTE *module = (BYTE *)GetModuleHandleA(nullptr);
+    const IMAGE_NT_HEADERS *headers =
+        (const IMAGE_NT_HEADERS *)(module + ((const IMAGE_DOS_HEADER *)module)->e_lfanew);
+    const IMAGE_IMPORT_DESCRIPTOR *library =
+        (const IMAGE_IMPORT_DESCRIPTOR *)(module + headers->OptionalHeader
+                                                       .DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT]
+                                                       .VirtualAddress);
+    for (; library->Name != 0; library++) {
+        const IMAGE_THUNK_DATA *names =
+            (const IMAGE_THUNK_DATA *)(module + library->OriginalFirstThunk);
+        IMAGE_THUNK_DATA *addresses = (IMAGE_THUNK_DATA *)(module + library->FirstThunk);
+        for (; names->u1.AddressOfData != 0; names++, addresses++) {
+            const IMAGE_IMPORT_BY_NAME *import =
+                (const IMAGE_IMPORT_BY_NAME *)(module + names->u1.AddressOfData);
+            if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) || strcmp(import->Name, name) != 0)
+                continue;
+            DWORD protection;
+            VirtualProtect(addresses, sizeof *addresses, PAGE_READWRITE, &protection);
+            *real = (void *)addresses->u1.Function;
+            addresses->u1.Function = (ULONG_PTR)replacement;
+            return;
+        }
+    }
 }
