@@ -50,16 +50,14 @@ static bool Holds(const Bytes &heard, const Bytes &samples)
     return std::search(heard.begin(), heard.end(), samples.begin(), samples.end()) != heard.end();
 }
 
-// Waits, 5 seconds at most, until the sound has been heard. The file is written through a buffer,
-// which the silence after the sound fills.
+// Waits until the sound has been heard, a minute at most as the machine may be busy. The file is
+// written through a buffer, which the silence after the sound fills.
 static bool WaitToHear(const Bytes &samples)
 {
-    for (int i = 0; i < 500; i++) {
-        if (Holds(Heard(), samples))
-            return true;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!Holds(Heard(), samples) && std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return false;
+    return Holds(Heard(), samples);
 }
 
 static BOOL Play(const Bytes &wave)
@@ -130,28 +128,22 @@ TEST(Sound, PlaysEveryCommonEncoding)
 
 TEST(Sound, StopsAtOnceAndGivesWayToWhatPlays)
 {
-    Bytes longSound = MakeWave({.bits = 8, .samples = Bytes(220500, 0x55)});
-    Bytes shortSound = MakeWave({.bits = 8, .samples = {9, 7, 5, 3}});
-    auto countHeard = [] {
-        Bytes heard = Heard();
-        return std::count(heard.begin(), heard.end(), 0x55);
-    };
-    auto work = [&]() -> int {
+    const Bytes wholeSound(5'000'000, 0x55), last = {9, 7, 5, 3};
+    const Bytes longSound = MakeWave({.bits = 8, .samples = wholeSound});
+    const Bytes shortSound = MakeWave({.bits = 8, .samples = last});
+    const auto work = [&]() -> int {
         if (!Play(longSound) || !WaitToHear(Bytes(3000, 0x55)))
             return 1;
         if (Play(shortSound))
             return 2;
-        if (!sndPlaySoundA(nullptr, 0))
+        if (!sndPlaySoundA(nullptr, 0) || !Play(shortSound) || !WaitToHear(last))
             return 3;
-        // the buffers on their way, and the silence that brings them into the file
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        auto count = countHeard();
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        if (count != countHeard() || count > 200000)
+        // The long one ends before the short one begins, and is not whole.
+        const Bytes heard = Heard();
+        const auto shortOne = std::search(heard.begin(), heard.end(), last.begin(), last.end());
+        if (std::find(shortOne, heard.end(), 0x55) != heard.end() || Holds(heard, wholeSound))
             return 4;
-        if (!Play(shortSound) || !WaitToHear({9, 7, 5, 3}))
-            return 5;
-        return sndPlaySoundA(nullptr, 0) && sndPlaySoundA(nullptr, 0) ? 0 : 6;
+        return sndPlaySoundA(nullptr, 0) && sndPlaySoundA(nullptr, 0) ? 0 : 5;
     };
     EXPECT_EQ(RunWithDriver("disk", "5", work), 0);
 }
