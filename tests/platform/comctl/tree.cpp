@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/support/loops.h"
 
@@ -59,25 +60,23 @@ struct TreeTest : testing::Test {
 TEST_F(TreeTest, KeepsSiblingsSortedWithoutCaseAndEqualsInTheOrderTheyCame)
 {
     HTREEITEM top = Insert("Folder");
-    const char *labels[] = {"2 (7 bytes)", "beta",   "10 (40 bytes)", "Alpha1234", "1 (9 bytes)",
-                            "alpha1233",   "ALPHA",  "beta",          "Beta",      "alpha1234x",
-                            "alpha12345",  "gamma1", "Gamma"};
+    const struct {
+        std::vector<const char *> labels;
+        const char *shown;
+    } cases[] = {
+        {{"2 (7 bytes)", "beta", "10 (40 bytes)", "Alpha1234", "1 (9 bytes)"},
+         "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, Alpha1234=3, beta=1"},
+        // Also when they come after a look.
+        {{"alpha1233", "ALPHA", "beta", "Beta", "alpha1234x", "alpha12345", "gamma1", "Gamma"},
+         "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, ALPHA=6, alpha1233=5, Alpha1234=3, "
+         "alpha12345=10, alpha1234x=9, beta=1, beta=7, Beta=8, Gamma=12, gamma1=11"},
+    };
     LPARAM value = 0;
-    for (const char *label : labels)
-        Insert(label, top, value++);
-    EXPECT_EQ(Level(Next(TVGN_CHILD, top)),
-              "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, ALPHA=6, alpha1233=5, Alpha1234=3, "
-              "alpha12345=10, alpha1234x=9, beta=1, beta=7, Beta=8, Gamma=12, gamma1=11");
-}
-
-TEST_F(TreeTest, StaysSortedWhenItemsComeAfterALook)
-{
-    Insert("b", TVI_ROOT, 1);
-    Insert("d", TVI_ROOT, 2);
-    EXPECT_EQ(Level(Next(TVGN_ROOT)), "b=1, d=2");
-    Insert("c", TVI_ROOT, 3);
-    Insert("b", TVI_ROOT, 4);
-    EXPECT_EQ(Level(Next(TVGN_ROOT)), "b=1, b=4, c=3, d=2");
+    for (const auto &[labels, shown] : cases) {
+        for (const char *label : labels)
+            Insert(label, top, value++);
+        EXPECT_EQ(Level(Next(TVGN_CHILD, top)), shown);
+    }
 }
 
 TEST_F(TreeTest, AnswersTheMembersThatTheMaskNames)
@@ -136,19 +135,6 @@ TEST_F(TreeTest, HandsBackTheImageListItHeldBefore)
     EXPECT_EQ(set(nullptr), second);
     ImageList_Destroy(first);
     ImageList_Destroy(second);
-}
-
-TEST(Window, OfAnUnknownClassOrAfterItsEndIsNone)
-{
-    EXPECT_EQ(CreateWindowExA(0, "no such class", "", WS_CHILD, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              nullptr, nullptr),
-              nullptr);
-    HWND tree = CreateWindowExA(0, "systreeVIEW32", "", WS_CHILD, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                nullptr, nullptr);
-    ASSERT_NE(tree, nullptr);
-    EXPECT_TRUE(DestroyWindow(tree));
-    EXPECT_FALSE(DestroyWindow(tree));
-    EXPECT_EQ(SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT), 0);
 }
 
 } // namespace

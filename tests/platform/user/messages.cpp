@@ -1,4 +1,6 @@
 // Messages: what is posted and sent when, what the user does, what controls tell their parent.
+#include <utility>
+
 #include "tests/support/recorder.h"
 
 namespace
@@ -53,15 +55,7 @@ TEST_F(MessageTest, ALoopInsideAMessageTakesTheQuitRequestAndDeadWindowsGetNothi
     EXPECT_EQ(told, (Lines{"destroy gone", "command 5", "ended", "command 8"}));
 }
 
-TEST_F(MessageTest, TheCloseBoxClosesAndDestroysTheWindow)
-{
-    HWND window = Make("main");
-    told.clear();
-    SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
-    EXPECT_EQ(told, (Lines{"close main", "destroy main"}));
-}
-
-TEST_F(MessageTest, WhatIsLeftToTheDefaultIsAnsweredWithNothing)
+TEST_F(MessageTest, TheDefaultClosesAndColoursAndAnswersTheRestWithNothing)
 {
     HWND window = Make("main");
     for (UINT message : {WM_COMMAND, WM_NOTIFY, WM_DRAWITEM, WM_PARENTNOTIFY, WM_MOUSEMOVE,
@@ -70,7 +64,17 @@ TEST_F(MessageTest, WhatIsLeftToTheDefaultIsAnsweredWithNothing)
     EXPECT_EQ(DefWindowProcA(window, WM_QUERYENDSESSION, 0, 0), 1);
     HDC dc = GetDC(window);
     EXPECT_EQ(DefWindowProcA(window, WM_ERASEBKGND, (WPARAM)dc, 0), 0); // the class has no brush
+    for (UINT message : {WM_CTLCOLORMSGBOX, WM_CTLCOLORBTN, WM_CTLCOLORDLG, WM_CTLCOLORSTATIC}) {
+        SetTextColor(dc, RGB(1, 2, 3));
+        EXPECT_EQ(DefWindowProcA(window, message, (WPARAM)dc, (LPARAM)window),
+                  (LRESULT)GetSysColorBrush(COLOR_BTNFACE));
+        EXPECT_EQ(SetTextColor(dc, 0), GetSysColor(COLOR_WINDOWTEXT));
+        EXPECT_EQ(SetBkColor(dc, 0), GetSysColor(COLOR_BTNFACE));
+    }
     EXPECT_EQ(ReleaseDC(window, dc), 1);
+    told.clear();
+    SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_EQ(told, (Lines{"close main", "destroy main"}));
 }
 
 TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
@@ -130,7 +134,7 @@ TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
     EXPECT_EQ(told, (Lines{"move 31,31", "move -5,-6"}));
 }
 
-TEST_F(MessageTest, ControlsTakeAFontThatStaysTheCallersAndTheMouseACursor)
+TEST_F(MessageTest, ControlsTakeAFontThatStaysTheCallers)
 {
     HWND window = Make("main");
     HFONT font = CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "MS Sans Serif");
@@ -140,11 +144,6 @@ TEST_F(MessageTest, ControlsTakeAFontThatStaysTheCallersAndTheMouseACursor)
         EXPECT_EQ(GetWindowTextLengthA(child), 4) << name;
     }
     EXPECT_TRUE(DeleteObject(font));
-
-    HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW), wait = LoadCursorA(nullptr, IDC_WAIT);
-    SetCursor(arrow);
-    EXPECT_EQ(SetCursor(wait), arrow);
-    EXPECT_EQ(SetCursor(arrow), wait);
 }
 
 TEST_F(MessageTest, TheKeyboardIsTakenFromOneWindowAndGivenToAnother)
@@ -169,12 +168,15 @@ TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)
     HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
     HWND tree = MakeControl(WC_TREEVIEWA, window, 5, {0, 0, 50, 50});
     bool empties = false;
+    std::map<UINT, int> times;
     actions[WM_NOTIFY] = [&](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
         const auto *change = (const NMTREEVIEWA *)lParam;
-        if (change->hdr.code != (UINT)TVN_SELCHANGEDA)
-            return 0;
+        times[change->hdr.code]++;
+        EXPECT_EQ(id, 5u);
         EXPECT_EQ(change->hdr.idFrom, id);
         EXPECT_EQ(change->hdr.hwndFrom, tree);
+        if (change->hdr.code != (UINT)TVN_SELCHANGEDA)
+            return 0;
         TVITEMA item = {};
         item.mask = TVIF_PARAM;
         item.hItem = change->itemNew.hItem;
@@ -187,31 +189,24 @@ TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)
     };
     told.clear();
     HTREEITEM first = InsertItem(tree, "first", TVI_ROOT, 11);
-    HTREEITEM second = InsertItem(tree, "second", TVI_ROOT, 22);
     SelectItem(tree, first);
-    SelectItem(tree, second);
+    SelectItem(tree, InsertItem(tree, "second", TVI_ROOT, 22));
     EXPECT_EQ(told, (Lines{"11=11", "22=22"}));
+
     InsertItem(tree, "child", first, 12);
-    const auto noteSelections = actions[WM_NOTIFY];
-    for (UINT code : {(UINT)TVN_ITEMEXPANDEDA, (UINT)TVN_KEYDOWN, (UINT)NM_CLICK, (UINT)NM_DBLCLK,
-                      (UINT)NM_SETFOCUS, (UINT)NM_KILLFOCUS}) {
-        int times = 0;
-        actions[WM_NOTIFY] = [&](HWND, WPARAM id, LPARAM lParam) -> LRESULT {
-            const auto *header = (const NMHDR *)lParam;
-            times += id == 5 && header->code == code && header->hwndFrom == tree;
-            return 0;
-        };
-        if (code == (UINT)NM_SETFOCUS || code == (UINT)NM_KILLFOCUS) {
-            SetFocus(code == (UINT)NM_SETFOCUS ? window : tree);
-            times = 0;
-            SetFocus(code == (UINT)NM_SETFOCUS ? tree : window);
-        } else {
-            ActInTree(tree, code);
-        }
+    for (int code : {(int)TVN_ITEMEXPANDEDA, (int)TVN_KEYDOWN, (int)NM_CLICK, (int)NM_DBLCLK}) {
+        times.clear();
+        ActInTree(tree, (UINT)code);
         RunWaiting();
-        EXPECT_EQ(times, 1) << (int)code;
+        EXPECT_EQ(times[(UINT)code], 1) << code;
     }
-    actions[WM_NOTIFY] = noteSelections;
+    SetFocus(window);
+    times.clear();
+    SetFocus(tree);
+    EXPECT_EQ(times[(UINT)NM_SETFOCUS], 1);
+    SetFocus(window);
+    EXPECT_EQ(times[(UINT)NM_KILLFOCUS], 1);
+
     told.clear();
     SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
     SelectItem(tree, first);
@@ -239,11 +234,11 @@ TEST_F(MessageTest, AButtonTellsItsParentWhenItIsReleasedInside)
     EXPECT_EQ(told, (Lines{"command 77"}));
 }
 
-TEST_F(MessageTest, AnOwnerDrawnButtonAsksForColoursAndIsDrawnByItsParent)
+TEST_F(MessageTest, AnOwnerDrawnButtonThatShowsAsksForColoursAndIsDrawnByItsParent)
 {
-    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
+    HWND window = Make("main", nullptr, WS_POPUP);
     HWND button = MakeControl("button", window, 77, {10, 10, 52, 42}, WS_BORDER | BS_OWNERDRAW);
-    size_t drawn = 0;
+    unsigned drawn = 0;
     HDC asked = nullptr;
     actions[WM_CTLCOLORBTN] = [&](HWND, WPARAM dc, LPARAM control) -> LRESULT {
         EXPECT_EQ((HWND)control, button);
@@ -261,51 +256,26 @@ TEST_F(MessageTest, AnOwnerDrawnButtonAsksForColoursAndIsDrawnByItsParent)
         EXPECT_EQ(item->hDC, asked);
         return ++drawn, TRUE;
     };
-    UpdateWindow(window);
-    UpdateWindow(button);
-    drawn = 0;
-    UpdateWindow(button);
+    const auto update = [&] {
+        UpdateWindow(window);
+        UpdateWindow(button);
+        return std::exchange(drawn, 0u);
+    };
+    InvalidateRect(window, nullptr, TRUE);
+    EXPECT_EQ(update(), 0u);
+    ShowWindow(window, SW_SHOW);
+    EXPECT_GE(update(), 1u);
+    EXPECT_EQ(update(), 0u);
     InvalidateRect(button, nullptr, FALSE);
     EXPECT_EQ(drawn, 0u);
-    UpdateWindow(button);
-    EXPECT_EQ(drawn, 1u);
+    EXPECT_EQ(update(), 1u);
 
     // What is invalid of a window is invalid of the children that show there.
     RECT outside = {0, 0, 10, 10}, over = {0, 0, 12, 12};
     InvalidateRect(window, &outside, TRUE);
-    UpdateWindow(window);
-    UpdateWindow(button);
-    EXPECT_EQ(drawn, 1u);
+    EXPECT_EQ(update(), 0u);
     InvalidateRect(window, &over, TRUE);
-    UpdateWindow(window);
-    UpdateWindow(button);
-    EXPECT_EQ(drawn, 2u);
-
-    // Painting waits until no message is left.
-    InvalidateRect(button, nullptr, FALSE);
-    PostMessageA(window, WM_COMMAND, 1, 0);
-    actions[WM_COMMAND] = [&](HWND, WPARAM, LPARAM) -> LRESULT {
-        EXPECT_EQ(drawn, 2u);
-        return 0;
-    };
-    MSG message;
-    while (drawn == 2 && GetMessageA(&message, nullptr, 0, 0))
-        DispatchMessageA(&message);
-    EXPECT_EQ(drawn, 3u);
-}
-
-TEST_F(MessageTest, AHiddenWindowIsNotPainted)
-{
-    HWND window = Make("main", nullptr, WS_POPUP);
-    MakeControl("button", window, 77, {0, 0, 40, 40}, BS_OWNERDRAW);
-    int drawn = 0;
-    actions[WM_DRAWITEM] = [&](HWND, WPARAM, LPARAM) -> LRESULT { return ++drawn; };
-    InvalidateRect(window, nullptr, TRUE);
-    UpdateWindow(window);
-    EXPECT_EQ(drawn, 0);
-    ShowWindow(window, SW_SHOW);
-    UpdateWindow(GetDlgItem(window, 77));
-    EXPECT_EQ(drawn, 1);
+    EXPECT_EQ(update(), 1u);
 }
 
 } // namespace

@@ -85,21 +85,6 @@ TEST_F(PaintingTest, ErasesWhatIsInvalidAndNothingElse)
     EXPECT_EQ(PixelsOf(window).At(100, 50), yellow);
 }
 
-TEST_F(PaintingTest, ADeadWindowHasNothingToPaint)
-{
-    HWND button = MakeButton(7);
-    DestroyWindow(button);
-    UpdateWindow(button);
-    EXPECT_EQ(ReleaseDC(button, nullptr), 0);
-    HDC dc = GetDC(window);
-    HDC memory = CreateCompatibleDC(dc);
-    HGDIOBJ stock = GetStockObject(WHITE_BRUSH);
-    EXPECT_EQ(SelectObject(dc, SelectObject(memory, stock)), stock);
-    ReleaseDC(window, dc);
-    EXPECT_EQ(ReleaseDC(window, memory), 0);
-    DeleteDC(memory);
-}
-
 TEST_F(PaintingTest, AWindowMayGoWhileItIsPainted)
 {
     for (UINT message : {WM_CTLCOLORBTN, WM_DRAWITEM, WM_ERASEBKGND}) {
@@ -165,20 +150,6 @@ TEST_F(PaintingTest, AnOwnerDrawnButtonTellsItsState)
     EXPECT_EQ(stateOf(button, 7), (UINT)ODS_FOCUS);
     SetFocus(window);
     EXPECT_EQ(stateOf(button, 7), 0u);
-}
-
-TEST_F(PaintingTest, DefaultProcessingErasesAndColoursControls)
-{
-    HDC dc = GetDC(window);
-    for (UINT message : {WM_CTLCOLORMSGBOX, WM_CTLCOLORBTN, WM_CTLCOLORDLG, WM_CTLCOLORSTATIC}) {
-        SetTextColor(dc, RGB(1, 2, 3));
-        EXPECT_EQ(SendMessageA(window, message, (WPARAM)dc, (LPARAM)window),
-                  (LRESULT)GetSysColorBrush(COLOR_BTNFACE));
-        EXPECT_EQ(SetTextColor(dc, 0), GetSysColor(COLOR_WINDOWTEXT));
-        EXPECT_EQ(SetBkColor(dc, 0), GetSysColor(COLOR_BTNFACE));
-    }
-    EXPECT_NE(SendMessageA(window, WM_ERASEBKGND, (WPARAM)dc, 0), 0);
-    ReleaseDC(window, dc);
 }
 
 // --- static controls ---

@@ -1,7 +1,6 @@
 // Windows: their classes, their life with their parents and children, their sizes and places.
 #include <algorithm>
 
-#include "tests/support/canvas.h"
 #include "tests/support/recorder.h"
 
 namespace
@@ -11,23 +10,6 @@ BOOL CALLBACK NoteVisit(HWND window, LPARAM)
 {
     told.push_back(NameOf(window));
     return TRUE;
-}
-
-TEST_F(MessageTest, TheClassesBrushFillsTheClientAreaByDefault)
-{
-    WNDCLASSA windowClass = {};
-    windowClass.lpfnWndProc = DefWindowProcA;
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = "BrushTest";
-    ASSERT_NE(RegisterClassA(&windowClass), 0);
-    HWND window = CreateWindowExA(0, "BrushTest", "", WS_POPUP, 0, 0, 3, 2, nullptr, nullptr,
-                                  nullptr, nullptr);
-    Canvas canvas(4, 3, RGB(255, 0, 0));
-    EXPECT_NE(SendMessageA(window, WM_ERASEBKGND, (WPARAM)canvas.dc, 0), 0);
-    EXPECT_EQ(canvas.At(0, 0), GetSysColor(COLOR_BTNFACE));
-    EXPECT_EQ(canvas.At(2, 1), GetSysColor(COLOR_BTNFACE));
-    DestroyWindow(window);
-    EXPECT_TRUE(UnregisterClassA("BrushTest", nullptr));
 }
 
 TEST_F(MessageTest, AClassIsRegisteredOnceAndStaysWhileAWindowLives)
@@ -41,6 +23,7 @@ TEST_F(MessageTest, AClassIsRegisteredOnceAndStaysWhileAWindowLives)
     }
     HWND window = Make("main");
     EXPECT_FALSE(UnregisterClassA("MessageTest", instance));
+    EXPECT_EQ(MakeControl("no such class", window, 0, {}), nullptr);
     DestroyWindow(window);
 }
 
@@ -75,9 +58,14 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
     }
     EXPECT_EQ(Make("owned", dead), nullptr);
     names.erase(nullptr);
+    HDC memory = CreateCompatibleDC(nullptr);
+    EXPECT_EQ(ReleaseDC(owner, memory), 0); // no window's
+    DeleteDC(memory);
     EXPECT_FALSE(InvalidateRect(dead, nullptr, TRUE));
     EXPECT_FALSE(PostMessageA(dead, WM_COMMAND, 1, 0));
     EXPECT_EQ(GetDC(dead), nullptr);
+    EXPECT_EQ(ReleaseDC(dead, nullptr), 0);
+    UpdateWindow(dead);
     EXPECT_EQ(SetFocus(dead), nullptr);
     EnumChildWindows(dead, NoteVisit, 0);
     EXPECT_TRUE(told.empty());
@@ -92,35 +80,28 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
 TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
 {
     HWND window = Make("main");
-    HWND child = Make("child", window, WS_CHILD, 5);
-    HWND grandchild = Make("grandchild", child, WS_CHILD, 6);
-    HWND owned = Make("owned", window);
+    Make("grandchild", Make("child", window, WS_CHILD, 5), WS_CHILD, 6);
+    Make("owned", window);
     told.clear();
     EXPECT_TRUE(DestroyWindow(window));
     EXPECT_EQ(told,
               (Lines{"destroy owned", "destroy main", "destroy child", "destroy grandchild"}));
-    RECT rect;
-    for (HWND dead : {window, child, grandchild, owned})
-        EXPECT_FALSE(GetClientRect(dead, &rect));
 }
 
 TEST_F(MessageTest, ChildrenMayGoBeforeTheirTurn)
 {
-    HWND window = Make("main"), first = Make("first", window, WS_CHILD, 5);
-    HWND second = Make("second", window, WS_CHILD, 6);
-    for (HWND teller : {window, first}) {
+    for (const char *teller : {"main", "first"}) {
+        HWND window = Make("main");
+        Make("first", window, WS_CHILD, 5);
+        HWND second = Make("second", window, WS_CHILD, 6);
         told.clear();
         actions[WM_DESTROY] = [&](HWND gone, WPARAM, LPARAM) -> LRESULT {
-            if (gone == teller)
-                DestroyWindow(second);
-            return 0;
+            return NameOf(gone) == teller ? DestroyWindow(second) : 0;
         };
         DestroyWindow(window);
-        EXPECT_EQ(told, teller == window
+        EXPECT_EQ(told, teller == std::string("main")
                             ? (Lines{"destroy main", "destroy second", "destroy first"})
                             : (Lines{"destroy main", "destroy first", "destroy second"}));
-        window = Make("main"), first = Make("first", window, WS_CHILD, 5);
-        second = Make("second", window, WS_CHILD, 6);
     }
 }
 
