@@ -132,45 +132,30 @@ static void RecordLine(const PixelSurface *surface, const RECT *clip, const Font
         }
 }
 
-static void CopyPixels(const PixelSurface &from, const PixelSurface &to, POINT at, const RECT &part)
-{
-    for (LONG y = part.top; y < part.bottom && y < from.height; y++)
-        for (LONG x = part.left; x < part.right && x < from.width; x++)
-            if (x + at.x >= 0 && y + at.y >= 0 && x + at.x < to.width && y + at.y < to.height)
-                to.pixels[(size_t)(y + at.y) * to.stride + (size_t)(x + at.x)] =
-                    from.pixels[(size_t)y * from.stride + (size_t)x];
-}
-
-// A window's own pixels, then its children's.
-static void Compose(HWND window, const PixelSurface *surface)
-{
-    const Window *record = WindowOf(window);
-    const RECT all = {0, 0, surface->width, surface->height};
-    if (record->pixels.surface.pixels != nullptr)
-        CopyPixels(record->pixels.surface, *surface, {0, 0}, all);
-    const POINT origin = ClientOriginOf(record);
-    for (HWND child : record->children) {
-        const Window *inner = WindowOf(child);
-        const POINT place = ClientOriginOf(inner);
-        if (inner->pixels.surface.pixels != nullptr)
-            CopyPixels(inner->pixels.surface, *surface, {place.x - origin.x, place.y - origin.y},
-                       all);
-    }
-}
-
+// A window's own pixels, then its children's and what lies over them.
 Pixels PixelsOf(HWND window)
 {
-    const SIZE size = ClientSizeOf(WindowOf(window));
+    const Window *record = WindowOf(window);
+    const SIZE size = ClientSizeOf(record);
+    const POINT origin = ClientOriginOf(record);
     Pixels pixels = {(int)size.cx, (int)size.cy, {}};
     pixels.values.assign((size_t)size.cx * (size_t)size.cy, 0xFFFFFF);
-    const PixelSurface surface = {(int)size.cx, (int)size.cy, 1, pixels.values.data(),
-                                  (size_t)size.cx};
-    Compose(window, &surface);
-    const WindowOverlay &overlay = WindowOf(window)->overlay;
-    for (const RECT &part : overlay.covered)
-        CopyPixels(overlay.pixels.surface, surface, {0, 0}, part);
-    for (uint32_t &value : pixels.values)
-        value &= 0xFFFFFF;
+    const auto copy = [&](const PixelSurface &from, POINT at, const RECT &part) {
+        for (LONG y = std::max(part.top, -at.y); y < std::min(part.bottom, size.cy - at.y); y++)
+            for (LONG x = std::max(part.left, -at.x); x < std::min(part.right, size.cx - at.x); x++)
+                pixels.values[(size_t)(y + at.y) * (size_t)size.cx + (size_t)(x + at.x)] =
+                    from.pixels[(size_t)y * from.stride + (size_t)x] & 0xFFFFFF;
+    };
+    const auto copyOwn = [&](const Window *part) {
+        const PixelSurface &from = part->pixels.surface;
+        const POINT place = ClientOriginOf(part);
+        copy(from, {place.x - origin.x, place.y - origin.y}, {0, 0, from.width, from.height});
+    };
+    copyOwn(record);
+    for (HWND child : record->children)
+        copyOwn(WindowOf(child));
+    for (const RECT &part : record->overlay.covered)
+        copy(record->overlay.pixels.surface, {0, 0}, part);
     return pixels;
 }
 
