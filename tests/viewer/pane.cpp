@@ -179,29 +179,27 @@ TEST_F(PaneTest, DrawsPngIconsBlendedOverWhiteAndLeavesNoFile)
 
 TEST_F(PaneTest, DrawsNothingOfAPictureThatIsNotWhole)
 {
+    const Bytes bitmap = MakeDib(Pattern(40, 30), 24), colored = MakeDib(Pattern(40, 30), 8);
+    const Bytes icon = MakeIconImage(Pattern(32, 32), 8);
+    const Bytes deepIcon = MakeIconImage(Pattern(32, 32), 32);
+    const size_t cutMask = 40 + 1024 + 1024 + 127;
     const struct {
         const char *damage;
         DWORD category;
-        Bytes data;
+        const Bytes &data;
         size_t offset;
         uint32_t value;
         size_t size;
         const char *line;
         int bottom;
     } cases[] = {
-        {"cut rows", CategoryBitmap, MakeDib(Pattern(40, 30), 24), 4, 40, 1000, "40 X 30, 24 bits",
-         115},
-        {"cut header", CategoryBitmap, MakeDib(Pattern(40, 30), 24), 4, 40, 39, "0 X 0, 0 bits",
-         100},
-        {"no data", CategoryBitmap, MakeDib(Pattern(40, 30), 24), 4, 40, 0, "0 X 0, 0 bits", 100},
-        {"colours past the end", CategoryBitmap, MakeDib(Pattern(40, 30), 8), 32, 0xFFFFFFFF, 2000,
-         "40 X 30, 8 bits", 115},
-        {"cut mask", CategoryIcon, MakeIconImage(Pattern(32, 32), 8), 4, 32, 40 + 1024 + 1024 + 127,
-         "32 X 32, 8 bits", 100},
-        {"no icon", CategoryIcon, MakeIconImage(Pattern(32, 32), 8), 4, 32, 7, "0 X 0, 0 bits",
-         100},
-        {"huge icon", CategoryIcon, MakeIconImage(Pattern(32, 32), 32), 4, 0x7FFFFFFF, 4000,
-         "2147483647 X 32, 32 bits", 100},
+        {"cut rows", CategoryBitmap, bitmap, 4, 40, 1000, "40 X 30, 24 bits", 115},
+        {"cut header", CategoryBitmap, bitmap, 4, 40, 39, "0 X 0, 0 bits", 100},
+        {"no data", CategoryBitmap, bitmap, 4, 40, 0, "0 X 0, 0 bits", 100},
+        {"colours past the end", CategoryBitmap, colored, 32, ~0u, 2000, "40 X 30, 8 bits", 115},
+        {"cut mask", CategoryIcon, icon, 4, 32, cutMask, "32 X 32, 8 bits", 100},
+        {"no icon", CategoryIcon, icon, 4, 32, 7, "0 X 0, 0 bits", 100},
+        {"huge icon", CategoryIcon, deepIcon, 4, 0x7FFFFFFF, 4000, "2147483647 X 32, 32 bits", 100},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.damage);
@@ -217,12 +215,12 @@ TEST_F(PaneTest, DrawsNothingOfAPictureThatIsNotWhole)
     }
     // Heights whose line would lie at no coordinate.
     for (uint32_t height : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
-        Bytes icon = MakeIconImage(Pattern(32, 32), 8);
-        PutU32(icon, 8, height);
-        Hold(CategoryIcon, icon);
-        Painted();
-        Hold(CategoryBitmap, icon);
-        Painted();
+        Bytes endless = icon;
+        PutU32(endless, 8, height);
+        for (DWORD category : {CategoryIcon, CategoryBitmap}) {
+            Hold(category, endless);
+            Painted();
+        }
     }
 }
 

@@ -120,7 +120,7 @@ TEST_F(DialogTest, AQuitRequestEndsItAndReachesTheOuterLoop)
     EXPECT_EQ(message.wParam, 5u);
 }
 
-TEST_F(DialogTest, MayEndWhileItBeginsAndAgain)
+TEST_F(DialogTest, EndsWhileItBeginsOrWhenItOrItsOwnerIsDestroyed)
 {
     onInit = [this](HWND dialog, LPARAM) {
         EXPECT_EQ(SetFocus(owner), nullptr);
@@ -134,6 +134,10 @@ TEST_F(DialogTest, MayEndWhileItBeginsAndAgain)
     onInit = nullptr;
     onUser = [](HWND dialog) { DestroyWindow(dialog); };
     EXPECT_EQ(Show(), 0);
+    // So it does with its owner.
+    onUser = [this](HWND) { DestroyWindow(owner); };
+    EXPECT_NE(Show(), 17);
+    EXPECT_EQ(told, (Lines{"destroy", "destroy", "destroy"}));
 }
 
 TEST_F(DialogTest, MayShowAnotherOneAboveItself)
@@ -171,13 +175,6 @@ TEST_F(DialogTest, TabAndArrowsMoveTheKeyboardRoundItsStops)
         EXPECT_FALSE(SetDlgItemTextA(dialog, 4711, "x"));
     };
     EXPECT_EQ(Show(), 3);
-}
-
-TEST_F(DialogTest, GoesWithItsOwner)
-{
-    onUser = [this](HWND) { DestroyWindow(owner); };
-    EXPECT_NE(Show(), 17);
-    EXPECT_EQ(told, Lines{"destroy"});
 }
 
 TEST_F(DialogTest, IsNotShownWithoutATemplate)

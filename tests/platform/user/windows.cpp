@@ -119,7 +119,6 @@ TEST_F(MessageTest, AWindowMayBeDestroyedInsideAnyMessage)
         {"a press that a child is to get", WM_PARENTNOTIFY, [&] { Click(child, 3, 3, true); }},
         {"a press", WM_LBUTTONDOWN, [&] { Click(window, 190, 90); }},
         {"a selection", WM_NOTIFY, [&] { SelectItem(tree, item); }},
-        {"its picture", WM_DRAWITEM, [&] { InvalidateRect(button, nullptr, TRUE); }},
         {"its size", WM_SIZE, [&] { MoveWindow(window, 10, 20, 90, 80, TRUE); }},
         {"its close box", WM_SYSCOMMAND, [&] { SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0); }},
         {"a posted message", WM_USER, [&] { PostMessageA(window, WM_USER, 0, 0); }},

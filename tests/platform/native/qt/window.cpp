@@ -256,6 +256,7 @@ TEST_F(QtWindow, TheSplitterIsDraggedAndTheBarLiesAboveBothChildren)
     EXPECT_EQ(Tree()->width(), 148);
     EXPECT_EQ(Pane()->x(), 152);
     EXPECT_EQ(greys(140), 0);
+    EXPECT_TRUE(WindowOf(globals.mainWindow)->overlay.covered.empty());
 }
 
 TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
