@@ -10,7 +10,7 @@ static BuiltExecutable BuildThree()
         {.resources = {{2, 1, Text("picture")}, {3, 5, Text("icon")}, {10, u"DATA", Text("raw")}}});
 }
 
-TEST(PeReader, CataloguesTheKeptKindsInDirectoryOrder)
+TEST(PeReader, CataloguesTheKeptKindsInDirectoryOrderAndTheirFirstLanguage)
 {
     const Bytes wave = Text("riFF????wAVe and more");
     const Reading reading =
@@ -20,7 +20,8 @@ TEST(PeReader, CataloguesTheKeptKindsInDirectoryOrder)
                                          {6, 7, MakeStringBlock({u"text"})},
                                          {16, 1, Text("version")},
                                          {2, 2, Text("second")},
-                                         {2, 1, Text("first")},
+                                         {2, 1, Text("English"), 0x409},
+                                         {2, 1, Text("German"), 0x407},
                                          {u"BITMAP", 9, Text("of a named type")},
                                          {240, 9, Text("of type F0")},
                                          {3, 1, Text("icon")},
@@ -28,42 +29,25 @@ TEST(PeReader, CataloguesTheKeptKindsInDirectoryOrder)
                       .bytes);
     EXPECT_EQ(reading.outcome, ProbeRead);
     EXPECT_EQ(reading.entries,
-              (Lines{"BITMAP MYLOGO 5", "BITMAP 1 5", "BITMAP 2 6", "ICON 1 4", "STRING TABLE 7 40",
+              (Lines{"BITMAP MYLOGO 5", "BITMAP 1 6", "BITMAP 2 6", "ICON 1 4", "STRING TABLE 7 40",
                      "BINARY DATA NOTE 11", "BINARY DATA TUNE 21 wave"}));
-    EXPECT_EQ(reading.data[1], Text("first"));
+    EXPECT_EQ(reading.data[1], Text("German"));
     EXPECT_EQ(reading.data[6], wave);
 }
 
-TEST(PeReader, TakesTheFirstLanguageOfAName)
-{
-    const Reading reading = ReadBytes(
-        BuildPe({.resources = {{2, 1, Text("German"), 0x407}, {2, 1, Text("English"), 0x409}}})
-            .bytes);
-    ASSERT_EQ(reading.entries, Lines{"BITMAP 1 6"});
-    EXPECT_EQ(reading.data[0], Text("German"));
-}
-
-TEST(PeReader, TurnsNamesIntoTexts)
+TEST(PeReader, TurnsNamesIntoTextsAndKeepsWhatHasNoLength)
 {
     const std::u16string longName(300, u'N');
     const Reading reading =
         ReadBytes(BuildPe({.resources = {{2, longName, Text("a")},
                                          {2, u"", Text("nameless")},
                                          {2, u"\u00C9T\u00C9 \u4E00", Text("b")},
-                                         {2, 65535, Text("c")}},
+                                         {2, 65535, {}}},
                            .keepOrder = true})
                       .bytes);
     EXPECT_EQ(reading.outcome, ProbeRead);
     EXPECT_EQ(reading.entries, (Lines{"BITMAP " + std::string(260, 'N') + " 1",
-                                      "BITMAP \xC9T\xC9 ? 1", "BITMAP 65535 1"}));
-}
-
-TEST(PeReader, KeepsAResourceOfNoLength)
-{
-    const Reading reading =
-        ReadBytes(BuildPe({.resources = {{2, 1, Bytes()}, {10, 1, Text("data")}}}).bytes);
-    EXPECT_EQ(reading.outcome, ProbeRead);
-    EXPECT_EQ(reading.entries, (Lines{"BITMAP 1 0", "BINARY DATA 1 4"}));
+                                      "BITMAP \xC9T\xC9 ? 1", "BITMAP 65535 0"}));
 }
 
 TEST(PeReader, FindsTheSectionByItsNameAlone)
@@ -78,8 +62,6 @@ TEST(PeReader, FindsTheSectionByItsNameAlone)
         {".RSRC", false, FailureNone, ""},
         {".rsrc1", false, FailureNoSection,
          "It has no section named .rsrc; its resources are in the section .rsrc1."},
-        {".data", false, FailureNoSection,
-         "It has no section named .rsrc; its resources are in the section .data."},
         {".rsrc", true, Failure64Bit,
          "It is a 64-bit image; only 32-bit PE and 16-bit NE files are read."},
     };
@@ -162,11 +144,10 @@ TEST(PeReader, EndsOnDirectoriesThatHoldThemselves)
         }
     }
     section.resize(section.size() + 16);
-    bytes = BuildPe({.resources = {{10, 1, section}}}).bytes;
     // The section header of the data's own place makes the tower the root.
-    const BuiltExecutable tower = BuildPe({.resources = {{10, 1, section}}});
-    PutU32(bytes, tower.sectionHeader + 20, (uint32_t)tower.resources[0].data);
-    EXPECT_EQ(ReadBytes(bytes).failure, FailureDirectoryCount);
+    BuiltExecutable tower = BuildPe({.resources = {{10, 1, section}}});
+    PutU32(tower.bytes, tower.sectionHeader + 20, (uint32_t)tower.resources[0].data);
+    EXPECT_EQ(ReadBytes(tower.bytes).failure, FailureDirectoryCount);
 }
 
 TEST(PeReader, RefusesDataThatAreNamedOverAndOver)

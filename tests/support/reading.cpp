@@ -15,7 +15,7 @@ Reading ReadBytes(const Bytes &bytes)
     char reason[REASON_SIZE];
     DescribeFailure(reason);
     reading.reason = reason;
-    ResourceEntry entry;
+    ResourceEntry entry = {};
     for (LONG i = 0; i < openCatalog.count; i++) {
         GetEntry(openCatalog.entries, &entry, i);
         reading.entries.push_back(std::string(CategoryLabel(entry.category)) + " " + entry.name +
@@ -25,6 +25,9 @@ Reading ReadBytes(const Bytes &bytes)
         GlobalUnlock(entry.data);
     }
     ReleaseCatalog(&openCatalog);
+    EXPECT_EQ(openCatalog.entries, nullptr);
+    EXPECT_EQ(openCatalog.count, 0);
+    EXPECT_EQ(GlobalLock(entry.data), nullptr); // went with the catalogue
     return reading;
 }
 
