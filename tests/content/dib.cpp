@@ -21,9 +21,9 @@ static Picture Colors()
 // A block that is locked, and freed at its end.
 struct Locked {
     HGLOBAL block;
-    const BYTE *bytes;
+    BYTE *bytes;
 
-    explicit Locked(HGLOBAL handle) : block(handle), bytes((const BYTE *)GlobalLock(handle))
+    explicit Locked(HGLOBAL handle) : block(handle), bytes((BYTE *)GlobalLock(handle))
     {
     }
     ~Locked()
@@ -33,8 +33,10 @@ struct Locked {
     }
 };
 
+using Info = std::vector<LONG>;
+
 // The answer, width, height and bits.
-static std::vector<LONG> InfoOf(HGLOBAL block, DWORD size)
+static Info InfoOf(HGLOBAL block, DWORD size)
 {
     LONG width = 1, height = 1;
     WORD bits = 1;
@@ -51,27 +53,29 @@ static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
 
 TEST(Dib, ReadsBothHeadersAndWhatIsThereOfACutOne)
 {
-    Bytes dib = MakeDib(Colors(), 8, DibForm::Plain, {0xFF000000, 0xFFFFFFFF}, true);
-    DibHeader header;
-    EXPECT_EQ(ReadDibHeader(dib.data(), (DWORD)dib.size(), &header), 1);
-    EXPECT_EQ(header.width, 9);
-    EXPECT_EQ(header.height, 2);
-    EXPECT_EQ(header.bitCount, 8);
-    EXPECT_EQ(DibPixelStart(&header), 40u + 2 * 4u);
-    EXPECT_EQ(ReadDibHeader(dib.data(), 39, &header), 0);
-    EXPECT_EQ(header.width, 9);
-    EXPECT_EQ(header.colorCount, 2u);
-    EXPECT_EQ(ReadDibHeader(dib.data(), 13, &header), 0);
-    EXPECT_EQ(header.height, 2);
-    EXPECT_EQ(header.bitCount, 0);
-    EXPECT_EQ(DibPixelStart(&header), 40u);
-    Bytes core = MakeDib(Colors(), 4, DibForm::Core);
-    EXPECT_EQ(ReadDibHeader(core.data(), 12, &header), 1);
-    EXPECT_EQ(header.width, 9);
-    EXPECT_EQ(header.height, 2);
-    EXPECT_EQ(DibPixelStart(&header), 12u + 16 * 3u);
-    EXPECT_EQ(ReadDibHeader(nullptr, 0, &header), 0);
-    EXPECT_EQ(DibPixelStart(&header), 0u);
+    const Bytes dib = MakeDib(Colors(), 8, DibForm::Plain, {0xFF000000, 0xFFFFFFFF}, true);
+    const Bytes core = MakeDib(Colors(), 4, DibForm::Core);
+    const struct {
+        const Bytes &bytes;
+        DWORD size;
+        int isWhole, width, height, bits;
+        uint64_t pixelStart;
+    } cases[] = {
+        {dib, (DWORD)dib.size(), 1, 9, 2, 8, 40 + 2 * 4},
+        {dib, 39, 0, 9, 2, 8, 40 + 2 * 4},
+        {dib, 13, 0, 9, 2, 0, 40},
+        {core, 12, 1, 9, 2, 4, 12 + 16 * 3},
+        {dib, 0, 0, 0, 0, 0, 0},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.size);
+        DibHeader header;
+        EXPECT_EQ(ReadDibHeader(c.bytes.data(), c.size, &header), c.isWhole);
+        EXPECT_EQ(header.width, c.width);
+        EXPECT_EQ(header.height, c.height);
+        EXPECT_EQ(header.bitCount, c.bits);
+        EXPECT_EQ(DibPixelStart(&header), c.pixelStart);
+    }
 }
 
 TEST(Dib, ReadsPixelsOfEveryBitCount)
@@ -119,8 +123,8 @@ TEST(Dib, WritesOnePixelAndKeepsItsNeighbours)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.bits);
-        HGLOBAL block = CreateDib(10, 3, nullptr, c.bits);
-        void *dib = GlobalLock(block);
+        const Locked block(CreateDib(10, 3, nullptr, c.bits));
+        void *dib = block.bytes;
         const DWORD black = GetDibPixel(dib, 0, 0);
         for (LONG x : {4, 5}) {
             SetDibPixel(dib, x, 1, c.value);
@@ -136,8 +140,6 @@ TEST(Dib, WritesOnePixelAndKeepsItsNeighbours)
             for (LONG x = 0; x < 10; x++)
                 written += GetDibPixel(dib, x, y) != black;
         EXPECT_EQ(written, 2);
-        GlobalUnlock(block);
-        GlobalFree(block);
     }
 }
 
@@ -145,38 +147,28 @@ TEST(Dib, CreatesAWholeBlockOrNone)
 {
     const BYTE palette[] = {1, 2, 3, 4, 5, 6};
     const Locked block(CreateDib(33, 2, palette, 1));
-    const BYTE *dib = block.bytes;
-    BITMAPINFOHEADER header;
-    memcpy(&header, dib, sizeof header);
-    EXPECT_EQ(header.biSizeImage, 16u);
-    EXPECT_EQ(header.biClrUsed, 2u);
-    const Bytes expected = {3, 2, 1, 0, 6, 5, 4, 0};
-    EXPECT_EQ(Bytes(dib + 40, dib + 48), expected);
-    EXPECT_EQ(PictureFits(dib, 40 + 8 + 16, 0), 1);
+    const Bytes dib(block.bytes, block.bytes + 40 + 8 + 16);
+    EXPECT_EQ(GetU32(dib, 20), 16u); // bytes of pixels
+    EXPECT_EQ(GetU32(dib, 32), 2u);  // colours
+    EXPECT_EQ(Bytes(dib.begin() + 40, dib.begin() + 48), (Bytes{3, 2, 1, 0, 6, 5, 4, 0}));
+    EXPECT_EQ(Fits(dib, dib.size()), 1);
     for (auto [width, height] :
          {std::pair(0, 1), {1, 0}, {-5, 5}, {8000, 8001}, {INT_MAX, INT_MAX}})
         EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
 }
 
-TEST(Dib, BlendsOverWhite)
+TEST(Dib, FlattensAnIconsColourPartOverWhiteWhateverItsMask)
 {
-    EXPECT_EQ(BlendOverWhite(0x80FF0000), 0x00FF7F7Fu);
-    EXPECT_EQ(BlendOverWhite(0xFF123456), 0x00123456u);
-    EXPECT_EQ(BlendOverWhite(0x00123456), 0x00FFFFFFu);
     EXPECT_EQ(BlendOverWhite(NO_PIXEL), 0x00FFFFFFu);
-}
-
-TEST(Dib, FlattensAnIconsColourPartWhateverItsMask)
-{
-    Picture picture = MakePicture(3, 3, 0x800000FF);
-    picture.At(1, 0) = 0x00FF0000;
-    picture.At(2, 2) = 0xFF00FF00;
+    Picture picture = MakePicture(3, 3, 0x80FF0000);
+    picture.At(1, 0) = 0x00123456;
+    picture.At(2, 2) = 0xFF123456;
     Bytes icon = MakeIconImage(picture, 32);
     const Locked flat(FlattenOverWhite(icon.data(), 1));
-    EXPECT_EQ(GetDibPixel(flat.bytes, 0, 0), 0xFFFF7F7Fu);
+    EXPECT_EQ(GetDibPixel(flat.bytes, 0, 0), 0xFF7F7FFFu);
     EXPECT_EQ(GetDibPixel(flat.bytes, 1, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(GetDibPixel(flat.bytes, 2, 2), 0xFF00FF00u);
-    EXPECT_EQ(InfoOf(flat.block, 40), (std::vector<LONG>{1, 3, 3, 24}));
+    EXPECT_EQ(GetDibPixel(flat.bytes, 2, 2), 0xFF563412u);
+    EXPECT_EQ(InfoOf(flat.block, 40), (Info{1, 3, 3, 24}));
 }
 
 TEST(Dib, TakesAnIconApart)
@@ -193,27 +185,30 @@ TEST(Dib, TakesAnIconApart)
         for (LONG y = 0; y < 5; y++)
             EXPECT_EQ(GetDibPixel(colors.bytes, 10, y), GetIconPixel(icon.data(), 10, y));
         EXPECT_EQ(GetIconPixel(icon.data(), 0, 5), NO_PIXEL);
-        EXPECT_EQ(InfoOf(colors.block, 40), (std::vector<LONG>{1, 11, 5, bits}));
+        EXPECT_EQ(InfoOf(colors.block, 40), (Info{1, 11, 5, bits}));
     }
+}
+
+// Expects that a picture's first `needed` bytes are proven, and fewer never.
+static void ExpectWhole(const Bytes &picture, size_t needed, int isIcon)
+{
+    EXPECT_EQ(Fits(picture, needed, isIcon), 1);
+    for (size_t size = 0; size < needed; size++)
+        ASSERT_EQ(Fits(picture, size, isIcon), 0) << size;
 }
 
 TEST(Dib, TheProofTakesAPictureThatIsWholeAndNoneThatIsCut)
 {
     for (const auto &c : dibKinds) {
         SCOPED_TRACE(std::to_string(c.bits) + " bits, form " + std::to_string((int)c.form));
-        Bytes dib = MakeDib(Colors(), c.bits, c.form);
-        EXPECT_EQ(Fits(dib, dib.size()), 1);
-        for (size_t size = 0; size < dib.size(); size++)
-            ASSERT_EQ(Fits(dib, size), 0) << size;
+        const Bytes dib = MakeDib(Colors(), c.bits, c.form);
+        ExpectWhole(dib, dib.size(), 0);
     }
     for (int bits : {1, 4, 8, 24, 32}) {
         SCOPED_TRACE(bits);
-        Bytes icon = MakeIconImage(Colors(), bits);
+        const Bytes icon = MakeIconImage(Colors(), bits);
         // At 32 bits the mask is not used, and need not be there.
-        const size_t needed = icon.size() - (bits == 32 ? 2 * 4 : 0);
-        EXPECT_EQ(Fits(icon, needed, 1), 1);
-        for (size_t size = 0; size < needed; size++)
-            ASSERT_EQ(Fits(icon, size, 1), 0) << size;
+        ExpectWhole(icon, icon.size() - (bits == 32 ? 2 * 4 : 0), 1);
     }
 }
 
@@ -301,8 +296,8 @@ TEST(Dib, TellsTheSizeOfABlock)
     Bytes dib = MakeDib(Colors(), 24, DibForm::TopDown);
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, dib.size());
     memcpy(GlobalLock(block), dib.data(), dib.size());
-    EXPECT_EQ(InfoOf(block, (DWORD)dib.size()), (std::vector<LONG>{1, 9, 2, 24}));
-    EXPECT_EQ(InfoOf(block, 39), (std::vector<LONG>{0, 0, 0, 0}));
+    EXPECT_EQ(InfoOf(block, (DWORD)dib.size()), (Info{1, 9, 2, 24}));
+    EXPECT_EQ(InfoOf(block, 39), (Info{0, 0, 0, 0}));
     GlobalFree(block);
     EXPECT_EQ(GetDibInfo(nullptr, 40, nullptr, nullptr, nullptr), 0);
 }

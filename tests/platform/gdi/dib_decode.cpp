@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <vector>
@@ -22,21 +23,34 @@ static BITMAPINFOHEADER Header(int width, int height, int bits, DWORD compressio
     return {headerSize, width, height, 1, (WORD)bits, compression, imageSize, 0, 0, used, 0};
 }
 
-// Draws the picture on a yellow canvas of 6 x 3. info is exactly as long as the picture needs.
-static std::string Draw(const void *info, const Bytes &pixels)
+// Draws the picture at the top left. info is exactly as long as the picture needs.
+static bool Draw(const Canvas &canvas, const void *info, const void *pixels)
 {
-    Canvas canvas(6, 3, RGB(255, 255, 0));
-    HBITMAP bitmap = CreateDIBitmap(canvas.dc, (const BITMAPINFOHEADER *)info, CBM_INIT,
-                                    pixels.data(), (const BITMAPINFO *)info, DIB_RGB_COLORS);
-    if (bitmap == nullptr)
-        return "none";
+    HBITMAP bitmap = CreateDIBitmap(canvas.dc, (const BITMAPINFOHEADER *)info, CBM_INIT, pixels,
+                                    (const BITMAPINFO *)info, DIB_RGB_COLORS);
     HDC memory = CreateCompatibleDC(canvas.dc);
-    HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(canvas.dc, 0, 0, 6, 3, memory, 0, 0, SRCCOPY);
-    SelectObject(memory, before);
+    SelectObject(memory, bitmap);
+    if (bitmap != nullptr)
+        BitBlt(canvas.dc, 0, 0, canvas.width, canvas.height, memory, 0, 0, SRCCOPY);
     DeleteDC(memory);
     DeleteObject(bitmap);
-    return canvas.Picture();
+    return bitmap != nullptr;
+}
+
+// The picture on a yellow canvas of 6 x 3.
+static std::string Drawn(const Bytes &info, const Bytes &pixels)
+{
+    const Canvas canvas(6, 3, RGB(255, 255, 0));
+    return Draw(canvas, info.data(), pixels.data()) ? canvas.Picture() : "none";
+}
+
+// A header and what stands after it.
+static Bytes Info(const BITMAPINFOHEADER &header, const std::vector<DWORD> &after)
+{
+    Bytes info(sizeof header + after.size() * 4);
+    memcpy(info.data(), &header, sizeof header);
+    std::copy_n((const BYTE *)after.data(), after.size() * 4, info.data() + sizeof header);
+    return info;
 }
 
 static const DWORD R = 0xFF0000, G = 0x00FF00, B = 0x0000FF, W = 0xFFFFFF;
@@ -116,26 +130,18 @@ static const DibCase dibCases[] = {
 
 TEST(DibBitmap, EveryLayoutThatWindowsDraws)
 {
-    for (const DibCase &dib : dibCases) {
-        Bytes info(sizeof dib.header + dib.after.size() * 4);
-        memcpy(info.data(), &dib.header, sizeof dib.header);
-        if (!dib.after.empty())
-            memcpy(info.data() + sizeof dib.header, dib.after.data(), dib.after.size() * 4);
-        EXPECT_EQ(Draw(info.data(), dib.pixels), dib.picture == nullptr ? "none" : dib.picture)
+    for (const DibCase &dib : dibCases)
+        EXPECT_EQ(Drawn(Info(dib.header, dib.after), dib.pixels),
+                  dib.picture == nullptr ? "none" : dib.picture)
             << dib.name;
-    }
 }
 
 TEST(DibBitmap, LongerHeadersHoldTheirMasks)
 {
     for (DWORD size : {56u, 108u, 124u}) {
-        Bytes info(size);
-        const BITMAPINFOHEADER header = Header(2, 1, 32, BI_BITFIELDS, 0, 0, size);
-        const DWORD masks[] = {0xFF, 0xFF00, 0xFF0000};
-        memcpy(info.data(), &header, sizeof header);
-        memcpy(info.data() + sizeof header, masks, sizeof masks);
-        EXPECT_EQ(Draw(info.data(), {255, 0, 0, 0, 0, 0, 255, 0}), "RBYYYY\nYYYYYY\nYYYYYY\n")
-            << size;
+        Bytes info = Info(Header(2, 1, 32, BI_BITFIELDS, 0, 0, size), {0xFF, 0xFF00, 0xFF0000});
+        info.resize(size);
+        EXPECT_EQ(Drawn(info, {255, 0, 0, 0, 0, 0, 255, 0}), "RBYYYY\nYYYYYY\nYYYYYY\n") << size;
     }
 }
 
@@ -156,27 +162,16 @@ TEST(DibBitmap, OldHeaderHasTableEntriesOfThreeBytes)
             for (BYTE channel :
                  i == (colors == 16 ? 2 : colors / 2) ? Bytes{0, 255, 0} : Bytes{0, 0, 255})
                 info.push_back(channel);
-        EXPECT_EQ(Draw(info.data(), row.row), row.picture) << row.bits;
+        EXPECT_EQ(Drawn(info, row.row), row.picture) << row.bits;
     }
 }
 
 TEST(DibBitmap, FewBitsFillAChannel)
 {
-    Canvas canvas(2, 1);
-    DWORD info[13] = {};
-    const BITMAPINFOHEADER header = Header(2, 1, 16, BI_BITFIELDS);
-    memcpy(info, &header, sizeof header);
-    info[10] = 0xF800;
-    info[11] = 0x07E0;
-    info[12] = 0x001F;
+    const Canvas canvas(2, 1);
     const WORD pixels[] = {0x0821, 0x8410};
-    HBITMAP bitmap = CreateDIBitmap(canvas.dc, (const BITMAPINFOHEADER *)info, CBM_INIT, pixels,
-                                    (const BITMAPINFO *)info, DIB_RGB_COLORS);
-    HDC memory = CreateCompatibleDC(canvas.dc);
-    SelectObject(memory, bitmap);
-    BitBlt(canvas.dc, 0, 0, 2, 1, memory, 0, 0, SRCCOPY);
+    EXPECT_TRUE(Draw(canvas, Info(Header(2, 1, 16, BI_BITFIELDS), {0xF800, 0x07E0, 0x001F}).data(),
+                     pixels));
     EXPECT_EQ(canvas.At(0, 0), RGB(8, 4, 8));
     EXPECT_EQ(canvas.At(1, 0), RGB(132, 130, 132));
-    DeleteDC(memory);
-    DeleteObject(bitmap);
 }

@@ -116,10 +116,7 @@ TEST(Drawing, FillAndFrame)
         {{1, 0, 5, 4}, 1, ".####.\n.####.\n.####.\n.####.\n", ".####.\n.#..#.\n.#..#.\n.####.\n"},
         {{1, 1, 2, 3}, 1, "......\n.#....\n.#....\n......\n", "......\n.#....\n.#....\n......\n"},
         {{2, 1, 2, 3}, 0, "......\n......\n......\n......\n", "......\n......\n......\n......\n"},
-        {{-1, -1, 99, 2},
-         1,
-         "######\n######\n......\n......\n",
-         "......\n######\n......\n......\n"},
+        {{-1, -1, 9, 2}, 1, "######\n######\n......\n......\n", "......\n######\n......\n......\n"},
         // Corners the other way round: the last column and row are the others.
         {{4, 3, 2, 1}, 0, "......\n......\n...##.\n...##.\n", "......\n......\n......\n......\n"},
         {{9, 9, 12, 12}, 1, "......\n......\n......\n......\n", "......\n......\n......\n......\n"},
@@ -165,15 +162,12 @@ TEST(Drawing, BitBltCutsAtBothEdges)
 
 TEST(Drawing, BitBltCombinesPixels)
 {
-    struct {
-        DWORD rop;
-        const char *picture;
-    } const cases[] = {{SRCCOPY, "RGB\n#.Y\n"}, {SRCAND, "RG#\n#YY\n"}, {SRCINVERT, "GR.\nYB#\n"}};
-    for (const auto &row : cases) {
+    for (const auto &[rop, picture] :
+         {std::pair(SRCAND, "RG#\n#YY\n"), {SRCINVERT, "GR.\nYB#\n"}}) {
         Canvas canvas(3, 2, yellow);
         const PictureContext from(canvas);
-        EXPECT_TRUE(BitBlt(canvas.dc, 0, 0, 3, 2, from.dc, 0, 0, row.rop));
-        EXPECT_EQ(canvas.Picture(), row.picture);
+        EXPECT_TRUE(BitBlt(canvas.dc, 0, 0, 3, 2, from.dc, 0, 0, rop));
+        EXPECT_EQ(canvas.Picture(), picture);
     }
 }
 
@@ -237,34 +231,32 @@ TEST(DrawingObjects, DeletedObjectLivesUntilItIsNoLongerSelected)
 TEST(DrawingObjects, StockObjectsStay)
 {
     const RECT all = {0, 0, 1, 1};
-    for (HGDIOBJ object : {GetStockObject(WHITE_BRUSH), (HGDIOBJ)GetSysColorBrush(COLOR_BTNFACE)}) {
+    for (const auto &[object, color] :
+         {std::pair(GetStockObject(WHITE_BRUSH), white),
+          {GetSysColorBrush(COLOR_BTNSHADOW), GetSysColor(COLOR_BTNSHADOW)}}) {
         EXPECT_TRUE(DeleteObject(object));
         Canvas canvas(1, 1, red);
         EXPECT_EQ(FillRect(canvas.dc, &all, (HBRUSH)object), 1);
-        EXPECT_NE(canvas.At(0, 0), red);
+        EXPECT_EQ(canvas.At(0, 0), color);
     }
-    Canvas canvas(1, 1, red);
-    FillRect(canvas.dc, &all, GetSysColorBrush(COLOR_BTNSHADOW));
-    EXPECT_EQ(canvas.At(0, 0), GetSysColor(COLOR_BTNSHADOW));
     EXPECT_EQ(GetSysColorBrush(COLOR_BTNSHADOW), GetSysColorBrush(COLOR_BTNSHADOW));
     EXPECT_EQ(GetSysColor(99), 0u);
     EXPECT_EQ(GetSysColorBrush(99), nullptr);
     EXPECT_EQ(GetStockObject(99), nullptr);
 }
 
-TEST(DrawingObjects, EveryCallRefusesADeadContext)
+TEST(DrawingObjects, EveryCallRefusesADeadContextAndTheHandlesOfOtherKinds)
 {
     Canvas canvas(1, 1);
     HDC dead = CreateCompatibleDC(canvas.dc);
     EXPECT_TRUE(DeleteDC(dead));
-    const RECT all = {0, 0, 1, 1};
-    RECT text = all;
+    RECT all = {0, 0, 1, 1};
     HBRUSH brush = CreateSolidBrush(black);
     EXPECT_EQ(CreateCompatibleDC(dead), nullptr);
     EXPECT_EQ(MakePicture(dead), nullptr);
     EXPECT_EQ(SelectObject(dead, brush), nullptr);
-    EXPECT_EQ(SetTextColor(dead, red), CLR_INVALID);
-    EXPECT_EQ(SetBkColor(dead, red), CLR_INVALID);
+    for (const auto set : {SetTextColor, SetBkColor})
+        EXPECT_EQ(set(dead, red), CLR_INVALID);
     EXPECT_EQ(SetBkMode(dead, TRANSPARENT), 0);
     EXPECT_EQ(SetROP2(dead, R2_XORPEN), 0);
     EXPECT_FALSE(SetBrushOrgEx(dead, 0, 0, nullptr));
@@ -273,22 +265,20 @@ TEST(DrawingObjects, EveryCallRefusesADeadContext)
     EXPECT_FALSE(Rectangle(dead, 0, 0, 1, 1));
     EXPECT_EQ(FrameRect(dead, &all, brush), 0);
     EXPECT_FALSE(TextOutA(dead, 0, 0, "a", 1));
-    EXPECT_EQ(DrawTextA(dead, "a", 1, &text, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX),
+    EXPECT_EQ(DrawTextA(dead, "a", 1, &all, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX),
               0);
-    DeleteObject(brush);
-    EXPECT_EQ(CreatePatternBrush(nullptr), nullptr);
-    EXPECT_FALSE(UnrealizeObject(nullptr));
-    EXPECT_FALSE(UnrealizeObject(brush));
-    EXPECT_EQ(SelectObject(canvas.dc, nullptr), nullptr);
-    // A handle of another kind is none, and a wrong mode changes nothing.
-    brush = CreateSolidBrush(black);
-    EXPECT_FALSE(DeleteDC((HDC)brush));
-    EXPECT_EQ(SelectObject(canvas.dc, canvas.dc), nullptr);
-    EXPECT_EQ(CreatePatternBrush((HBITMAP)brush), nullptr);
-    EXPECT_FALSE(DeleteObject(nullptr));
-    EXPECT_EQ(SetBkMode(canvas.dc, 3), 0);
+    EXPECT_EQ(SetBkMode(canvas.dc, 3), 0); // a wrong mode changes nothing
     EXPECT_EQ(SetROP2(canvas.dc, 0), 0);
     EXPECT_EQ(SetBkMode(canvas.dc, TRANSPARENT), OPAQUE);
     EXPECT_EQ(SetROP2(canvas.dc, R2_COPYPEN), R2_COPYPEN);
+    EXPECT_FALSE(DeleteDC((HDC)brush));
+    for (HGDIOBJ none : {(HGDIOBJ) nullptr, (HGDIOBJ)canvas.dc})
+        EXPECT_EQ(SelectObject(canvas.dc, none), nullptr);
+    for (HBITMAP none : {(HBITMAP) nullptr, (HBITMAP)brush})
+        EXPECT_EQ(CreatePatternBrush(none), nullptr);
     DeleteObject(brush);
+    for (HGDIOBJ none : {(HGDIOBJ) nullptr, (HGDIOBJ)brush}) {
+        EXPECT_FALSE(UnrealizeObject(none));
+        EXPECT_FALSE(DeleteObject(none));
+    }
 }

@@ -10,14 +10,13 @@
 
 // The program's own resources are in the test program too.
 
-TEST(Module, ProgramResourcesAreFoundByNumber)
+TEST(Module, FindsTheProgramsResourcesAndNoOthers)
 {
     HMODULE program = GetModuleHandleA(nullptr);
     ASSERT_NE(program, nullptr);
     HRSRC found = FindResourceA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP);
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(FindResourceA(nullptr, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP), found);
-    EXPECT_EQ(FindResourceA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), RT_BITMAP), found);
     HGLOBAL loaded = LoadResource(program, found);
     const BITMAPINFOHEADER *header = (const BITMAPINFOHEADER *)LockResource(loaded);
     ASSERT_NE(header, nullptr);
@@ -25,19 +24,12 @@ TEST(Module, ProgramResourcesAreFoundByNumber)
     EXPECT_EQ(header->biWidth, 16);
     EXPECT_GT(SizeofResource(program, found), 40u);
     EXPECT_FALSE(FreeResource(loaded));
-}
-
-TEST(Module, WhatIsNotThereIsNotFound)
-{
-    HMODULE program = GetModuleHandleA(nullptr);
     EXPECT_EQ(FindResourceA(program, MAKEINTRESOURCEA(1), RT_BITMAP), nullptr);
     EXPECT_EQ(FindResourceA(program, "NOSUCH", RT_BITMAP), nullptr);
     EXPECT_EQ(FindResourceA(program, MAKEINTRESOURCEA(IDB_FOLDER_CLOSED), "NOSUCH"), nullptr);
     EXPECT_EQ(LoadResource(program, nullptr), nullptr);
     EXPECT_EQ(LockResource(nullptr), nullptr);
     EXPECT_EQ(SizeofResource(program, nullptr), 0u);
-    for (LPCSTR path : {"no such folder/no such file.exe", "", (LPCSTR) nullptr})
-        EXPECT_EQ(LoadLibraryA(path), nullptr);
 }
 
 TEST(Module, TextsAreCutToTheBuffer)
@@ -82,11 +74,9 @@ TEST(Module, FileIsAModuleOfResources)
         {"KIND", 7, {8}, 0x40C},
     };
     const TempFolder folder;
-    HMODULE module = LoadLibraryA(
-        folder
-            .Write("module.exe",
-                   BuildPe({.resources = resources, .is64 = true, .imageBase = 0x140000000}).bytes)
-            .c_str());
+    const BuiltExecutable built =
+        BuildPe({.resources = resources, .is64 = true, .imageBase = 0x140000000});
+    HMODULE module = LoadLibraryA(folder.Write("module.exe", built.bytes).c_str());
     ASSERT_NE(module, nullptr);
     LPCSTR data = MAKEINTRESOURCEA(10);
     EXPECT_EQ(FirstByte(module, "MessageBox", data), 1);
@@ -105,14 +95,14 @@ TEST(Module, FileIsAModuleOfResources)
 TEST(Module, OtherFilesAreRefused)
 {
     const TempFolder folder;
-    ExecutableDescription description;
-    description.resources = {{10, 5, {1}}};
-    const Bytes whole = BuildPe(description).bytes;
-    const size_t header = BuildPe(description).header;
+    const ExecutableDescription description = {.resources = {{10, 5, {1}}}};
+    const auto [whole, header] = std::pair(BuildPe(description).bytes, BuildPe(description).header);
     Bytes noMagic = whole;
     noMagic[header + 24] = 0;
     for (const Bytes &bytes :
-         {Bytes{}, Bytes{'M', 'Z'}, BuildNe(description).bytes,
+         {Bytes{}, Text("MZ"), BuildNe(description).bytes,
           Bytes(whole.begin(), whole.begin() + (ptrdiff_t)header + 30), noMagic})
         EXPECT_EQ(LoadLibraryA(folder.Write("module.exe", bytes).c_str()), nullptr);
+    for (LPCSTR path : {"no such folder/no such file.exe", "", (LPCSTR) nullptr})
+        EXPECT_EQ(LoadLibraryA(path), nullptr);
 }

@@ -8,7 +8,6 @@
 #include <chrono>
 #include <fstream>
 #include <set>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,10 +34,9 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
         char path[MAX_PATH];
         GetTempPathA(sizeof path, path);
         std::ofstream(std::string(path) + "left behind") << "x";
-        struct stat status = {};
-        stat(path, &status);
-        const bool isGood = (status.st_mode & 0777) == 0700 &&
-                            std::string(path).starts_with(folder.path.string() + "/");
+        const bool isGood =
+            std::filesystem::status(path).permissions() == std::filesystem::perms::owner_all &&
+            std::string(path).starts_with(folder.path.string() + "/");
         // Taken away, it is made anew.
         std::filesystem::remove_all(path);
         GetTempPathA(sizeof path, path);
