@@ -235,6 +235,11 @@ TEST_F(QtWindow, KeysSelectAnItemWhoseLabelIsHighlightedAndThePaneDraws)
         ++first;
     EXPECT_GE(first, item.left() + 16); // the picture is 16 wide and has a ground of its own
     EXPECT_LT(first, item.left() + 32);
+    // Back on the category nothing is drawn.
+    PressKey(Tree(), Qt::Key_Up);
+    RunUntilIdle();
+    EXPECT_EQ(Pane()->grab().toImage().pixelColor(middle), QColor(255, 255, 255));
+    EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
 }
 
 TEST_F(QtWindow, TheSplitterIsDraggedAndTheBarLiesAboveBothChildren)
