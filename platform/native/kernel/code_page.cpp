@@ -142,16 +142,6 @@ static void AppendUtf8(std::string *out, uint32_t character)
         *out += static_cast<char>(0x80 | (character >> 6 * i & 0x3F));
 }
 
-std::string TextToUtf8(std::string_view text)
-{
-    const CodePage &page = AnsiCodePage();
-    std::string out;
-    out.reserve(text.size());
-    for (char character : text)
-        AppendUtf8(&out, page.units[static_cast<unsigned char>(character)]);
-    return out;
-}
-
 static char ByteOfUnit(const CodePage &page, WCHAR unit)
 {
     const BYTE byte = page.bytes[unit];

@@ -32,6 +32,3 @@ std::string TextOfUnits(const uint8_t *units, size_t count);
 // Takes code units up to the first 0, which is taken too, as a text of the user's page. Where there
 // is no 0 the reader fails, and the text is what there is.
 std::string TakeWideText(ByteReader *reader);
-
-// A text of the user's page as UTF-8, for showing.
-std::string TextToUtf8(std::string_view text);

@@ -11,7 +11,7 @@
 
 #include "platform/win32/kernel.h"
 
-static bool Exists(const std::string &path)
+bool PathExists(const std::string &path)
 {
     struct stat status;
     return stat(path.c_str(), &status) == 0;
@@ -33,7 +33,7 @@ std::string ProgramPath()
     std::string program(path, static_cast<size_t>(length));
     // So the system marks a program that was replaced while it ran.
     constexpr std::string_view mark = " (deleted)";
-    if (program.size() > mark.size() && program.ends_with(mark) && !Exists(program))
+    if (program.size() > mark.size() && program.ends_with(mark) && !PathExists(program))
         program.resize(program.size() - mark.size());
     return program;
 }

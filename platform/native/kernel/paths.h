@@ -12,3 +12,6 @@ std::string UserConfigFolder();
 
 // The system-wide configuration folders, the most important first.
 std::vector<std::string> SystemConfigFolders();
+
+// Whether something that the user may see has the path; links are followed.
+bool PathExists(const std::string &path);

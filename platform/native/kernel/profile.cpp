@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 #include <strings.h>
-#include <sys/stat.h>
 
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/file_bytes.h"
@@ -67,21 +66,15 @@ static bool FindValue(std::string_view text, std::string_view section, std::stri
     return false;
 }
 
-static bool Exists(const std::string &path)
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0;
-}
-
 // The path to read in place of one that may be missing in the user's folder.
 static std::string FindSettingsFile(const std::string &path)
 {
     const std::string user = UserConfigFolder() + '/';
-    if (user == "/" || !path.starts_with(user) || Exists(path))
+    if (user == "/" || !path.starts_with(user) || PathExists(path))
         return path;
     const std::string relative = path.substr(user.size());
     for (const std::string &folder : SystemConfigFolders())
-        if (Exists(folder + '/' + relative))
+        if (PathExists(folder + '/' + relative))
             return folder + '/' + relative;
     const std::string program = ProgramPath();
     return program.substr(0, program.rfind('/') + 1) + relative;

@@ -10,7 +10,7 @@ static const UINT zeroed = GMEM_MOVEABLE | GMEM_ZEROINIT;
 static bool AreAll(const void *bytes, size_t size, BYTE value)
 {
     const BYTE *at = (const BYTE *)bytes;
-    return std::all_of(at, at + size, [value](BYTE byte) { return byte == value; });
+    return std::all_of(at, at + size, [value](BYTE each) { return each == value; });
 }
 
 TEST(Memory, LocksAreCounted)
