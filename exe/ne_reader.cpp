@@ -35,6 +35,17 @@ static int ReadRecord(NeTable *table, uint64_t offset, BYTE *record, size_t size
     return 0;
 }
 
+// Reads a field of 16 bits from the file, as ReadRecord does.
+static int ReadField(NeTable *table, uint64_t offset, WORD *field)
+{
+    BYTE bytes[sizeof *field];
+    if (!ReadRecord(table, offset, bytes, sizeof bytes))
+        return 0;
+    ByteReader reader = OpenBytes(bytes, sizeof bytes);
+    *field = ReadU16(&reader, 0);
+    return 1;
+}
+
 // A name string that runs past the end of the file stops there.
 static void ReadName(NeTable *table, WORD id, char name[ENTRY_NAME_LENGTH + 1])
 {
@@ -145,13 +156,13 @@ int ReadNeResources(HWND tree, FILE *file, DWORD headerOffset)
     table.tree = tree;
     table.keptBytesLeft = KeptBytesLimit(table.fileLength);
 
-    BYTE field[2];
-    if (!ReadRecord(&table, (uint64_t)headerOffset + 36, field, sizeof field))
+    WORD field;
+    if (!ReadField(&table, (uint64_t)headerOffset + 36, &field))
         return 0;
-    table.start = (uint64_t)headerOffset + (DWORD)(field[0] | field[1] << 8);
-    if (!ReadRecord(&table, table.start, field, sizeof field))
+    table.start = (uint64_t)headerOffset + field;
+    if (!ReadField(&table, table.start, &field))
         return 0;
-    table.shift = field[0] & 31;
+    table.shift = field & 31;
     table.position = table.start + sizeof field;
     int result;
     while (TakeType(&table, &result)) {

@@ -3,38 +3,13 @@
 
 #include "program/globals.h"
 #include "program/ids.h"
-#include "program/routines.h"
 #include "tests/support/drive.h"
-
-#include <array>
 
 struct MainWindow : ProgramTest {
     void Open(const std::string &path)
     {
         SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)path.c_str());
         RunUntilIdle();
-    }
-
-    typedef std::array<LONG, 4> Edges; // left, top, right, bottom
-
-    // A child's edges in the main window's client area.
-    Edges EdgesOf(HWND child)
-    {
-        RECT rect;
-        POINT origin = {0, 0};
-        GetWindowRect(child, &rect);
-        ClientToScreen(globals.mainWindow, &origin);
-        return {rect.left - origin.x, rect.top - origin.y, rect.right - origin.x,
-                rect.bottom - origin.y};
-    }
-
-    void ExpectLayout(LONG split)
-    {
-        const LONG width = GetClientWidth(globals.mainWindow);
-        const LONG height = GetClientHeight(globals.mainWindow);
-        EXPECT_EQ(splitPosition, split);
-        EXPECT_EQ(EdgesOf(Tree()), (Edges{0, 0, split - 2, height}));
-        EXPECT_EQ(EdgesOf(Pane()), (Edges{split + 2, 0, width, height}));
     }
 
     void Mouse(UINT message, int x, int y = 50)
@@ -49,32 +24,6 @@ TEST_F(MainWindow, ATitleThatIsTooLongShowsTheNamesEnd)
     EXPECT_EQ(TitleText(), "Quillmoor [ " + std::string(248, 'n') + " ] ");
     SetMainTitle((std::string(400, 'n') + "end").c_str());
     EXPECT_EQ(TitleText(), "Quillmoor [ ..." + std::string(242, 'n') + "end ] ");
-}
-
-TEST_F(MainWindow, TheSplitterStaysBetween100AndTheMiddle)
-{
-    const LONG middle = GetClientWidth(globals.mainWindow) / 2;
-    const struct {
-        int x;
-        LONG split;
-    } cases[] = {{200, 200}, {40, 100}, {5000, middle}, {-30, 100}, {100, 100}, {250, 250}};
-    for (const auto &c : cases) {
-        Mouse(WM_LBUTTONDOWN, splitPosition);
-        Mouse(WM_MOUSEMOVE, 222);
-        Mouse(WM_MOUSEMOVE, c.x);
-        Mouse(WM_LBUTTONUP, c.x);
-        RunUntilIdle();
-        ExpectLayout(c.split);
-    }
-    // Without the capture a movement drags nothing.
-    Mouse(WM_MOUSEMOVE, 150);
-    EXPECT_EQ(splitPosition, 250);
-    // The second press of a double click is none; the release still lays out.
-    splitPosition = 160;
-    Mouse(WM_LBUTTONDBLCLK, 160);
-    Mouse(WM_LBUTTONUP, 160);
-    RunUntilIdle();
-    ExpectLayout(160);
 }
 
 TEST_F(MainWindow, TheDragBarIsACheckerboardOverBothChildrenUntilTheRelease)
