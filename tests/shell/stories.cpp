@@ -108,6 +108,35 @@ static void SaveAs(const std::string &path)
     Command(IDM_SAVE_AS);
 }
 
+// A file that is refused with that many messages, after a good one.
+static void OpenRefused(const std::string &good, const std::string &path, int messages)
+{
+    Step("open a good one again", [&] {
+        Open(good);
+        Select("BITMAP", "101");
+    });
+    Step("open one that is refused", [&] {
+        ChooseNext(path);
+        for (int i = 0; i < messages; i++)
+            PressNext(IDOK);
+        Command(IDM_OPEN);
+    });
+}
+
+static void OpenWithLittleMemory(const std::string &good)
+{
+    for (int blocks = 0; blocks < 4; blocks++)
+        Step("open with memory for " + std::to_string(blocks) + " blocks", [&] {
+            outside.blocksLeft = blocks;
+            ChooseNext(good);
+            PressNext(IDOK);
+            if (blocks < 3)
+                PressNext(IDOK);
+            Command(IDM_OPEN);
+            outside.blocksLeft = -1;
+        });
+}
+
 TEST(Stories, OpeningAndFailing)
 {
     BeginStory();
@@ -147,18 +176,8 @@ TEST(Stories, OpeningAndFailing)
         std::string path;
         int messages;
     } refused[] = {{text, 0}, {stub, 1}, {dull, 1}, {other, 2}};
-    for (const auto &c : refused) {
-        Step("open a good one again", [&] {
-            Open(good);
-            Select("BITMAP", "101");
-        });
-        Step("open one that is refused", [&] {
-            ChooseNext(c.path);
-            for (int i = 0; i < c.messages; i++)
-                PressNext(IDOK);
-            Command(IDM_OPEN);
-        });
-    }
+    for (const auto &c : refused)
+        OpenRefused(good, c.path, c.messages);
     Step("open one that is there no more", [&] {
         Open(good);
         Select("BITMAP", "101");
@@ -169,16 +188,7 @@ TEST(Stories, OpeningAndFailing)
         Command(IDM_SAVE_AS);
         Command(IDM_PLAY);
     });
-    for (int blocks = 0; blocks < 4; blocks++)
-        Step("open with memory for " + std::to_string(blocks) + " blocks", [&] {
-            outside.blocksLeft = blocks;
-            ChooseNext(good);
-            PressNext(IDOK);
-            if (blocks < 3)
-                PressNext(IDOK);
-            Command(IDM_OPEN);
-            outside.blocksLeft = -1;
-        });
+    OpenWithLittleMemory(good);
     EndStory("opening");
 }
 
