@@ -60,7 +60,7 @@ function(embed_resources target script)
         DEPENDS ${object} VERBATIM)
     set(assembly ${CMAKE_BINARY_DIR}/${name}_resources.cpp)
     file(CONFIGURE OUTPUT ${assembly} CONTENT [[
-/* The program's resources, a PE image, and its length in bytes. */
+/* The program's resources, a PE image, from the first symbol to the second. */
 __asm__(".section .rodata\n"
         ".balign 16\n"
         ".global QuillmoorResources\n"

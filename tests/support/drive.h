@@ -1,5 +1,5 @@
 // Drives the whole program from a test, through its messages: starts and stops it, answers the
-// dialogs that it shows, and tells what it painted. One source file for each system.
+// dialogs that it shows, and tells what it painted.
 #pragma once
 
 #include "platform/win32.h"
