@@ -80,12 +80,16 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
 TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
 {
     HWND window = Make("main");
-    Make("grandchild", Make("child", window, WS_CHILD, 5), WS_CHILD, 6);
-    Make("owned", window);
+    HWND child = Make("child", window, WS_CHILD, 5);
+    HWND grandchild = Make("grandchild", child, WS_CHILD, 6);
+    HWND owned = Make("owned", window);
     told.clear();
     EXPECT_TRUE(DestroyWindow(window));
     EXPECT_EQ(told,
               (Lines{"destroy owned", "destroy main", "destroy child", "destroy grandchild"}));
+    RECT rect;
+    for (HWND dead : {window, child, grandchild, owned})
+        EXPECT_FALSE(GetClientRect(dead, &rect));
 }
 
 TEST_F(MessageTest, ChildrenMayGoBeforeTheirTurn)
