@@ -364,7 +364,10 @@ TEST(Stories, MouseAndSize)
             mouse(WM_LBUTTONUP, x);
         });
     }
-    Step("move without a press", [&] { mouse(WM_MOUSEMOVE, 200); });
+    Step("move without a press", [&] {
+        mouse(WM_MOUSEMOVE, 200);
+        mouse(WM_LBUTTONUP, 200); // lays out, so that a drag would be seen
+    });
     Step("press twice in a row", [&] {
         splitPosition = 160;
         mouse(WM_LBUTTONDBLCLK, 160);
