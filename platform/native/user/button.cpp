@@ -6,6 +6,7 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/user/window_table.h"
+#include "platform/win32/gdi.h"
 #include "platform/win32/user.h"
 
 namespace
@@ -39,6 +40,18 @@ static void PaintOwnerDrawn(HWND button)
                  reinterpret_cast<LPARAM>(button));
     const ControlFont font(button, painting.dc);
     SendMessageA(parent, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+}
+
+// What its owner does not draw over has the colour that the parent gives it.
+static LRESULT EraseOwnerDrawn(HWND button, WPARAM dc)
+{
+    const Window *record = WindowOf(button);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        SendMessageA(record->parent, WM_CTLCOLORBTN, dc, reinterpret_cast<LPARAM>(button)));
+    RECT all;
+    if (GetClientRect(button, &all))
+        FillRect(reinterpret_cast<HDC>(dc), &all, brush);
+    return TRUE;
 }
 
 static void SetDown(HWND button, bool isDown)
@@ -98,7 +111,7 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     case WM_CREATE: WindowOf(button)->state = std::make_unique<ButtonState>(); return 0;
     case WM_PAINT:
         return IsOwnerDrawn(button) ? PaintOwnerDrawn(button) : PaintElsewhere(button), 0;
-    case WM_ERASEBKGND: return TRUE;
+    case WM_ERASEBKGND: return IsOwnerDrawn(button) ? EraseOwnerDrawn(button, wParam) : TRUE;
     case WM_SETFONT: return TakeFont(button, wParam), 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: return InvalidateRect(button, nullptr, FALSE), 0;

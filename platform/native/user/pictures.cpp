@@ -105,6 +105,12 @@ static bool HasAlpha(const PictureParts &parts)
     return false;
 }
 
+// A clear pixel has no colour: with one, it would invert what is behind it.
+static uint32_t Blended(uint32_t color, uint32_t alpha)
+{
+    return alpha == 0 ? 0 : color | alpha << 24;
+}
+
 // A mask bit of 1 leaves the screen, combined with the colour.
 static bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
 {
@@ -121,12 +127,11 @@ static bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
         const size_t row = parts.height - 1 - y;
         for (size_t x = 0; x < parts.width; ++x) {
             const bool isClear = parts.mask[row * parts.maskStride + x / 8] >> (7 - x % 8) & 1;
-            const uint32_t alpha = hasAlpha  ? parts.colors[row * parts.stride + x * 4 + 3]
-                                   : isClear ? 0
-                                             : 255;
-            const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x];
+            const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x] & 0xFFFFFF;
             picture->pixels[y * parts.width + x] =
-                hasAlpha && alpha == 0 ? 0 : (color & 0xFFFFFF) | alpha << 24;
+                hasAlpha  ? Blended(color, parts.colors[row * parts.stride + x * 4 + 3])
+                : isClear ? color
+                          : Blended(color, 255);
         }
     }
     return true;
@@ -180,7 +185,7 @@ static void DrawInformationSign(ImagePixels *picture)
             const bool isStem = x >= middle - 2 && x < middle + 2 && y >= 13 && y < 25;
             const uint32_t color = isDot || isStem ? 0xFFFFFF : 0x1E5AA8;
             picture->pixels[static_cast<size_t>(y) * iconSide + static_cast<size_t>(x)] =
-                color | static_cast<uint32_t>(inside * 255) << 24;
+                Blended(color, static_cast<uint32_t>(inside * 255));
         }
 }
 

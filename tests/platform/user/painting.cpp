@@ -152,6 +152,18 @@ TEST_F(PaintingTest, AnOwnerDrawnButtonTellsItsState)
     EXPECT_EQ(stateOf(button, 7), 0u);
 }
 
+TEST_F(PaintingTest, AnOwnerDrawnButtonBeginsInTheColourThatItsParentGives)
+{
+    HWND plain = MakeButton(7);
+    UpdateWindow(plain);
+    const uint32_t green = 0x00FF00; // the same place in a pixel and in a COLORREF
+    EXPECT_EQ(PixelsOf(plain).At(5, 5) & green, GetSysColor(COLOR_BTNFACE) & green);
+    actions[WM_CTLCOLORBTN] = [&](HWND, WPARAM, LPARAM) { return (LRESULT)brush; };
+    HWND colored = MakeButton(8);
+    UpdateWindow(colored);
+    EXPECT_EQ(PixelsOf(colored).At(5, 5), yellow);
+}
+
 // --- static controls ---
 
 const DWORD centered = 1, rightAligned = 2, asIcon = 3, noPrefix = 0x80; // SS_
@@ -231,9 +243,14 @@ struct IconTest : StaticTest {
         description.resources.push_back({14, 7, MakeIconGroup(members), 0});
         const std::string name = "icon" + std::to_string(modules.size()) + ".exe";
         modules.push_back(LoadLibraryA(TestFile(name, BuildPe(description).bytes).c_str()));
+        return Show("#7", modules.back());
+    }
+
+    Pixels Show(const char *name, HMODULE module)
+    {
         Letters(""); // a white background from here on
-        HWND control = CreateWindowExA(0, "static", "#7", WS_CHILD | WS_VISIBLE | asIcon, 0, 0, 50,
-                                       50, window, (HMENU)9, modules.back(), nullptr);
+        HWND control = CreateWindowExA(0, "static", name, WS_CHILD | WS_VISIBLE | asIcon, 0, 0, 50,
+                                       50, window, (HMENU)9, module, nullptr);
         UpdateWindow(control);
         const Pixels pixels = PixelsOf(control);
         DestroyWindow(control);
@@ -265,6 +282,10 @@ TEST_F(IconTest, IsAsLargeAsEveryIconAndSeenThroughItsMask)
     Bytes cut = MakeIconImage(MakePicture(32, 32, 0xFFFF0000), 4);
     cut.resize(300);
     EXPECT_EQ(Show({{32, cut}}).width, 50); // no icon
+    // Round the system's own sign for information, too, the ground is seen.
+    const Pixels sign = Show("#32516", nullptr);
+    EXPECT_EQ(sign.At(0, 0), 0xFFFFFFu);
+    EXPECT_NE(sign.At(16, 28), 0xFFFFFFu);
 }
 
 TEST_F(IconTest, IsTheNearestImageWithTheMostBits)
