@@ -83,24 +83,21 @@ static int IsDrawnBitCount(WORD bitCount)
            bitCount == 32;
 }
 
-// Whether the compressed pixels, room bytes at data, end inside the block.
-static int RunsFit(const DibHeader *header, const BYTE *data, size_t room)
+int IsRunLength(const DibHeader *header)
 {
-    const WORD bitCount = header->compression == BI_RLE8 ? 8 : 4;
-    // The system takes imageSize bytes of run-length data without looking at them.
-    return header->bitCount == bitCount && header->height > 0 && header->imageSize <= room &&
-           RunsEnd(data, room, bitCount);
+    return header->compression == BI_RLE8 || header->compression == BI_RLE4;
 }
 
-static int PixelsFit(const DibHeader *header, const BYTE *data, Bytes room, int isIcon)
+static int PixelsFit(const DibHeader *header, Bytes room, int isIcon)
 {
     const Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
     if (height == 0 || (Bytes)header->width > mostPicturePixels / height)
         return 0;
-    if (isIcon && (header->height < 0 || header->compression != BI_RGB))
+    if (isIcon && header->height < 0)
         return 0;
-    if (header->compression == BI_RLE8 || header->compression == BI_RLE4)
-        return RunsFit(header, data, (size_t)room);
+    // Runs are drawn as far as they go.
+    if (IsRunLength(header))
+        return header->bitCount == (header->compression == BI_RLE8 ? 8 : 4) && header->height > 0;
     const int hasFields = header->bitCount == 16 || header->bitCount == 32;
     if (header->compression != BI_RGB && !(header->compression == BI_BITFIELDS && hasFields))
         return 0;
@@ -118,9 +115,10 @@ int PictureFits(const void *data, DWORD size, int isIcon)
         return 0;
     if (header.headerSize != CORE_HEADER_SIZE && header.headerSize < sizeof(BITMAPINFOHEADER))
         return 0;
+    if (isIcon)
+        header.compression = BI_RGB;
     const Bytes start = DibPixelStart(&header) + DibMaskSize(&header);
-    return start <= size &&
-           PixelsFit(&header, (const BYTE *)data + (size_t)start, size - start, isIcon);
+    return start <= size && PixelsFit(&header, size - start, isIcon);
 }
 
 int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCount)
@@ -139,6 +137,32 @@ int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCoun
     if (bitCount != nullptr)
         *bitCount = header.bitCount;
     return whole;
+}
+
+static void PutPlanes(BYTE *dib)
+{
+    PutU16(dib + (HeaderOf(dib).headerSize == CORE_HEADER_SIZE ? 8 : 12), 1);
+}
+
+const BYTE *CopyDibInfo(const void *dib, DWORD size, HGLOBAL *copy)
+{
+    static const BYTE endOfBitmap[] = {0, 1};
+    const DibHeader header = HeaderOf(dib);
+    const size_t start = (size_t)DibPixelStart(&header) + DibMaskSize(&header);
+    size_t runs = size - start;
+    if (header.imageSize != 0)
+        runs = std::min(runs, (size_t)header.imageSize);
+    runs = IsRunLength(&header) ? RunsLength((const BYTE *)dib + start, runs, header.bitCount) : 0;
+    BYTE *info = (BYTE *)AllocateLocked(start + runs + sizeof endOfBitmap, copy);
+    if (info == nullptr)
+        return nullptr;
+    memcpy(info, dib, start + runs);
+    PutPlanes(info);
+    if (IsRunLength(&header)) {
+        memcpy(info + start + runs, endOfBitmap, sizeof endOfBitmap);
+        PutU32(info + 20, (DWORD)(runs + sizeof endOfBitmap));
+    }
+    return info;
 }
 
 static LONG CenterLength(LONG from, LONG to, LONG length)
@@ -341,8 +365,10 @@ HGLOBAL CopyIconColors(const void *icon)
     memcpy(data, icon, size);
     if (HeaderOf(icon).headerSize == CORE_HEADER_SIZE)
         PutU16(data + 6, (WORD)from.height);
-    else
+    else {
         PutU32(data + 8, (DWORD)from.height);
+        PutU32(data + 16, BI_RGB);
+    }
     GlobalUnlock(dib);
     return dib;
 }

@@ -32,18 +32,28 @@ unsigned long long DibPixelStart(const DibHeader *header);
 // Bytes of the three colour masks that follow a 40-byte header of bit fields; else 0.
 DWORD DibMaskSize(const DibHeader *header);
 
+// Whether the pixels are run-length compressed.
+int IsRunLength(const DibHeader *header);
+
 // Bytes a row, which is padded to a multiple of four.
 unsigned long long DibStride(LONG width, WORD bitCount);
 
-// Whether a block of size bytes holds a picture that can be drawn, whole: header, masks, colour
-// table, rows or run-length data and, for an icon image below 32 bits, the mask; and the picture
-// has at most mostPicturePixels. isIcon tells an icon image.
+// Whether a block of size bytes holds a picture that can be drawn: header, masks, colour table,
+// rows and, for an icon image below 32 bits, the mask; and the picture has at most
+// mostPicturePixels. Run-length data need not be whole. isIcon tells an icon image, whose pixels
+// are never compressed, whatever its header says.
 int PictureFits(const void *data, DWORD size, int isIcon);
 
 // Stores width, height (its absolute value) and bits a pixel of a block, whose size in bytes is
 // given, into those outputs that are not NULL. Returns 0, and stores 0, when the block cannot be
 // locked or does not hold a whole header.
 int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCount);
+
+// Copies what the system wants to know of a locked block of size bytes, made so that it cannot
+// refuse it: header, with one plane, masks, colour table and, behind them, run-length data: its
+// whole codes and an end mark, with their number of bytes in the header. Stores the copy, which the
+// caller unlocks and frees, and returns the address of its header; NULL when there is no memory.
+const BYTE *CopyDibInfo(const void *dib, DWORD size, HGLOBAL *copy);
 
 // Where the top-left corner of a picture goes so that it is centred in rect; from the left or top
 // edge when it is wider or taller.

@@ -3,6 +3,6 @@
 
 #include "platform/win32.h"
 
-// Whether the data, of size bytes, reaches its end-of-bitmap mark without a code or a literal run
-// that leaves it. bitCount is 8 or 4.
-int RunsEnd(const BYTE *data, size_t size, WORD bitCount);
+// Bytes of the whole codes that the data, of size bytes, begins with: up to its end-of-bitmap mark,
+// or the first code or literal run that leaves it. bitCount is 8 or 4.
+size_t RunsLength(const BYTE *data, size_t size, WORD bitCount);

@@ -17,13 +17,20 @@ static void CopyBitmap(HDC dc, int x, int y, int width, int height, HBITMAP bitm
     DeleteDC(memory);
 }
 
-void DrawDibAt(HDC dc, int x, int y, const void *dib, DWORD rop)
+void DrawDibAt(HDC dc, int x, int y, const void *dib, DWORD size, DWORD rop)
 {
+    HGLOBAL copy;
+    const BYTE *info = CopyDibInfo(dib, size, &copy);
+    if (info == nullptr)
+        return;
     DibHeader header;
-    ReadDibHeader(dib, sizeof(BITMAPINFOHEADER), &header);
-    const BYTE *pixels = (const BYTE *)dib + (size_t)DibPixelStart(&header) + DibMaskSize(&header);
-    HBITMAP bitmap = CreateDIBitmap(dc, (const BITMAPINFOHEADER *)dib, CBM_INIT, pixels,
-                                    (const BITMAPINFO *)dib, DIB_RGB_COLORS);
+    ReadDibHeader(info, sizeof(BITMAPINFOHEADER), &header);
+    const size_t start = (size_t)DibPixelStart(&header) + DibMaskSize(&header);
+    const BYTE *pixels = (IsRunLength(&header) ? info : (const BYTE *)dib) + start;
+    HBITMAP bitmap = CreateDIBitmap(dc, (const BITMAPINFOHEADER *)info, CBM_INIT, pixels,
+                                    (const BITMAPINFO *)info, DIB_RGB_COLORS);
+    GlobalUnlock(copy);
+    GlobalFree(copy);
     if (bitmap == nullptr)
         return;
     CopyBitmap(dc, x, y, header.width, abs(header.height), bitmap, rop);
@@ -35,7 +42,7 @@ void DrawDib(HDC dc, int x, int y, HGLOBAL dib, DWORD rop)
     const void *data = dib != nullptr ? GlobalLock(dib) : nullptr;
     if (data == nullptr)
         return;
-    DrawDibAt(dc, x, y, data, rop);
+    DrawDibAt(dc, x, y, data, (DWORD)GlobalSize(dib), rop);
     GlobalUnlock(dib);
 }
 

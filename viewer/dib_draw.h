@@ -4,9 +4,9 @@
 
 #include "platform/win32.h"
 
-// Draws the whole picture of a locked block with its top-left corner at (x, y). rop is a raster
-// operation (SRCCOPY, ...). Whatever cannot be made is left out; nothing is reported.
-void DrawDibAt(HDC dc, int x, int y, const void *dib, DWORD rop);
+// Draws the whole picture of a locked block of size bytes with its top-left corner at (x, y). rop
+// is a raster operation (SRCCOPY, ...). Whatever cannot be made is left out; nothing is reported.
+void DrawDibAt(HDC dc, int x, int y, const void *dib, DWORD size, DWORD rop);
 
 // The same for a block that is not locked; does nothing when it is NULL or cannot be locked.
 void DrawDib(HDC dc, int x, int y, HGLOBAL dib, DWORD rop);

@@ -44,7 +44,7 @@ static void PaintBitmap(HDC dc, const RECT *rect, const ResourceEntry *entry)
     const void *data = GlobalLock(entry->data);
     if (data != nullptr) {
         if (PictureFits(data, entry->size, 0))
-            DrawDibAt(dc, at.x, at.y, data, SRCCOPY);
+            DrawDibAt(dc, at.x, at.y, data, entry->size, SRCCOPY);
         GlobalUnlock(entry->data);
     }
     DrawInformationLine(dc, rect, at.y, width, height, bitCount, "");

@@ -202,7 +202,8 @@ TEST(Dib, TheProofTakesAPictureThatIsWholeAndNoneThatIsCut)
     for (const auto &c : dibKinds) {
         SCOPED_TRACE(std::to_string(c.bits) + " bits, form " + std::to_string((int)c.form));
         const Bytes dib = MakeDib(Colors(), c.bits, c.form);
-        ExpectWhole(dib, dib.size(), 0);
+        // Of runs, what is there is drawn.
+        ExpectWhole(dib, c.form == DibForm::RunLength ? 40 + (4u << c.bits) : dib.size(), 0);
     }
     for (int bits : {1, 4, 8, 24, 32}) {
         SCOPED_TRACE(bits);
@@ -235,7 +236,7 @@ TEST(Dib, TheProofRefusesHeadersThatLie)
         {"colour table that passes 32 bits", 32, 0xFFFFFFFF, 0},
         {"icon of one row", 8, 1, 1},
         {"icon stored top-down", 8, 0xFFFFFFFE, 1},
-        {"icon of runs", 16, BI_RLE8, 1},
+        {"runs of other bits", 16, BI_RLE4, 0},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.lie);
@@ -257,38 +258,43 @@ TEST(Dib, TheProofDrawsTheLineAt64MillionPixels)
     EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
 }
 
-TEST(Dib, RunsMustReachTheirEndInsideTheBlock)
+TEST(Dib, TheSystemIsToldOfWholeRunsThatEnd)
 {
     const struct {
         const char *runs;
         int bits;
         Bytes bytes;
         uint32_t told; // bytes, in the header
-        int fits;
+        size_t whole;
     } cases[] = {
-        {"a run and the end", 8, {9, 1, 0, 1}, 4, 1},
-        {"no end", 8, {9, 1, 0, 0}, 4, 0},
-        {"half a code at the end", 8, {9, 1, 0}, 3, 0},
-        {"a literal run, padded", 8, {0, 3, 1, 2, 3, 0, 0, 1}, 8, 1},
-        {"a literal run that leaves the block", 8, {0, 9, 1, 2, 3, 0, 1}, 7, 0},
-        {"a literal run of nibbles", 4, {0, 5, 0x12, 0x34, 0x50, 0, 0, 1}, 8, 1},
-        {"a move", 8, {0, 2, 1, 1, 0, 1}, 6, 1},
+        {"a run and the end", 8, {9, 1, 0, 1, 9, 2}, 6, 2},
+        {"no end", 8, {9, 1, 0, 0}, 4, 4},
+        {"half a code at the end", 8, {9, 1, 0}, 3, 2},
+        {"a literal run, padded", 8, {0, 3, 1, 2, 3, 0, 0, 1}, 8, 6},
+        {"a literal run that leaves the block", 8, {9, 1, 0, 9, 1, 2, 3, 0, 1}, 9, 2},
+        {"a literal run of nibbles", 4, {0, 5, 0x12, 0x34, 0x50, 0, 0, 1}, 8, 6},
+        {"a move", 8, {0, 2, 1, 1, 0, 1}, 6, 4},
         {"a move without its bytes", 8, {0, 2, 1}, 3, 0},
-        {"more told than the block holds", 8, {9, 1, 0, 1}, 5, 0},
+        {"more told than the block holds", 8, {9, 1, 0, 1}, 5, 2},
+        {"less told than there is", 8, {5, 1, 4, 1, 0, 1}, 2, 2},
+        {"nothing told", 8, {5, 1, 4, 1, 0, 1}, 0, 4},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.runs);
         Bytes dib = MakeDib(Colors(), c.bits, DibForm::RunLength);
-        DibHeader header;
-        ReadDibHeader(dib.data(), (DWORD)dib.size(), &header);
-        dib.resize((size_t)DibPixelStart(&header));
+        const size_t start = 40 + (4u << c.bits);
+        dib.resize(start);
         AddBytes(dib, c.bytes);
         PutU32(dib, 20, c.told);
-        EXPECT_EQ(Fits(dib, dib.size()), c.fits);
+        HGLOBAL copy;
+        const BYTE *info = CopyDibInfo(dib.data(), (DWORD)dib.size(), &copy);
+        Bytes expected(c.bytes.begin(), c.bytes.begin() + (ptrdiff_t)c.whole);
+        expected.insert(expected.end(), {0, 1});
+        EXPECT_EQ(Bytes(info + start, info + start + expected.size()), expected);
+        EXPECT_EQ(GetU32(Bytes(info, info + 40), 20), expected.size());
+        GlobalUnlock(copy);
+        GlobalFree(copy);
     }
-    Bytes dib = MakeDib(Colors(), 8, DibForm::RunLength);
-    PutU32(dib, 16, BI_RLE4);
-    EXPECT_EQ(Fits(dib, dib.size()), 0);
 }
 
 TEST(Dib, TellsTheSizeOfABlock)
