@@ -101,10 +101,9 @@ static void Initialise(HWND dialog, LPARAM parameter)
     if (!IsRunning(dialog))
         return;
     ShowWindow(dialog, SW_SHOW);
-    if (wantsFocus && !IsInside(FocusWindow(), dialog))
-        SetFocus(first ? first : dialog);
-    else if (!IsInside(FocusWindow(), dialog))
-        SetFocus(dialog);
+    // A procedure that gives the keyboard itself says so by its answer.
+    if (wantsFocus || !IsInside(FocusWindow(), dialog))
+        SetFocus(WindowOf(first) ? first : dialog);
 }
 
 static void Loop(HWND dialog)

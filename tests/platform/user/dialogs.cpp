@@ -9,6 +9,7 @@ namespace
 
 std::function<void(HWND, LPARAM)> onInit;
 std::function<void(HWND)> onUser;
+INT_PTR initAnswer;
 
 INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -18,7 +19,7 @@ INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
             onInit(dialog, lParam);
         else
             PostMessageA(dialog, WM_USER, 0, 0);
-        return TRUE;
+        return initAnswer;
     case WM_USER:
         if (onUser)
             onUser(dialog);
@@ -41,6 +42,7 @@ struct DialogTest : MessageTest {
     {
         onInit = nullptr;
         onUser = nullptr;
+        initAnswer = TRUE;
     }
 
     ~DialogTest() override
@@ -175,6 +177,28 @@ TEST_F(DialogTest, TabAndArrowsMoveTheKeyboardRoundItsStops)
         EXPECT_FALSE(SetDlgItemTextA(dialog, 4711, "x"));
     };
     EXPECT_EQ(Show(), 3);
+}
+
+TEST_F(DialogTest, BeginsWithTheKeyboardAtItsFirstStopUnlessTheProcedureGaveItAndSaysSo)
+{
+    const struct {
+        bool gives;
+        INT_PTR answer;
+        int expected;
+    } cases[] = {{false, FALSE, IDOK}, {true, FALSE, IDC_ABOUT_PICTURE}, {true, TRUE, IDOK}};
+    for (const auto &[gives, answer, expected] : cases) {
+        initAnswer = answer;
+        onInit = [gives](HWND dialog, LPARAM) {
+            if (gives)
+                SetFocus(GetDlgItem(dialog, IDC_ABOUT_PICTURE));
+            PostMessageA(dialog, WM_USER, 0, 0);
+        };
+        onUser = [expected](HWND dialog) {
+            EXPECT_EQ(SetFocus(dialog), GetDlgItem(dialog, expected)) << expected;
+            EndDialog(dialog, 0);
+        };
+        Show();
+    }
 }
 
 TEST_F(DialogTest, IsNotShownWithoutATemplate)
