@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QWindow>
 
 #include "platform/native/qt/menu_bars.h"
@@ -81,6 +82,12 @@ void FrameWidget::LayOut()
     overlay->setGeometry(area);
 }
 
+// Places on the screen count from the primary screen's corner, Qt's from the desktop's.
+static QPoint ScreenCorner()
+{
+    return QGuiApplication::primaryScreen()->geometry().topLeft();
+}
+
 // A window that fills the screen has the size that its manager gives: on Wayland one that takes a
 // larger one is ended.
 static bool FillsScreen(const QWidget *frame)
@@ -98,16 +105,16 @@ void FrameWidget::FollowRect()
         LayOut();
         return;
     }
-    const SIZE size = ClientSizeOf(record);
-    const QSize inside(static_cast<int>(size.cx), static_cast<int>(size.cy) + MenuHeight());
+    const SIZE wanted = ClientSizeOf(record);
+    const QSize inside(static_cast<int>(wanted.cx), static_cast<int>(wanted.cy) + MenuHeight());
     if (!IsSizable(record))
         setFixedSize(inside.expandedTo({1, 1}));
     // Always by the inside's corner, never by the frame's: Qt would change from the one to the
     // other at the first resize, and a manager that is just dragging the frame then puts it
     // elsewhere.
     const QMargins margins = Margins();
-    setGeometry(QRect(QPoint(record->rect.left + margins.left(), record->rect.top + margins.top()),
-                      IsSizable(record) ? inside : this->size()));
+    const QPoint corner(record->rect.left + margins.left(), record->rect.top + margins.top());
+    setGeometry(QRect(ScreenCorner() + corner, IsSizable(record) ? inside : size()));
     LayOut();
 }
 
@@ -117,7 +124,7 @@ void FrameWidget::ReportPlace()
     if (!record || !isVisible() || isMinimized())
         return;
     const RECT around = Around();
-    const QPoint corner = pos();
+    const QPoint corner = pos() - ScreenCorner();
     const RECT outer = {corner.x(), corner.y(), corner.x() + around.left + width() + around.right,
                         corner.y() + around.top + height() - MenuHeight() + around.bottom};
     const auto isSame = [](const RECT &a, const RECT &b) {
