@@ -115,13 +115,40 @@ void FrameWidget::FollowRect()
     const QMargins margins = Margins();
     const QPoint corner(record->rect.left + margins.left(), record->rect.top + margins.top());
     setGeometry(QRect(ScreenCorner() + corner, IsSizable(record) ? inside : size()));
+    if (!isFrameKnown) {
+        firstInside = geometry();
+        firstOuter = {static_cast<int>(record->rect.right - record->rect.left),
+                      static_cast<int>(record->rect.bottom - record->rect.top)};
+    }
     LayOut();
+}
+
+// The program wanted its size with the frame, which the manager tells only when the window shows:
+// the window is made as much smaller, and its frame put where the program wanted it. Before the
+// window is exposed the manager may not have it yet, and a changed place would be lost.
+void FrameWidget::FitFirstFrame()
+{
+    if (isFrameKnown || Margins().isNull() || !windowHandle()->isExposed())
+        return;
+    isFrameKnown = true;
+    if (!IsSizable(WindowOf(window)) || FillsScreen(this) || size() != firstInside.size())
+        return; // the manager gave a size of its own
+    const bool isPlaceKept = geometry().topLeft() == firstInside.topLeft();
+    const QPoint corner = (isPlaceKept ? firstInside.topLeft() : pos()) - ScreenCorner();
+    ReportRect(
+        window,
+        {corner.x(), corner.y(), corner.x() + firstOuter.width(), corner.y() + firstOuter.height()},
+        Around());
+    FollowRect();
 }
 
 void FrameWidget::ReportPlace()
 {
+    if (!WindowOf(window) || !isVisible() || isMinimized())
+        return;
+    FitFirstFrame();
     const Window *record = WindowOf(window);
-    if (!record || !isVisible() || isMinimized())
+    if (!record)
         return;
     const RECT around = Around();
     const QPoint corner = pos() - ScreenCorner();

@@ -44,8 +44,13 @@ class FrameWidget : public QWidget
     int MenuHeight() const;
     QMargins Margins() const; // the manager's frame; none until it is known
     void LayOut();
+    void FitFirstFrame();
 
     HWND window;
+    bool isFrameKnown = false;
+    // What was asked for before that: the inside on the desktop, and the size with the frame.
+    QRect firstInside;
+    QSize firstOuter;
     QMenuBar *menuBar;
     SurfaceWidget *client;
     OverlayWidget *overlay;

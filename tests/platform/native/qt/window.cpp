@@ -212,6 +212,7 @@ struct QtWindow : testing::Test {
 TEST_F(QtWindow, ShowsTitleMenuAndItems)
 {
     EXPECT_TRUE(Frame()->isVisible());
+    EXPECT_TRUE(WaitFor([] { return OuterSize() == QSize(620, 440); }));
     EXPECT_EQ(Frame()->frameGeometry().center(), QPoint(300 + 499, 100 + 399));
     EXPECT_EQ(Frame()->windowTitle().toStdString(), "Quillmoor [ " + commandLine + " ] ");
     EXPECT_FALSE(Frame()->windowIcon().isNull());
