@@ -37,7 +37,9 @@ static QWidget *MakeControl(HWND window, const Window *record)
         return new PushButtonWidget(window, parent);
     auto *control = new SurfaceWidget(window, parent);
     control->setCursor(Qt::ArrowCursor);
-    if (IsOfClass(record, "button"))
+    if (IsGroupBox(window))
+        control->lower();
+    else if (IsOfClass(record, "button"))
         control->setFocusPolicy(Qt::TabFocus);
     return control;
 }

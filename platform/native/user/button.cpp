@@ -5,6 +5,7 @@
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/painting.h"
+#include "platform/native/user/text_lines.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
 #include "platform/win32/user.h"
@@ -54,6 +55,43 @@ static LRESULT EraseOwnerDrawn(HWND button, WPARAM dc)
     return TRUE;
 }
 
+static void PaintGroupBox(HWND button)
+{
+    constexpr LONG captionLeft = 9, captionGap = 2;
+    Painting painting(button);
+    const Window *record = WindowOf(button);
+    if (!painting.dc || !record)
+        return;
+    const auto ground = reinterpret_cast<HBRUSH>(SendMessageA(record->parent, WM_CTLCOLORSTATIC,
+                                                              reinterpret_cast<WPARAM>(painting.dc),
+                                                              reinterpret_cast<LPARAM>(button)));
+    const ControlFont selected(button, painting.dc);
+    const Font &font = FontOf(button);
+    const std::string caption = WithoutMnemonic(record->text);
+    RECT all;
+    GetClientRect(button, &all);
+    FillRect(painting.dc, &all, ground);
+    const RECT frame = {0, LineHeight(font) / 2, all.right, all.bottom};
+    FrameRect(painting.dc, &frame, GetSysColorBrush(COLOR_BTNSHADOW));
+    if (caption.empty())
+        return;
+    const RECT gap = {captionLeft - captionGap, 0,
+                      captionLeft + TextWidth(font, caption) + captionGap, LineHeight(font)};
+    FillRect(painting.dc, &gap, ground);
+    SetBkMode(painting.dc, TRANSPARENT);
+    TextOutA(painting.dc, captionLeft, 0, caption.data(), static_cast<int>(caption.size()));
+}
+
+static void PaintButton(HWND button)
+{
+    if (IsOwnerDrawn(button))
+        PaintOwnerDrawn(button);
+    else if (IsGroupBox(button))
+        PaintGroupBox(button);
+    else
+        PaintElsewhere(button);
+}
+
 static void SetDown(HWND button, bool isDown)
 {
     ButtonState *state = StateOf<ButtonState>(button);
@@ -93,24 +131,33 @@ static void Release(HWND button, LPARAM place)
         TellClicked(button);
 }
 
-bool IsOwnerDrawn(HWND button)
+static bool IsOfKind(HWND button, DWORD kind)
 {
     const Window *record = WindowOf(button);
-    return record && (record->style & BS_TYPEMASK) == BS_OWNERDRAW;
+    return record && IsOfClass(record, "button") && (record->style & BS_TYPEMASK) == kind;
+}
+
+bool IsOwnerDrawn(HWND button)
+{
+    return IsOfKind(button, BS_OWNERDRAW);
+}
+
+bool IsGroupBox(HWND button)
+{
+    return IsOfKind(button, BS_GROUPBOX);
 }
 
 bool IsPushButton(HWND window)
 {
     const Window *record = WindowOf(window);
-    return record && IsOfClass(record, "button") && !IsOwnerDrawn(window);
+    return record && IsOfClass(record, "button") && !IsOwnerDrawn(window) && !IsGroupBox(window);
 }
 
 LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE: WindowOf(button)->state = std::make_unique<ButtonState>(); return 0;
-    case WM_PAINT:
-        return IsOwnerDrawn(button) ? PaintOwnerDrawn(button) : PaintElsewhere(button), 0;
+    case WM_PAINT: return PaintButton(button), 0;
     case WM_ERASEBKGND: return IsOwnerDrawn(button) ? EraseOwnerDrawn(button, wParam) : TRUE;
     case WM_SETFONT: return TakeFont(button, wParam), 0;
     case WM_SETFOCUS:

@@ -5,6 +5,7 @@
 
 #include "platform/native/user/button.h"
 #include "platform/native/user/dialogs.h"
+#include "platform/native/user/stand_in.h"
 #include "platform/native/user/static_text.h"
 
 using ClassList = std::vector<std::unique_ptr<WindowClass>>;
@@ -25,6 +26,8 @@ static ClassList &Classes()
     if (classes.empty()) {
         classes.push_back(MakeSystemClass("button", ButtonProcedure));
         classes.push_back(MakeSystemClass("static", StaticProcedure));
+        for (LPCSTR name : {"edit", "listbox", "scrollbar", "combobox"})
+            classes.push_back(MakeSystemClass(name, StandInProcedure));
         classes.push_back(MakeSystemClass(dialogClass, DialogWindowProcedure));
     }
     return classes;

@@ -1,5 +1,7 @@
 #include "platform/native/user/dialog_template.h"
 
+#include <iterator>
+
 #include "platform/byte_reader.h"
 #include "platform/native/kernel/code_page.h"
 #include "platform/win32/user.h"
@@ -19,13 +21,15 @@ static std::string TakeNameOrNumber(ByteReader *reader)
     return TakeWideText(reader);
 }
 
-// The controls that templates name by number.
+// The controls that templates name by number, from this one on.
+constexpr size_t firstNumber = 128;
 static std::string ClassOf(const std::string &name)
 {
-    if (name == "#128")
-        return "button";
-    if (name == "#130")
-        return "static";
+    constexpr const char *numbered[] = {"button",  "edit",      "static",
+                                        "listbox", "scrollbar", "combobox"};
+    for (size_t i = 0; i < std::size(numbered); ++i)
+        if (name == "#" + std::to_string(firstNumber + i))
+            return numbered[i];
     return name;
 }
 
