@@ -3,6 +3,7 @@
 #include "cli/list.h"
 #include "cli/save.h"
 #include "platform/console.h"
+#include "platform/files.h"
 #include "program/globals.h"
 
 #include <CLI/CLI.hpp>
@@ -43,6 +44,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
 ExitStatus RunCommandLine(const std::vector<std::string> &arguments, FILE *out, FILE *err)
 {
     globals.instance = GetModuleHandleA(nullptr);
+    FailWritesPastLimit();
     try {
         return ParseAndRun(arguments, out, err);
     } catch (const std::exception &failure) {

@@ -40,15 +40,25 @@ std::string FoldName(const std::string &name);
 
 // --- open files ---
 
-// Opens a file for binary reading by its UTF-8 name. The caller closes it. NULL on failure, and for
-// a folder: FileErrorText says why.
+// Opens a regular file for binary reading by its UTF-8 name. The caller closes it. NULL on failure,
+// and at once for a folder, a device, a pipe or a socket: FileErrorText says why.
 FILE *OpenForReading(const char *name);
+
+// The same by an 8-bit path.
+FILE *OpenPathForReading(const char *path);
+
+// From this call on a write that would pass a limit on the size of files fails like any other;
+// before it, the system may end the process.
+void FailWritesPastLimit();
 
 // An open file's length in bytes; -1 on failure. The position is not kept: it is the end.
 int64_t FileLength(FILE *file);
 
 // Moves to an offset in bytes from the start. Returns 0 on failure.
 int SeekTo(FILE *file, uint64_t offset);
+
+// What FileErrorText says of what is no regular file.
+inline constexpr char notRegularText[] = "Not a regular file";
 
 // Why the last failed call that opens, creates, makes or moves something failed, as UTF-8 text. A
 // call that succeeds leaves the reason as it was. The text belongs to this function, and its next

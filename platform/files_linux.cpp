@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <climits>
 #include <clocale>
+#include <csignal>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
@@ -15,6 +16,7 @@ struct OutputFolder {
 };
 
 static int lastError;
+constexpr int notRegular = -1; // none of the system's numbers
 
 const char pathSeparator = '/';
 
@@ -91,14 +93,23 @@ static FILE *OpenDescriptor(int descriptor, const char *mode)
 
 FILE *OpenForReading(const char *name)
 {
-    FILE *file = OpenDescriptor(open(name, O_RDONLY | O_CLOEXEC), "rb");
+    // Asked before opening, which does things to a pipe or a device, and may wait.
     struct stat status;
-    if (file && fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
-        fclose(file);
-        lastError = EISDIR;
+    if (stat(name, &status) == 0 && !S_ISREG(status.st_mode)) {
+        lastError = S_ISDIR(status.st_mode) ? EISDIR : notRegular;
         return nullptr;
     }
-    return file;
+    return OpenDescriptor(open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY), "rb");
+}
+
+FILE *OpenPathForReading(const char *path)
+{
+    return OpenForReading(path);
+}
+
+void FailWritesPastLimit()
+{
+    signal(SIGXFSZ, SIG_IGN);
 }
 
 int64_t FileLength(FILE *file)
@@ -115,7 +126,7 @@ int SeekTo(FILE *file, uint64_t offset)
 
 const char *FileErrorText()
 {
-    return strerror(lastError);
+    return lastError == notRegular ? notRegularText : strerror(lastError);
 }
 
 static OutputFolder *OpenFolderAt(int parent, const char *name, int flags)

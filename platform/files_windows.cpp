@@ -13,6 +13,7 @@ struct OutputFolder {
 };
 
 static DWORD lastError;
+constexpr DWORD notRegular = 1u << 29; // none of the system's numbers
 
 const char pathSeparator = '\\';
 
@@ -95,12 +96,32 @@ static FILE *OpenHandle(HANDLE handle, int flags, const char *mode)
     return file;
 }
 
+static FILE *OpenRegular(HANDLE handle)
+{
+    if (handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_DISK) {
+        CloseHandle(handle);
+        lastError = notRegular;
+        return nullptr;
+    }
+    return OpenHandle(handle, _O_RDONLY, "rb");
+}
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 FILE *OpenForReading(const char *name)
 {
-    HANDLE handle = CreateFileW(WholePath(name).c_str(), GENERIC_READ,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return OpenHandle(handle, _O_RDONLY, "rb");
+    return OpenRegular(CreateFileW(WholePath(name).c_str(), GENERIC_READ, shareAll, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+FILE *OpenPathForReading(const char *path)
+{
+    return OpenRegular(CreateFileA(path, GENERIC_READ, shareAll, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+void FailWritesPastLimit()
+{
 }
 
 int64_t FileLength(FILE *file)
@@ -118,6 +139,8 @@ int SeekTo(FILE *file, uint64_t offset)
 const char *FileErrorText()
 {
     static char text[600];
+    if (lastError == notRegular)
+        return notRegularText;
     WCHAR wide[300];
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                                   nullptr, lastError, 0, wide, sizeof wide / sizeof *wide, nullptr);

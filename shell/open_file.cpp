@@ -3,6 +3,7 @@
 #include "dialogs/message.h"
 #include "exe/catalog.h"
 #include "exe/probe.h"
+#include "platform/files.h"
 #include "program/globals.h"
 #include "program/texts.h"
 
@@ -10,7 +11,7 @@
 
 int ProbeAndRead(HWND tree, const char *path)
 {
-    FILE *file = fopen(path, "rb");
+    FILE *file = OpenPathForReading(path);
     if (file == nullptr)
         return 0;
     const ProbeOutcome outcome = ProbeFile(tree, file);

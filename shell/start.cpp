@@ -51,6 +51,7 @@ static void MakeChildren()
 int StartUp(HINSTANCE instance, char *commandLine, int showCommand)
 {
     globals.instance = instance;
+    FailWritesPastLimit();
     MakeDrawingObjects();
     RegisterMainClass();
     globals.mainWindow = CreateWindowExA(0, CLASS_NAME, "Vellumax Quillmoor", WS_OVERLAPPEDWINDOW,

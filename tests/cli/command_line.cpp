@@ -1,5 +1,6 @@
 #include "cli/command_line.h"
 #include "cli/file_names.h"
+#include "platform/files.h"
 #include "samples/builder/builder.h"
 #include "tests/support/temp_folder.h"
 
@@ -87,12 +88,14 @@ TEST(ListCommand, TellsWhyAFileIsRefusedAndGoesOn)
     const std::string good = folder.Write("good.dll", BuildFour().bytes);
     const std::string bad = folder.Write("bad.dll", damaged.bytes);
     const std::string text = folder.Write("text.txt", Text("text"));
-    const ToolRun run = RunTool(folder, {"list", text, bad, good, folder.Path("missing")});
+    const std::string device = pathSeparator == '/' ? "/dev/null" : "NUL";
+    const ToolRun run = RunTool(folder, {"list", text, device, bad, good, folder.Path("missing")});
     EXPECT_EQ(run.status, ExitFailed);
     EXPECT_EQ(run.out, good + "\n" + fourListed);
     std::string told;
     for (const auto &[file, reason] :
          {std::pair(text, "It is not an executable: it does not begin with the letters MZ.\n"s),
+          {device, "It cannot be opened: Not a regular file.\n"},
           {bad, "The file you have attempted to open appears to be corrupt or there was an error "
                 "allocating memory.\n"},
           {bad, "The resource data at offset " + std::to_string(damaged.resources[1].data) +

@@ -9,7 +9,6 @@
 #include <iterator>
 
 #ifndef _WIN32
-#include <csignal>
 #include <sys/resource.h>
 #endif
 
@@ -88,7 +87,6 @@ int LimitFileSize(long bytes)
     rlimit limit;
     getrlimit(RLIMIT_FSIZE, &limit);
     limit.rlim_cur = bytes < 0 ? limit.rlim_max : (rlim_t)bytes;
-    signal(SIGXFSZ, bytes < 0 ? SIG_DFL : SIG_IGN); // the write fails instead
     return setrlimit(RLIMIT_FSIZE, &limit) == 0;
 #endif
 }

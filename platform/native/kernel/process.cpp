@@ -37,7 +37,7 @@ static void BecomeProgram(char *const *arguments)
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    for (int number : {SIGPIPE, SIGINT, SIGTERM, SIGCHLD})
+    for (int number : {SIGPIPE, SIGXFSZ, SIGINT, SIGTERM, SIGCHLD})
         signal(number, SIG_DFL);
     execv(arguments[0], arguments);
 }
