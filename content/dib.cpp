@@ -30,8 +30,7 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
         header->height = ReadU16(&bytes, 6);
         header->bitCount = ReadU16(&bytes, 10);
         header->colorSize = 3;
-        if (!bytes.failed)
-            header->colorCount = FullColorCount(header->bitCount);
+        header->colorCount = FullColorCount(header->bitCount);
         return !bytes.failed;
     }
     header->width = (LONG)ReadU32(&bytes, 4);
@@ -42,7 +41,7 @@ int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
     header->colorCount = ReadU32(&bytes, 32);
     header->colorSize = 4;
     BytesAt(&bytes, 0, sizeof(BITMAPINFOHEADER));
-    if (!bytes.failed && header->colorCount == 0)
+    if (header->colorCount == 0)
         header->colorCount = FullColorCount(header->bitCount);
     return !bytes.failed;
 }

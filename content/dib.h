@@ -21,8 +21,9 @@ struct DibHeader {
     DWORD colorSize;   // bytes an entry: 4, or 3 for the old layout
 };
 
-// Reads the header at the start of a block of size bytes. Returns 0, with every field that the
-// block is too short for 0, when it does not hold the whole header.
+// Reads the header at the start of a block of size bytes. Returns 0 when the block does not hold
+// the whole header: fields that it is too short for are then taken as 0, and colorCount, where none
+// is told, follows from bitCount all the same.
 int ReadDibHeader(const void *data, DWORD size, DibHeader *header);
 
 // Bytes from the header's start to the pixels; with the colour table length taken from a hostile

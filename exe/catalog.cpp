@@ -9,7 +9,7 @@ ResourceCatalog openCatalog;
 
 unsigned long long KeptBytesLimit(unsigned long long fileLength)
 {
-    return std::max(512ull << 20, 4 * fileLength);
+    return std::max(64ull << 20, 2 * fileLength);
 }
 
 int AppendEntry(ResourceCatalog *catalog, const ResourceEntry *entry)

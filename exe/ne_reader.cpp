@@ -99,7 +99,9 @@ static int TakeResource(NeTable *table, WORD type, HTREEITEM categoryItem)
     entry.category = type & ~INTEGER_ID;
     entry.fileOffset = (DWORD)ReadU16(&reader, 0) << table->shift;
     entry.size = (DWORD)ReadU16(&reader, 2) << table->shift;
-    if (entry.fileOffset > table->fileLength || entry.size > table->fileLength - entry.fileOffset) {
+    // Of what has no length nothing is read, wherever it points.
+    if (entry.size > 0 && (entry.fileOffset > table->fileLength ||
+                           entry.size > table->fileLength - entry.fileOffset)) {
         NoteFailure(FailureData, entry.fileOffset);
         return 0;
     }

@@ -16,7 +16,7 @@
 #define DIRECTORY_SIZE 16
 #define DIRECTORY_ENTRY_SIZE 8
 #define DATA_ENTRY_SIZE 16
-#define MAX_LEVELS 8
+#define DEEPEST_LEVEL 8 // the root is level 0
 #define HIGH_BIT 0x80000000u
 #define NO_TYPE (-1)
 
@@ -82,7 +82,8 @@ static void CatalogueResource(PeWalk *walk, DWORD nameField, size_t dataEntry)
         Fail(walk, FailureDataEntry, dataEntry);
         return;
     }
-    const BYTE *bytes = BytesAt(&reader, entry.fileOffset, entry.size);
+    // Of what has no length nothing is read, wherever it points.
+    const BYTE *bytes = BytesAt(&reader, entry.size == 0 ? 0 : entry.fileOffset, entry.size);
     if (bytes == nullptr) {
         Fail(walk, FailureData, entry.fileOffset);
         return;
@@ -139,7 +140,7 @@ static void WalkResourceDirectory(PeWalk *walk, size_t directory, int level, DWO
         Fail(walk, FailureDirectory, directory);
         return;
     }
-    if (level >= MAX_LEVELS) {
+    if (level > DEEPEST_LEVEL) {
         Fail(walk, FailureDepth, directory);
         return;
     }
@@ -185,7 +186,7 @@ static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
     walk.result = 1;
     walk.currentType = NO_TYPE;
     walk.tree = tree;
-    walk.directoriesLeft = std::max<size_t>(1000, size / 16);
+    walk.directoriesLeft = std::max<size_t>(10000, size / 8);
     walk.entriesLeft = std::max<size_t>(1000000, size / 4);
     walk.keptBytesLeft = KeptBytesLimit(size);
 

@@ -65,8 +65,10 @@ static const struct {
     {FailureData, "The resource data at offset ", " do not lie in the file"},
     {FailureTable, "At offset ", " the resource table is cut short"},
     {FailureDepth, "The resource directory at offset ", " lies too deep inside others"},
-    {FailureDirectoryCount, "There are more resource directories than the file can hold", nullptr},
-    {FailureKeptBytes, "The resources together are far larger than the file", nullptr},
+    {FailureDirectoryCount,
+     "The resource directories are named over and over, more often than is followed", nullptr},
+    {FailureKeptBytes, "The resources together are longer than what is kept of a file of this size",
+     nullptr},
 };
 
 void ClearFailure()

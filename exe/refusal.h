@@ -21,8 +21,8 @@ enum FailureKind {
     FailureData,           // a resource's data does
     FailureTable,          // the NE resource table is cut short
     FailureDepth,          // directories lie too deep in each other
-    FailureDirectoryCount, // too many directories, or entries in them
-    FailureKeptBytes,      // the resources together are far larger than the file
+    FailureDirectoryCount, // more directories, or entries in them, than are followed
+    FailureKeptBytes,      // the resources together are longer than what is kept
 };
 
 // Forgets what was noted. Called before each reading.

@@ -63,9 +63,9 @@ TEST(Dib, ReadsBothHeadersAndWhatIsThereOfACutOne)
     } cases[] = {
         {dib, (DWORD)dib.size(), 1, 9, 2, 8, 40 + 2 * 4},
         {dib, 39, 0, 9, 2, 8, 40 + 2 * 4},
-        {dib, 13, 0, 9, 2, 0, 40},
+        {dib, 13, 0, 9, 2, 0, 40 + 4},
         {core, 12, 1, 9, 2, 4, 12 + 16 * 3},
-        {dib, 0, 0, 0, 0, 0, 0},
+        {dib, 0, 0, 0, 0, 0, 4},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.size);

@@ -23,13 +23,15 @@ TEST(NeReader, CataloguesTheKeptKindsInTableOrder)
     EXPECT_EQ(std::string(reading.data[0].begin(), reading.data[0].begin() + 34),
               "picture of more than sixteen bytes");
 
-    // Places and sizes past 16 bits; a size is 16 bits of units.
-    const Reading distant =
-        ReadBytes(BuildNe({.resources = {{2, 1, Bytes(0x23456, 'a')}, {10, 2, Text("behind it")}},
-                           .keepOrder = true,
-                           .alignmentShift = 9})
-                      .bytes);
-    EXPECT_EQ(distant.entries, (Lines{"BITMAP 1 144896", "BINARY DATA 2 512"}));
+    // Places and sizes past 16 bits; a size is 16 bits of units, and with none the place is
+    // nothing.
+    BuiltExecutable spread = BuildNe(
+        {.resources = {{2, 1, Bytes(0x23456, 'a')}, {10, 2, Text("behind it")}, {10, 3, {}}},
+         .keepOrder = true,
+         .alignmentShift = 9});
+    PutU16(spread.bytes, spread.resources[2].entry, 0xFFFF);
+    const Reading distant = ReadBytes(spread.bytes);
+    EXPECT_EQ(distant.entries, (Lines{"BITMAP 1 144896", "BINARY DATA 2 512", "BINARY DATA 3 0"}));
     EXPECT_EQ(distant.data[0][0x23455], 'a');
     EXPECT_EQ(distant.data[1][8], 't');
 }

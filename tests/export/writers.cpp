@@ -36,9 +36,12 @@ TEST(Writers, PutAFileHeaderBeforeABitmap)
 {
     const Picture picture = MakePicture(4, 4, 0xFF336699);
     const std::vector<uint32_t> sixteen(16);
+    Bytes cut = MakeDib(picture, 8);
+    cut.resize(36);
     for (const auto &[dib, offset] : {std::pair(MakeDib(picture, 1), 62u),
                                       {MakeDib(picture, 4), 118},
                                       {MakeDib(picture, 8), 1078},
+                                      {cut, 1078},
                                       {MakeDib(picture, 8, DibForm::Plain, sixteen, true), 118},
                                       {MakeDib(picture, 24), 54},
                                       {MakeDib(picture, 32), 54},
