@@ -2,7 +2,7 @@
 # Sets nothing else and asks nothing; works as root, and with sudo as a user.
 
 # What the native build is configured with, its tests included.
-native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev libsdl2-dev libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev"
+native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev zlib1g-dev libsdl2-dev libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev"
 # What the window needs when it runs: the faces it draws with, one for its menus (with the others
 # alone "sans" is a typewriter's), Wayland, and the desktop's applications for the manual.
 window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
@@ -11,7 +11,7 @@ screenshot_packages="xvfb xdotool imagemagick"
 test_packages="icoutils"
 bench_packages="libbenchmark-dev icoutils p7zip-full"
 # Building for Windows, running it here, and what the zips take besides.
-cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64"
+cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 libz-mingw-w64-dev"
 wine_packages="wine64 libwine xvfb"
 zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
 

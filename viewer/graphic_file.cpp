@@ -6,13 +6,8 @@
 
 #include <cstring>
 
-struct GraphicFormat {
-    HGLOBAL (*read)(const char *name);
-    const char *extension;
-};
-
-static const GraphicFormat formats[] = {
-    {PNGReadGraphicFile, "png"},
+const GraphicFormat graphicFormats[] = {
+    {PNGGetFileInformation, PNGReadGraphicFile, PNGWriteGraphicFile, "png"},
 };
 
 int FindGraphicFormat(const char *name)
@@ -21,10 +16,10 @@ int FindGraphicFormat(const char *name)
     if (*extension == 0)
         return -1;
     extension++;
-    const int count = sizeof formats / sizeof *formats;
+    const int count = sizeof graphicFormats / sizeof *graphicFormats;
     for (int i = 0; i < count; i++)
-        if (strlen(extension) == strlen(formats[i].extension) &&
-            EqualLetters(extension, formats[i].extension, strlen(extension)))
+        if (strlen(extension) == strlen(graphicFormats[i].extension) &&
+            EqualLetters(extension, graphicFormats[i].extension, strlen(extension)))
             return i;
     return -1;
 }
@@ -32,5 +27,5 @@ int FindGraphicFormat(const char *name)
 HGLOBAL ReadGraphicFile(const char *name)
 {
     const int format = FindGraphicFormat(name);
-    return format < 0 ? nullptr : formats[format].read(name);
+    return format < 0 ? nullptr : graphicFormats[format].read(name);
 }

@@ -3,6 +3,17 @@
 
 #include "platform/win32.h"
 
+// A codec library's operations, which platform/codec/codec.h describes, and the files they are for.
+// The program itself only reads.
+struct GraphicFormat {
+    HGLOBAL (*getInformation)(const char *name);
+    HGLOBAL (*read)(const char *name);
+    int (*write)(const char *name, HGLOBAL dib);
+    const char *extension; // without the dot
+};
+
+extern const GraphicFormat graphicFormats[1];
+
 // The index of the graphic format whose extension (the part after the last dot, letters compared
 // without case) the name has, or -1.
 int FindGraphicFormat(const char *name);

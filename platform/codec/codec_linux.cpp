@@ -1,10 +1,8 @@
-#include "platform/codec/codec.h"
+#include "platform/codec/decode.h"
 
 #include <csetjmp>
-#include <cstdio>
+#include <cstring>
 #include <png.h>
-
-#include "platform/codec/codec_dib.h"
 
 namespace
 {
@@ -12,7 +10,8 @@ namespace
 // What decoding one file holds. libpng leaves by longjmp at the first fault, so all of it lies in
 // a record outside the function that is left.
 struct Decoding {
-    FILE *file;
+    const uint8_t *bytes; // of the file, from where it is read next
+    size_t left;
     png_structp reader;
     png_infop info;
     HGLOBAL block;
@@ -30,6 +29,16 @@ static void OnWarning(png_structp, png_const_charp)
 {
 }
 
+static void ReadBytes(png_structp reader, png_bytep out, size_t size)
+{
+    Decoding *decoding = static_cast<Decoding *>(png_get_io_ptr(reader));
+    if (size > decoding->left)
+        png_error(reader, "cut short");
+    memcpy(out, decoding->bytes, size);
+    decoding->bytes += size;
+    decoding->left -= size;
+}
+
 // Asks for 8-bit blue, green, red and alpha, whatever the file has.
 static void AskForPixels(const Decoding *decoding)
 {
@@ -43,7 +52,9 @@ static void AskForPixels(const Decoding *decoding)
 // Decodes into decoding->block; returns 0 when there is no memory or the picture is refused.
 static int DecodePicture(Decoding *decoding)
 {
-    png_init_io(decoding->reader, decoding->file);
+    png_set_read_fn(decoding->reader, decoding, ReadBytes);
+    // A chunk of little weight is taken with a wrong checksum too, as Windows takes it.
+    png_set_crc_action(decoding->reader, PNG_CRC_DEFAULT, PNG_CRC_QUIET_USE);
     png_read_info(decoding->reader, decoding->info);
     DWORD height = png_get_image_height(decoding->reader, decoding->info);
     DWORD width = png_get_image_width(decoding->reader, decoding->info);
@@ -58,8 +69,6 @@ static int DecodePicture(Decoding *decoding)
     for (int pass = 0; pass < passes; ++pass)
         for (size_t y = 0; y < height; ++y)
             png_read_row(decoding->reader, rows + (height - 1 - y) * stride, nullptr);
-    // the rest of the file holds nothing that is used, but it has to be there
-    png_read_end(decoding->reader, nullptr);
     GlobalUnlock(decoding->block);
     return 1;
 }
@@ -71,18 +80,16 @@ static int DecodeOrFail(Decoding *decoding)
     return DecodePicture(decoding);
 }
 
-HGLOBAL PNGReadGraphicFile(const char *path)
+HGLOBAL DecodePng(const PngBytes &file)
 {
     Decoding decoding = {};
-    decoding.file = fopen(path, "rb");
-    if (!decoding.file)
-        return nullptr;
+    decoding.bytes = file.data();
+    decoding.left = file.size();
     decoding.reader = png_create_read_struct(PNG_LIBPNG_VER_STRING, &decoding, OnFault, OnWarning);
     if (decoding.reader)
         decoding.info = png_create_info_struct(decoding.reader);
     int decoded = decoding.info && DecodeOrFail(&decoding);
     png_destroy_read_struct(&decoding.reader, &decoding.info, nullptr);
-    fclose(decoding.file);
     if (decoded)
         return decoding.block;
     GlobalFree(decoding.block);

@@ -1,6 +1,4 @@
-#include "platform/codec/codec.h"
-
-#include "platform/codec/codec_dib.h"
+#include "platform/codec/decode.h"
 
 #include <algorithm>
 #include <wincodec.h>
@@ -39,22 +37,19 @@ static void EndDecoding(Decoding *decoding)
         CoUninitialize();
 }
 
-// Opens the file and reads its picture's size, no pixel yet. EndDecoding is due whatever the
-// result.
-static int BeginDecoding(const char *path, Decoding *decoding)
+// Opens the file, which must stay, and reads its picture's size, no pixel yet. EndDecoding is due
+// whatever the result.
+static int BeginDecoding(const PngBytes &file, Decoding *decoding)
 {
     *decoding = {};
     // fails when the caller uses another threading model, which serves as well
     decoding->com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    WCHAR wide[MAX_PATH * 4];
-    if (!MultiByteToWideChar(CP_ACP, 0, path, -1, wide,
-                             static_cast<int>(sizeof wide / sizeof *wide)))
-        return 0;
     return SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                       IID_IWICImagingFactory,
                                       reinterpret_cast<void **>(&decoding->factory))) &&
            SUCCEEDED(decoding->factory->CreateStream(&decoding->stream)) &&
-           SUCCEEDED(decoding->stream->InitializeFromFilename(wide, GENERIC_READ)) &&
+           SUCCEEDED(decoding->stream->InitializeFromMemory(const_cast<BYTE *>(file.data()),
+                                                            static_cast<DWORD>(file.size()))) &&
            SUCCEEDED(decoding->factory->CreateDecoder(GUID_ContainerFormatPng, nullptr,
                                                       &decoding->decoder)) &&
            SUCCEEDED(
@@ -83,11 +78,11 @@ static int DecodeRows(Decoding *decoding, BYTE *rows)
     return 1;
 }
 
-HGLOBAL PNGReadGraphicFile(const char *path)
+HGLOBAL DecodePng(const PngBytes &file)
 {
     Decoding decoding;
     HGLOBAL block = nullptr;
-    if (BeginDecoding(path, &decoding))
+    if (BeginDecoding(file, &decoding))
         block = MakeCodecDib(decoding.width, decoding.height);
     int decoded = 0;
     if (block) {

@@ -300,7 +300,7 @@ REPLACE(BOOL, BitBlt, HDC dc, int x, int y, int width, int height, HDC source, i
 
 static void NotePaneText(HDC dc, const std::string &where, LPCSTR text, int count)
 {
-    if (dc != story.paneContext)
+    if (dc == nullptr || dc != story.paneContext)
         return;
     const std::string shown = count < 0 ? text : std::string(text, (size_t)count);
     story.paneTexts.push_back(where + " in " + TextStyleOf(dc) + ": " + Plain(shown.c_str()));

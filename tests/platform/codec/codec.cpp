@@ -49,12 +49,24 @@ static Bytes MakeTestPng(const PngCase &png, bool interlaced)
     return MakePngOf(SIDE, SIDE, png.depth, png.colorType, interlaced, scans, chunks);
 }
 
-static HGLOBAL Decode(const Bytes &file)
+// A block's bytes; empty for none.
+static Bytes Take(HGLOBAL block)
+{
+    if (block == nullptr)
+        return {};
+    const BYTE *bytes = (const BYTE *)GlobalLock(block);
+    const Bytes taken(bytes, bytes + GlobalSize(block));
+    GlobalUnlock(block);
+    GlobalFree(block);
+    return taken;
+}
+
+static Bytes Decode(const Bytes &file)
 {
     EXPECT_TRUE(WriteBytes(testFile, file));
-    HGLOBAL block = PNGReadGraphicFile(testFile);
+    const Bytes dib = Take(PNGReadGraphicFile(testFile));
     remove(testFile);
-    return block;
+    return dib;
 }
 
 TEST(Codec, DecodesEveryKindOfPngToBottomUpPixelsWithAlpha)
@@ -98,45 +110,92 @@ TEST(Codec, DecodesEveryKindOfPngToBottomUpPixelsWithAlpha)
             SCOPED_TRACE(testing::Message()
                          << "depth " << png.depth << " type " << png.colorType << " clear "
                          << png.clear.size() << " interlaced " << interlaced);
-            HGLOBAL block = Decode(MakeTestPng(png, interlaced));
-            ASSERT_NE(block, nullptr);
-            ASSERT_EQ(GlobalSize(block), sizeof(BITMAPINFOHEADER) + SIDE * SIDE * 4);
-            const BYTE *bytes = (const BYTE *)GlobalLock(block);
-            BITMAPINFOHEADER header;
-            memcpy(&header, bytes, sizeof header);
-            EXPECT_EQ(header.biSize, 40u);
-            EXPECT_EQ(header.biWidth, SIDE);
-            EXPECT_EQ(header.biHeight, SIDE);
-            EXPECT_EQ(header.biBitCount, 32);
-            EXPECT_EQ(header.biCompression, (DWORD)BI_RGB);
-            for (int i = 0; i < SIDE * SIDE; i++) {
-                uint32_t pixel;
-                memcpy(&pixel, bytes + sizeof header + i * 4, 4);
-                EXPECT_EQ(pixel, png.pixels[(size_t)(i ^ SIDE)]) << "pixel " << i;
-            }
-            GlobalUnlock(block);
-            GlobalFree(block);
+            const Bytes file = MakeTestPng(png, interlaced);
+            Picture picture = MakePicture(SIDE, SIDE, 0);
+            picture.pixels = png.pixels;
+            EXPECT_EQ(Decode(file), MakeDib(picture, 32));
+            // Also when the checksum of the pixels is wrong.
+            Bytes damaged = file;
+            damaged[damaged.size() - 12 - 8] ^= 1;
+            EXPECT_EQ(Decode(damaged), MakeDib(picture, 32));
         }
 }
 
-TEST(Codec, GivesNothingForAFileThatIsNoWholePng)
+TEST(Codec, TakesAFileWhoseRowsAreWhole)
+{
+    const Bytes whole = MakePng(MakePicture(3, 3, 0xff112233)), pixels = Decode(whole);
+    const size_t afterRows = whole.size() - 12 - 8; // the last chunk; checks of the one before
+    for (size_t length = 0; length < whole.size(); length++)
+        EXPECT_EQ(Decode(Bytes(whole.begin(), whole.begin() + (ptrdiff_t)length)),
+                  length < afterRows ? Bytes() : pixels)
+            << length << " bytes";
+    for (size_t at = afterRows; at < whole.size(); at++) {
+        Bytes damaged = whole;
+        damaged[at] ^= 0x55;
+        EXPECT_EQ(Decode(damaged), pixels) << "byte " << at;
+    }
+}
+
+TEST(Codec, GivesNothingForAFileThatIsNoPng)
 {
     EXPECT_EQ(PNGReadGraphicFile(BUILD_FOLDER "/no such folder/picture.png"), nullptr);
-    EXPECT_EQ(Decode({}), nullptr);
-    EXPECT_EQ(Decode(MakeBmpFile(MakeDib(MakePicture(2, 2, 0xff000000), 24))), nullptr);
-
-    Bytes whole = MakePng(MakePicture(3, 3, 0xff112233));
-    const size_t afterPixels = whole.size() - 12 - 8; // the last chunk; checks of the one before
-    for (size_t length = 0; length < afterPixels; length++)
-        EXPECT_EQ(Decode(Bytes(whole.begin(), whole.begin() + (ptrdiff_t)length)), nullptr)
-            << length << " bytes";
+    EXPECT_EQ(Decode({}), Bytes());
+    EXPECT_EQ(Decode(MakeBmpFile(MakeDib(MakePicture(2, 2, 0xff000000), 24))), Bytes());
 
     Bytes rows(SIDE * (SIDE * 4 + 1));
-    EXPECT_EQ(Decode(MakePngOf(0, SIDE, 8, RgbAlpha, 0, rows)), nullptr);
-    EXPECT_EQ(Decode(MakePngOf(SIDE, SIDE, 3, RgbAlpha, 0, rows)), nullptr);
-    EXPECT_EQ(Decode(MakePngOf(SIDE, SIDE, 8, Palette, 0, rows)), nullptr);
+    EXPECT_EQ(Decode(MakePngOf(0, SIDE, 8, RgbAlpha, 0, rows)), Bytes());
+    EXPECT_EQ(Decode(MakePngOf(SIDE, SIDE, 3, RgbAlpha, 0, rows)), Bytes());
+    EXPECT_EQ(Decode(MakePngOf(SIDE, SIDE, 8, Palette, 0, rows)), Bytes());
     // 64,008,000 pixels, and so many that their count passes 32 bits
-    EXPECT_EQ(Decode(MakePngOf(8001, 8000, 1, Gray, 0, Bytes(8000 * 1002))), nullptr);
-    EXPECT_EQ(Decode(MakePngOf(0x7fffffff, 0x7fffffff, 8, RgbAlpha, 0, rows)), nullptr);
-    EXPECT_EQ(Decode(MakePngOf(0x10000, 0x10001, 8, RgbAlpha, 0, rows)), nullptr);
+    EXPECT_EQ(Decode(MakePngOf(8001, 8000, 1, Gray, 0, Bytes(8000 * 1002))), Bytes());
+    EXPECT_EQ(Decode(MakePngOf(0x7fffffff, 0x7fffffff, 8, RgbAlpha, 0, rows)), Bytes());
+    EXPECT_EQ(Decode(MakePngOf(0x10000, 0x10001, 8, RgbAlpha, 0, rows)), Bytes());
+}
+
+static HGLOBAL BlockOf(const Bytes &bytes)
+{
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+    memcpy(GlobalLock(block), bytes.data(), bytes.size());
+    GlobalUnlock(block);
+    return block;
+}
+
+static int Write(const Bytes &dib, const char *path = testFile)
+{
+    HGLOBAL block = BlockOf(dib);
+    const int answer = PNGWriteGraphicFile(path, block);
+    GlobalFree(block);
+    return answer;
+}
+
+TEST(Codec, WritesWhatItReadsAndTellsOfIt)
+{
+    Picture picture = MakePicture(3, 2, 0xff102030);
+    picture.At(1, 0) = 0xffff0000;
+    for (int bits : {24, 32}) {
+        picture.At(2, 1) = bits == 32 ? 0x00445566u : 0xff445566u;
+        ASSERT_EQ(Write(MakeDib(picture, bits)), 1);
+        EXPECT_EQ(Take(PNGReadGraphicFile(testFile)), MakeDib(picture, 32));
+        const Bytes told = Take(PNGGetFileInformation(testFile));
+        ASSERT_EQ(told.size(), 40u);
+        EXPECT_EQ(GetU32(told, 4), 3u);
+        EXPECT_EQ(GetU32(told, 8), 2u);
+        EXPECT_EQ(GetU16(told, 14), (unsigned)bits);
+    }
+    EXPECT_TRUE(WriteBytes(testFile, MakePngOf(7, 9, 16, GrayAlpha, 1, {})));
+    EXPECT_EQ(GetU16(Take(PNGGetFileInformation(testFile)), 14), 32u);
+    EXPECT_TRUE(WriteBytes(testFile, MakePngOf(7, 9, 16, Palette, 1, {})));
+    EXPECT_EQ(PNGGetFileInformation(testFile), nullptr);
+    remove(testFile);
+    EXPECT_EQ(PNGGetFileInformation(testFile), nullptr);
+
+    Bytes cut = MakeDib(picture, 32);
+    cut.pop_back();
+    EXPECT_EQ(Write(cut), 0);
+    for (DibForm form : {DibForm::TopDown, DibForm::BitFields, DibForm::Core})
+        EXPECT_EQ(Write(MakeDib(picture, form == DibForm::Core ? 24 : 32, form)), 0);
+    EXPECT_EQ(Write(MakeDib(picture, 8)), 0);
+    EXPECT_EQ(Take(PNGReadGraphicFile(testFile)), Bytes()); // nothing was written
+    EXPECT_EQ(Write(MakeDib(picture, 32), BUILD_FOLDER "/no such folder/picture.png"), 0);
+    EXPECT_EQ(PNGWriteGraphicFile(testFile, nullptr), 0);
 }

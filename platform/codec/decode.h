@@ -1,7 +1,11 @@
-// The block that a picture is decoded into.
+// Decoding the bytes of a PNG file, which each system's own library does.
 #pragma once
 
+#include "platform/codec/png_file.h"
 #include "platform/win32.h"
+
+// Decodes a file into a block as PNGReadGraphicFile makes it; NULL at the first fault.
+HGLOBAL DecodePng(const PngBytes &file);
 
 // Makes a movable block for a bottom-up DIB of 32 bits a pixel with its header filled in and its
 // rows zero. The caller frees it. NULL when there is no memory, or the picture is empty or too
