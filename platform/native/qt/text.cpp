@@ -32,6 +32,20 @@ QString FromCaption(const std::string &text)
     return decoder.hasError() ? FromCodePage(text) : decoded;
 }
 
+QString AsDrawn(QString text)
+{
+    constexpr char16_t softHyphen = 0xAD;
+    constexpr char16_t lastOfText =
+        0x9C;                          // what follows is a shorter wording, which is not measured
+    constexpr char16_t unknown = 0x81; // no face has it, and Qt does nothing with it
+    for (QChar &letter : text)
+        if (letter == softHyphen)
+            letter = QLatin1Char('-');
+        else if (letter == lastOfText || (letter >= u'\t' && letter <= u'\r'))
+            letter = unknown;
+    return text;
+}
+
 static QString FaceOf(const Font &font)
 {
     if (strcasecmp(font.face.c_str(), "Courier New") == 0)
@@ -85,7 +99,7 @@ void MeasureFont(const Font &font, FontSize *size)
 
 int MeasureText(const Font &font, LPCSTR text, int bytes)
 {
-    return QFontMetrics(QtFont(font)).horizontalAdvance(FromCodePage(text, bytes));
+    return QFontMetrics(QtFont(font)).horizontalAdvance(AsDrawn(FromCodePage(text, bytes)));
 }
 
 void DrawTextLine(const PixelSurface *surface, const RECT *clip, const Font &font, int x, int y,
@@ -96,7 +110,10 @@ void DrawTextLine(const PixelSurface *surface, const RECT *clip, const Font &fon
     const QFont chosen = QtFont(font);
     painter.setClipRect(
         QRect(clip->left, clip->top, clip->right - clip->left, clip->bottom - clip->top));
+    // Lines run from the left, whatever letter is their first.
+    painter.setLayoutDirection(Qt::LeftToRight);
     painter.setFont(chosen);
     painter.setPen(QColor::fromRgb(pixel));
-    painter.drawText(QPoint(x, y + QFontMetrics(chosen).ascent()), FromCodePage(text, bytes));
+    painter.drawText(QPoint(x, y + QFontMetrics(chosen).ascent()),
+                     AsDrawn(FromCodePage(text, bytes)));
 }

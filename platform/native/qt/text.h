@@ -14,6 +14,11 @@ QString FromCodePage(const std::string &text);
 // From UTF-8 when it is valid UTF-8, else from the code page: captions and file names.
 QString FromCaption(const std::string &text);
 
+// The text with others in place of the characters that Qt leaves out, moves at or ends at, where
+// Windows draws a character as the face has it: a hyphen for a soft one, else the sign of what the
+// face lacks.
+QString AsDrawn(QString text);
+
 // The face, height and weight that stand for a font of the interface. Sizes are logical pixels.
 QFont QtFont(const Font &font);
 

@@ -109,7 +109,7 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     if (!GetTreeItemLook(window, ItemAt(index), &look))
         return {};
     switch (role) {
-    case Qt::DisplayRole: return FromCodePage(*look.label);
+    case Qt::DisplayRole: return AsDrawn(FromCodePage(*look.label));
     case Qt::AccessibleDescriptionRole: return PlaceOf(index);
     case Qt::DecorationRole: return IconOf(look.image, look.selectedImage);
     default: return {};

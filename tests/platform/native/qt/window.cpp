@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QFileDialog>
+#include <QFontMetrics>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -19,6 +20,7 @@
 
 #include "platform/files.h"
 #include "platform/native/gdi/objects.h"
+#include "platform/native/kernel/code_page.h"
 #include "platform/native/qt/display.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/text.h"
@@ -574,6 +576,26 @@ TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)
     EXPECT_EQ(FromCaption("\xC3\xA9t\xC3\xA9"), QString::fromUtf8("été"));
     EXPECT_EQ(FromCaption("\xE9t\xE9"), QString::fromUtf8("été"));
     EXPECT_EQ(FromCodePage("\xC3\xA9", 2), QString::fromUtf8("Ã©"));
+}
+
+TEST(QtText, EveryCharacterOfEveryPageIsDrawn)
+{
+    const QFontMetrics metrics(QtFont({13, 0, "Courier New"}));
+    static CodePage page;
+    for (unsigned number : {874u, 1250u, 1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u}) {
+        ASSERT_TRUE(FillCodePage(number, &page));
+        for (int byte = 1; byte < 256; ++byte) {
+            const QChar letter = page.units[byte];
+            const QString drawn = AsDrawn(letter);
+            // Marks lie above others, and signs direct them: these have no width.
+            if (letter.isMark() || (letter.category() == QChar::Other_Format && letter != u'\xAD'))
+                continue;
+            const int width = metrics.horizontalAdvance("|" + drawn + "|");
+            EXPECT_NEAR(width - metrics.horizontalAdvance("||"), 9, 7) << number << " " << byte;
+        }
+    }
+    EXPECT_EQ(MeasureText({13, 0, "Courier New"}, "a\xAD\tb", 4),
+              MeasureText({13, 0, "Courier New"}, "a-xb", 4));
 }
 
 } // namespace
