@@ -28,8 +28,9 @@ struct FontSize {
     int averageWidth; // of the letters A to Z and a to z
 };
 
-// What a file chooser is asked for. Texts are UTF-8 when they are valid UTF-8, else in the code
-// page; paths are the system's own bytes. All pointers stay the caller's.
+// What a file chooser is asked for. Filters are UTF-8 when they are valid UTF-8, else in the code
+// page, in which the offered name always is; paths are the system's own bytes. All pointers stay
+// the caller's.
 struct FileChoice {
     HWND owner;        // takes no input meanwhile; NULL for none
     bool isSave;       // asks before it replaces a file; else the file must exist

@@ -38,26 +38,50 @@ class Chooser : public QFileDialog
         return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     }
 
+    // The path that was chosen, or would be by now; empty for none.
+    QString Path() const
+    {
+        // A quote belongs to the name; Qt would take it for a mark between several names.
+        const QString text = NameField()->text();
+        return text.contains(QLatin1Char('"')) ? directory().absoluteFilePath(text)
+                                               : selectedFiles().value(0);
+    }
+
   protected:
     void accept() override
     {
-        const QLineEdit *field = NameField();
+        const QString text = NameField()->text();
+        const QString path = Path();
         // A resource may be named like a path; only one that the user wrote is taken as such.
-        if (field && field->text() == offered && offered.contains(QLatin1Char('/'))) {
+        if (text == offered && offered.contains(QLatin1Char('/')))
             Refuse(QStringLiteral("A file name cannot hold \"/\". Please change the name."));
-            return;
-        }
-        const QStringList files = selectedFiles();
-        if (!files.isEmpty() &&
-            static_cast<DWORD>(QFile::encodeName(files[0]).size()) >= pathSize) {
+        else if (static_cast<DWORD>(QFile::encodeName(path).size()) >= pathSize)
             Refuse(QStringLiteral("The path is too long: at most %1 bytes can be used.")
                        .arg(pathSize - 1));
-            return;
-        }
-        QFileDialog::accept();
+        else if (text.contains(QLatin1Char('"')))
+            AcceptQuoted(QFileInfo(path));
+        else
+            QFileDialog::accept();
     }
 
   private:
+    // What Qt's own accepting does with one path.
+    void AcceptQuoted(const QFileInfo &file)
+    {
+        const bool isSave = acceptMode() == QFileDialog::AcceptSave;
+        if (file.isDir())
+            setDirectory(file.absoluteFilePath());
+        else if (!isSave && !file.exists())
+            Refuse(QStringLiteral("%1\nThis file is not there.").arg(file.fileName()));
+        else if (!isSave || !file.exists() ||
+                 QMessageBox::warning(
+                     this, windowTitle(),
+                     QStringLiteral("%1 already exists.\nDo you want to replace it?")
+                         .arg(file.fileName()),
+                     QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes)
+            QDialog::accept();
+    }
+
     // Size, type and date are never cut; the names take what is left.
     void ShowColumnsWhole()
     {
@@ -101,7 +125,8 @@ static QStringList FiltersOf(const char *pairs)
 static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
 {
     QWidget *client = WidgetOf(choice.owner);
-    const QString offered = FromCaption(choice.path);
+    // The name of a resource is in the code page, even where it could be UTF-8 as well.
+    const QString offered = FromCodePage(choice.path);
     auto *chooser = new Chooser(client ? client->window() : nullptr, offered, choice.pathSize);
     chooser->setAcceptMode(choice.isSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     chooser->setFileMode(choice.isSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -115,8 +140,7 @@ static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters
         chooser->setDirectory(QFile::decodeName(choice.folder));
     else if (!lastFolder.isEmpty())
         chooser->setDirectory(lastFolder);
-    if (QLineEdit *field = chooser->NameField())
-        field->setText(offered);
+    chooser->NameField()->setText(offered);
     return chooser;
 }
 
@@ -144,10 +168,9 @@ bool ChooseFile(FileChoice *choice)
     ActivateFrame(choice->owner);
     if (!chooser)
         return false;
-    const QStringList files = chooser->selectedFiles();
-    const bool isConfirmed = chooser->result() == QDialog::Accepted && !files.isEmpty();
+    const QByteArray path = QFile::encodeName(chooser->Path());
+    const bool isConfirmed = chooser->result() == QDialog::Accepted && !path.isEmpty();
     if (isConfirmed) {
-        const QByteArray path = QFile::encodeName(files[0]);
         std::memcpy(choice->path, path.constData(), static_cast<size_t>(path.size()) + 1);
         choice->filterIndex =
             static_cast<DWORD>(filters.indexOf(chooser->selectedNameFilter()) + 1);

@@ -11,7 +11,7 @@
 QString FromCodePage(const char *text, int bytes);
 QString FromCodePage(const std::string &text);
 
-// From UTF-8 when it is valid UTF-8, else from the code page: captions and file names.
+// From UTF-8 when it is valid UTF-8, else from the code page: captions and the filters of choosers.
 QString FromCaption(const std::string &text);
 
 // The text with others in place of the characters that Qt leaves out, moves at or ends at, where

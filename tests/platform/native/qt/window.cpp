@@ -136,7 +136,8 @@ struct QtWindow : testing::Test {
                                                     {3, 2, MakePng(red)},
                                                     {6, 7, MakeStringBlock({u"One", u"Two"})},
                                                     {10, "TEXT", {'A', '1', ' ', 'z'}},
-                                                    {10, "A/B", {1, 2}}}};
+                                                    {10, "A/B", {1, 2}},
+                                                    {10, u"X \"\u00C3\u00A9\" Y", {3}}}};
         commandLine = File("many & more.dll");
         EXPECT_TRUE(WriteBytes(commandLine.c_str(), BuildPe(description).bytes));
         std::filesystem::current_path(
@@ -465,6 +466,14 @@ TEST_F(QtWindow, TheSaveChooserKeepsTheNameAndAsksBeforeItReplaces)
     EXPECT_EQ(filter, "Binary files (*.BIN)|All files (*)");
     EXPECT_EQ(asked.filter("no extension").size(), 2);
     EXPECT_EQ(std::filesystem::file_size(path), 4u);
+
+    // Quotes belong to the name, which is in the code page although it could be UTF-8.
+    PressKey(Tree(), Qt::Key_Down);
+    const auto enter = [&] { Shown<QFileDialog>()->setDirectory(folder.path()); };
+    Command(IDM_SAVE_AS, {{Shown<QFileDialog>, enter}, Confirm()});
+    Command(IDM_SAVE_AS, {Confirm(), Answer(QMessageBox::No, &asked), cancel});
+    EXPECT_TRUE(std::filesystem::exists(File("X \"\u00C3\u00A9\" Y.BIN")));
+    EXPECT_EQ(asked.filter("X \"").size(), 1);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
