@@ -7,6 +7,7 @@
 #include "program/globals.h"
 
 #include <CLI/CLI.hpp>
+#include <new>
 #include <sstream>
 
 static ExitStatus ReportParsing(CLI::App &app, const CLI::ParseError &error, FILE *out, FILE *err)
@@ -47,6 +48,9 @@ ExitStatus RunCommandLine(const std::vector<std::string> &arguments, FILE *out, 
     FailWritesPastLimit();
     try {
         return ParseAndRun(arguments, out, err);
+    } catch (const std::bad_alloc &) {
+        PrintText(err, "quillmoor-cli: There is not enough memory.\n");
+        return ExitFailed;
     } catch (const std::exception &failure) {
         PrintText(err, std::string("quillmoor-cli: ") + failure.what() + "\n");
         return ExitFailed;

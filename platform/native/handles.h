@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -32,20 +33,12 @@ template <typename Object, HandleKind kind> class HandleTable
 {
   public:
     // Makes an object of the arguments, which the table owns from then on. Returns its handle, or
-    // nullptr when the table is full.
+    // nullptr when the table is full or there is no memory for its slots.
     template <typename... Arguments> void *Add(Arguments &&...arguments)
     {
-        size_t index;
-        if (!freeSlots.empty()) {
-            index = freeSlots.back();
-            freeSlots.pop_back();
-        } else {
-            if (used >> indexBits != 0)
-                return nullptr;
-            if (used % chunkSize == 0)
-                chunks.push_back(std::make_unique<Slot[]>(chunkSize));
-            index = used++;
-        }
+        const size_t index = TakeSlot();
+        if (index == none)
+            return nullptr;
         Slot &slot = At(index);
         slot.object.emplace(std::forward<Arguments>(arguments)...);
         ++live;
@@ -76,7 +69,7 @@ template <typename Object, HandleKind kind> class HandleTable
         ++slot.generation;
         // A slot whose generations are used up is never given again.
         if (slot.generation >> generationBits == 0)
-            freeSlots.push_back(index);
+            slot.nextFree = std::exchange(firstFree, static_cast<uint32_t>(index));
         return true;
     }
 
@@ -92,10 +85,33 @@ template <typename Object, HandleKind kind> class HandleTable
     static constexpr size_t chunkSize = 256;
     static constexpr size_t none = SIZE_MAX;
 
+    static constexpr uint32_t noFree = UINT32_MAX;
+
     struct Slot {
         uint32_t generation = 0;
+        uint32_t nextFree = noFree; // of a free slot
         std::optional<Object> object;
     };
+
+    // The index of a slot without an object; none when the table is full or there is no memory.
+    size_t TakeSlot()
+    {
+        if (firstFree != noFree)
+            return std::exchange(firstFree, At(firstFree).nextFree);
+        if (used >> indexBits != 0 || (used % chunkSize == 0 && !AddChunk()))
+            return none;
+        return used++;
+    }
+
+    bool AddChunk()
+    {
+        try {
+            chunks.push_back(std::make_unique<Slot[]>(chunkSize));
+            return true;
+        } catch (const std::bad_alloc &) {
+            return false;
+        }
+    }
 
     Slot &At(size_t index)
     {
@@ -114,7 +130,7 @@ template <typename Object, HandleKind kind> class HandleTable
     }
 
     std::vector<std::unique_ptr<Slot[]>> chunks;
-    std::vector<size_t> freeSlots;
+    uint32_t firstFree = noFree; // of the slots below `used` that are free, the last one freed
     size_t used = 0;
     size_t live = 0;
 };

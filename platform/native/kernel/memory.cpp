@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <sys/mman.h>
 
 #include "platform/native/handles.h"
 #include "platform/win32/kernel.h"
 
+constexpr size_t page = 4 << 10;
 constexpr size_t hugePage = 2 << 20;
 constexpr size_t mappedFrom = 2 * hugePage; // bytes
 #ifdef __SANITIZE_ADDRESS__
@@ -66,7 +68,8 @@ static Memory MapMemory(size_t bytes)
         return {};
     char *start = static_cast<char *>(mapping) +
                   (hugePage - reinterpret_cast<uintptr_t>(mapping) % hugePage) % hugePage;
-    madvise(start, bytes / hugePage * hugePage, MADV_HUGEPAGE);
+    // All of it alike: what is advised differently in parts cannot be remapped.
+    madvise(mapping, bytes + hugePage, MADV_HUGEPAGE);
     return {start, bytes, mapping, nullptr};
 }
 
@@ -95,9 +98,14 @@ static Memory TakeFromPool(size_t bytes)
         if (!memory.bytes)
             return {};
         // Being open counts as one block.
+        Pool *pool = new (std::nothrow) Pool{memory.mapping, memory.bytes, poolSize, 1};
+        if (!pool) {
+            munmap(memory.mapping, poolSize + hugePage);
+            return {};
+        }
         if (openPool)
             LeavePool(openPool);
-        openPool = new Pool{memory.mapping, memory.bytes, poolSize, 1};
+        openPool = pool;
     }
     char *place = openPool->next;
     openPool->next += taken;
@@ -126,6 +134,19 @@ static void ReleaseMemory(const Memory &memory)
         free(memory.bytes);
 }
 
+// Gives a mapping another length; its bytes are moved as pages, not copied.
+static bool Remap(Memory *memory, size_t bytes)
+{
+    if (bytes > SIZE_MAX - hugePage)
+        return false;
+    char *before = static_cast<char *>(memory->mapping);
+    void *mapping = mremap(before, memory->capacity + hugePage, bytes + hugePage, MREMAP_MAYMOVE);
+    if (mapping == MAP_FAILED)
+        return false;
+    *memory = {static_cast<char *>(mapping) + (memory->bytes - before), bytes, mapping, nullptr};
+    return true;
+}
+
 // Moves the block's bytes into room for `bytes` bytes, on the heap or in a mapping of their own.
 static bool Move(Block *block, size_t bytes)
 {
@@ -136,6 +157,8 @@ static bool Move(Block *block, size_t bytes)
             old = {moved, bytes, nullptr, nullptr};
         return moved;
     }
+    if (old.mapping && bytes >= mappedFrom)
+        return Remap(&old, bytes);
     Memory memory = {};
     if (bytes >= mappedFrom)
         memory = MapMemory(bytes);
@@ -151,7 +174,8 @@ static bool Move(Block *block, size_t bytes)
 }
 
 // Makes room for `bytes` bytes. Growth takes a half more than what there is, so that growing record
-// by record copies each byte a bounded number of times.
+// by record copies each byte a bounded number of times; where there is no such room, the next
+// page's end.
 static bool Reserve(Block *block, size_t bytes)
 {
     if (bytes <= block->memory.capacity)
@@ -159,7 +183,9 @@ static bool Reserve(Block *block, size_t bytes)
     const size_t spare = block->size / 2;
     if (spare < SIZE_MAX - block->size && Move(block, std::max(bytes, block->size + spare)))
         return true;
-    return Move(block, bytes);
+    if (bytes > SIZE_MAX - page)
+        return false;
+    return Move(block, (bytes + page - 1) / page * page);
 }
 
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes)
