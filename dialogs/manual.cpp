@@ -6,10 +6,6 @@
 #include <cstdio>
 #include <cstring>
 
-#define ESCAPED_LENGTH (2 * MAX_PATH)
-#define ADDRESS_LENGTH 1043
-#define ANCHOR_LENGTH 523
-
 static const char *const browsers[] = {
     "firefox.exe",  "opera.exe",    "c:\\Program Files\\Opera\\opera.exe",
     "netscape.exe", "iexplore.exe",
@@ -31,39 +27,18 @@ char *ProgramFilePath(const char *relativeName)
     return path;
 }
 
-char *EscapeSpaces(const char *text)
+std::string EscapeSpaces(const std::string &text)
 {
-    static char escaped[ESCAPED_LENGTH + 1];
-    size_t length = 0;
-    for (; *text != 0; text++) {
-        const size_t more = *text == ' ' ? 3 : 1;
-        if (length + more > ESCAPED_LENGTH) {
-            length = 0;
-            break;
-        }
-        memcpy(escaped + length, *text == ' ' ? "%20" : text, more);
-        length += more;
-    }
-    escaped[length] = 0;
+    std::string escaped;
+    for (const char byte : text)
+        escaped += byte == ' ' ? "%20" : std::string(1, byte);
     return escaped;
 }
 
-// Appends a part, escaped, to the address. Returns 0 when it does not fit: cut, it would be
-// another.
-static int AppendEscaped(char *address, const char *part)
+std::string DocumentAddress(const char *document, const char *anchor)
 {
-    const char *escaped = EscapeSpaces(part);
-    if ((escaped[0] == 0 && part[0] != 0) || strlen(address) + strlen(escaped) > ADDRESS_LENGTH)
-        return 0;
-    strcat(address, escaped);
-    return 1;
-}
-
-static int FormAddress(char *address, const char *document, const char *anchor)
-{
-    strcpy(address, "file:///");
-    return document[0] != 0 && AppendEscaped(address, AddressPath(document).c_str()) &&
-           (anchor == nullptr || AppendEscaped(address, anchor));
+    return "file:///" + EscapeSpaces(AddressPath(document)) +
+           (anchor != nullptr ? EscapeSpaces(anchor) : "");
 }
 
 static int StartBrowser(HWND owner, const char *address)
@@ -99,9 +74,8 @@ static int StartAssociated(const char *document)
 
 int OpenInBrowser(HWND owner, const char *document, const char *anchor)
 {
-    char address[ADDRESS_LENGTH + 1];
-    if (!(FormAddress(address, document, anchor) && StartBrowser(owner, address)) &&
-        !StartAssociated(document))
+    if (document[0] == 0 || (!StartBrowser(owner, DocumentAddress(document, anchor).c_str()) &&
+                             !StartAssociated(document)))
         MessageBoxA(owner, failureText, "Message", MB_ICONINFORMATION);
     return 1;
 }
@@ -109,8 +83,8 @@ int OpenInBrowser(HWND owner, const char *document, const char *anchor)
 int ShowManualTopic(HWND owner, const char *topic)
 {
     char page[] = "html?referenc.htm";
-    char anchor[ANCHOR_LENGTH + 1];
     *strchr(page, '?') = pathSeparator;
-    snprintf(anchor, sizeof anchor, "#%s", topic);
-    return OpenInBrowser(owner, ProgramFilePath(page), anchor);
+    // Without the program's folder the page would be looked for in the current one.
+    const char *document = globals.programDirectory[0] != 0 ? ProgramFilePath(page) : "";
+    return OpenInBrowser(owner, document, ("#" + std::string(topic)).c_str());
 }

@@ -113,7 +113,9 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
 // bytes; its length is returned, 0 also for an argument of NULL. The file is in the ANSI code page,
 // or in UTF-16 with its mark. On Linux a file that is missing in the user's configuration folder is
 // looked for in the system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same
-// relative path.
+// relative path; so are the program's settings for the empty name, which a path without room
+// leaves. A value of the file beside the program that is $ORIGIN or begins with $ORIGIN/ means the
+// program's folder. A relative name is that of no file.
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
                                       DWORD size, LPCSTR file);
 

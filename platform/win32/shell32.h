@@ -10,13 +10,13 @@ extern "C" {
 typedef struct _ITEMIDLIST *LPITEMIDLIST;
 
 // Finds the user's folder for programs' data (on Linux $XDG_CONFIG_HOME or ~/.config). The caller
-// frees it with CoTaskMemFree. 0 on success; on failure, and for another number than this, *list is
-// NULL.
+// frees it with CoTaskMemFree. 0 on success; on failure (here also when the path has MAX_PATH bytes
+// or more), and for another number than this, *list is NULL.
 #define CSIDL_APPDATA 0x001A
 HRESULT WINAPI SHGetSpecialFolderLocation(HWND owner, int folder, LPITEMIDLIST *list);
 
-// Writes the folder's path to path, which holds MAX_PATH bytes. FALSE, with an empty text, for NULL
-// and when it does not fit.
+// Writes the folder's path to path, which holds MAX_PATH bytes. FALSE, with an empty text, for
+// NULL.
 BOOL WINAPI SHGetPathFromIDListA(LPITEMIDLIST list, LPSTR path);
 
 // Frees what a function here made; NULL is allowed.

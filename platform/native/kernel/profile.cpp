@@ -12,6 +12,12 @@
 
 constexpr std::string_view blanks = " \t\v\f";
 
+// What is read when the path in the user's folder has no room.
+constexpr char settingsOfTheProgram[] = "Orrindale/VLXPRO30.INI";
+
+// In settings beside the program: the folder that the program stands in, wherever that was moved.
+const std::string originMark = "$ORIGIN";
+
 static std::string_view Trim(std::string_view text)
 {
     const size_t first = text.find_first_not_of(blanks);
@@ -66,18 +72,22 @@ static bool FindValue(std::string_view text, std::string_view section, std::stri
     return false;
 }
 
-// The path to read in place of one that may be missing in the user's folder.
-static std::string FindSettingsFile(const std::string &path)
+// The path to read in place of one that may be missing in the user's folder, or that had no room.
+// Stores the program's folder when the file lies below it, else "".
+static std::string FindSettingsFile(const std::string &path, std::string *origin)
 {
+    origin->clear();
     const std::string user = UserConfigFolder() + '/';
-    if (user == "/" || !path.starts_with(user) || PathExists(path))
-        return path;
-    const std::string relative = path.substr(user.size());
+    const bool isUsers = user != "/" && path.starts_with(user);
+    if (!path.empty() && (!isUsers || PathExists(path)))
+        return path.starts_with('/') ? path : "";
+    const std::string relative = isUsers ? path.substr(user.size()) : settingsOfTheProgram;
     for (const std::string &folder : SystemConfigFolders())
         if (PathExists(folder + '/' + relative))
             return folder + '/' + relative;
     const std::string program = ProgramPath();
-    return program.substr(0, program.rfind('/') + 1) + relative;
+    *origin = program.substr(0, program.rfind('/'));
+    return *origin + '/' + relative;
 }
 
 // The text of a settings file: as it is, or, when it begins with the mark of UTF-16, in the code
@@ -101,12 +111,15 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallbac
 {
     if (!section || !key || !text || size == 0 || !file)
         return 0;
-    std::string settings;
+    std::string settings, origin;
     std::string_view value;
-    if (!ReadSettings(FindSettingsFile(file), &settings) ||
+    if (!ReadSettings(FindSettingsFile(file, &origin), &settings) ||
         !FindValue(settings, Trim(section), Trim(key), &value)) {
         value = fallback ? fallback : "";
         value = value.substr(0, value.find_last_not_of(' ') + 1);
+    } else if (!origin.empty() && (value == originMark || value.starts_with(originMark + '/'))) {
+        origin += value.substr(originMark.size());
+        value = origin;
     }
     const size_t kept = std::min(value.size(), static_cast<size_t>(size) - 1);
     std::copy_n(value.begin(), kept, text);

@@ -9,10 +9,11 @@ constexpr HRESULT failed = static_cast<HRESULT>(0x80004005u);
 
 HRESULT WINAPI SHGetSpecialFolderLocation(HWND, int folder, LPITEMIDLIST *list)
 {
-    // A list is the folder's path, terminated.
+    // A list is the folder's path, terminated. One that no caller has room for is none.
     const std::string path = folder == CSIDL_APPDATA ? UserConfigFolder() : "";
-    *list = path.empty() ? nullptr
-                         : static_cast<LPITEMIDLIST>(static_cast<void *>(strdup(path.c_str())));
+    *list = path.empty() || path.size() >= MAX_PATH
+                ? nullptr
+                : static_cast<LPITEMIDLIST>(static_cast<void *>(strdup(path.c_str())));
     return *list ? 0 : failed;
 }
 
@@ -20,7 +21,7 @@ BOOL WINAPI SHGetPathFromIDListA(LPITEMIDLIST list, LPSTR path)
 {
     path[0] = 0;
     const char *folder = static_cast<const char *>(static_cast<const void *>(list));
-    if (!folder || strlen(folder) >= MAX_PATH)
+    if (!folder)
         return FALSE;
     strcpy(path, folder);
     return TRUE;

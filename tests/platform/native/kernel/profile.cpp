@@ -5,14 +5,17 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
+namespace fs = std::filesystem;
+
 // The folder of the user's settings; empty when its path does not fit.
 static std::string SettingsFolder()
 {
     LPITEMIDLIST list = nullptr;
-    char path[MAX_PATH] = "before";
-    EXPECT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list), 0);
-    const BOOL fits = SHGetPathFromIDListA(list, path);
-    EXPECT_EQ(fits, path[0] != 0);
+    char path[MAX_PATH] = "";
+    const bool fits = SHGetSpecialFolderLocation(nullptr, CSIDL_APPDATA, &list) == 0;
+    EXPECT_EQ(SHGetPathFromIDListA(list, path), fits);
     CoTaskMemFree(list);
     return path;
 }
@@ -24,7 +27,7 @@ TEST(Settings, MissingFileIsLookedForSystemWide)
     const Variable system("XDG_CONFIG_DIRS",
                           "relative:" + folder.Path("first") + ":" + folder.Path("second"));
     EXPECT_EQ(SettingsFolder(), folder.Path("user"));
-    const std::string file = SettingsFolder() + "/Orrindale/VLXPRO30.INI";
+    std::string file = SettingsFolder() + "/Orrindale/VLXPRO30.INI";
     const auto ask = [&] {
         char text[100];
         GetPrivateProfileStringA("Vellumax", "ApplicationPath", "none", text, 100, file.c_str());
@@ -41,6 +44,35 @@ TEST(Settings, MissingFileIsLookedForSystemWide)
     // A file that is there hides the others even without the value.
     folder.Write("user/Orrindale/VLXPRO30.INI", Text("[Vellumax]\n"));
     EXPECT_EQ(ask(), "none");
+    // A path that had no room is one of a file that is missing; the current folder is never asked.
+    file = "";
+    EXPECT_EQ(ask(), "first");
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path / "first");
+    file = "Orrindale/VLXPRO30.INI";
+    EXPECT_EQ(ask(), "none");
+    fs::current_path(before);
+}
+
+TEST(Settings, BesideTheProgramNameItsFolder)
+{
+    const TempFolder folder;
+    const Variable user("XDG_CONFIG_HOME", folder.path / "user");
+    const Variable system("XDG_CONFIG_DIRS", folder.path / "system");
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path();
+    const auto ask = [&](const fs::path &where, const char *value) {
+        fs::create_directories(where / "Orrindale");
+        std::ofstream(where / "Orrindale/TEST.INI") << "[a]\nk=" << value;
+        char text[1000];
+        GetPrivateProfileStringA("a", "k", "", text, sizeof text,
+                                 folder.Path("user/Orrindale/TEST.INI").c_str());
+        return std::string(text);
+    };
+    EXPECT_EQ(ask(program, "$ORIGIN"), program);
+    EXPECT_EQ(ask(program, "$ORIGIN/below"), program / "below");
+    EXPECT_EQ(ask(program, "$ORIGINAL"), "$ORIGINAL");
+    fs::remove_all(program / "Orrindale");
+    EXPECT_EQ(ask(folder.path / "system", "$ORIGIN"), "$ORIGIN");
 }
 
 TEST(Settings, FolderIsUnderHomeUnlessTold)
