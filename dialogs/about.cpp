@@ -9,10 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-// The numbers come from the build.
-#define VERSION_LETTER 'a'
-
-// The control's text is a format with places for the version.
+// The control's text is a format with places for the version, which comes from the build.
 static void FillVersion(HWND dialog)
 {
     const size_t length = (size_t)GetWindowTextLengthA(GetDlgItem(dialog, IDC_ABOUT_TEXT));

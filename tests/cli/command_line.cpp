@@ -121,7 +121,15 @@ TEST(CommandLine, TellsWrongUsageFromHelp)
         EXPECT_EQ(run.out, "");
         EXPECT_NE(run.err, "");
     }
-    for (const Lines &right : {Lines{"--help"}, Lines{"--version"}, Lines{"save", "--help"}}) {
+    // As the About box tells it, and the man pages.
+    EXPECT_EQ(RunTool(folder, {"--version"}).out, "quillmoor-cli 3.0a\n");
+    for (const char *page : {"packaging/quillmoor.1", "packaging/quillmoor-cli.1"}) {
+        const Bytes text = ReadFile(fs::path(BUILD_FOLDER) / page);
+        EXPECT_EQ(std::string(text.begin(), text.end()).find("\"Quillmoor 3.0a\"") !=
+                      std::string::npos,
+                  pathSeparator == '/');
+    }
+    for (const Lines &right : {Lines{"--help"}, Lines{"save", "--help"}}) {
         const ToolRun run = RunTool(folder, right);
         EXPECT_EQ(run.status, ExitDone);
         EXPECT_NE(run.out, "");
