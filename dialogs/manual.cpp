@@ -30,8 +30,8 @@ char *ProgramFilePath(const char *relativeName)
 std::string EscapeSpaces(const std::string &text)
 {
     std::string escaped;
-    for (const char byte : text)
-        escaped += byte == ' ' ? "%20" : std::string(1, byte);
+    for (const char letter : text)
+        escaped += letter == ' ' ? "%20" : std::string(1, letter);
     return escaped;
 }
 
