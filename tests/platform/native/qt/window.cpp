@@ -226,7 +226,7 @@ TEST_F(QtWindow, ShowsTitleMenuAndItems)
     ASSERT_EQ(items->rowCount(), 4);
     const QModelIndex binary = items->index(0, 0);
     EXPECT_EQ(binary.data().toString(), "BINARY DATA");
-    ASSERT_EQ(items->rowCount(binary), 2);
+    ASSERT_EQ(items->rowCount(binary), 3);
     EXPECT_EQ(items->index(1, 0, binary).data().toString(), "TEXT (4 bytes)");
     EXPECT_EQ(items->index(1, 0, binary).parent(), binary);
 }
