@@ -7,12 +7,12 @@ native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libp
 # alone "sans" is a typewriter's), Wayland, and the desktop's applications for the manual.
 window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
 # A virtual display, keys for it and its picture.
-screenshot_packages="xvfb xdotool imagemagick"
+screenshot_packages="xvfb xauth xdotool imagemagick"
 test_packages="icoutils"
 bench_packages="libbenchmark-dev icoutils p7zip-full"
 # Building for Windows, running it here, and what the zips take besides.
 cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 libz-mingw-w64-dev"
-wine_packages="wine64 libwine xvfb"
+wine_packages="wine64 libwine xvfb xauth"
 zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
 
 # need_packages NAME...: installs those that the machine lacks.

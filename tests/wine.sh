@@ -34,12 +34,9 @@ if [ -n "${DISPLAY:-}" ]; then
     start "$@"
     exit
 fi
-# Xvfb says which display it took; it ends with this script.
-exec 8< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp 2>/dev/null 9>&-)
-server=$!
-trap 'kill $server 2>/dev/null' EXIT
-read -r number <&8
-export DISPLAY=:$number
+. "$root/packaging/display.sh"
+trap stop_display EXIT
+start_display 1280x1024 || { echo "The virtual display did not start." >&2; exit 1; }
 start "$@"
 status=$?
 exit $status

@@ -5,20 +5,18 @@
 set -eu
 cd "$(dirname "$0")/../.."
 . packaging/packages.sh
+. packaging/display.sh
 # shellcheck disable=SC2086 # the lists are words
-need_packages $native_packages $window_packages xvfb
+need_packages $native_packages $window_packages xvfb xauth
 build_preset release quillmoor quillmoor-cli host make_many bench_window empty_window first_paint
 build=$PWD/build/release
 runs=${RUNS:-11}
 work=$(mktemp -d)
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$work}"
-server=
-trap 'rm -rf "$work"; [ -z "$server" ] || kill "$server"' EXIT
+trap 'rm -rf "$work"; stop_display' EXIT
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    exec 8< <(exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null)
-    server=$!
-    read -r number <&8
-    export DISPLAY=:$number QT_QPA_PLATFORM=xcb
+    start_display 1024x768
+    export QT_QPA_PLATFORM=xcb
 fi
 
 # now: microseconds
