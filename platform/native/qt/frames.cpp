@@ -197,7 +197,7 @@ void FrameWidget::keyPressEvent(QKeyEvent *event)
 void FrameWidget::FollowText()
 {
     if (const Window *record = WindowOf(window))
-        setWindowTitle(FromCaption(record->text));
+        setWindowTitle(TitleFrom(record->text));
 }
 
 void FrameWidget::FollowShown()

@@ -46,6 +46,23 @@ QString AsDrawn(QString text)
     return text;
 }
 
+static bool TurnsOrBreaks(QChar letter)
+{
+    const char16_t code = letter.unicode();
+    const bool turns = code == 0x061C || code == 0x200E || code == 0x200F ||
+                       (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return turns || letter.category() == QChar::Other_Control || code == 0x2028 || code == 0x2029;
+}
+
+QString TitleFrom(const std::string &caption)
+{
+    QString title = FromCaption(caption);
+    for (QChar &letter : title)
+        if (TurnsOrBreaks(letter))
+            letter = QChar::ReplacementCharacter;
+    return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+}
+
 static QString FaceOf(const Font &font)
 {
     if (strcasecmp(font.face.c_str(), "Courier New") == 0)

@@ -19,6 +19,10 @@ QString FromCaption(const std::string &text);
 // face lacks.
 QString AsDrawn(QString text);
 
+// A caption as a window's title: what would turn its direction round or break its line shows as
+// U+FFFD, and "[*]", Qt's place for a mark, as itself.
+QString TitleFrom(const std::string &caption);
+
 // The face, height and weight that stand for a font of the interface. Sizes are logical pixels.
 QFont QtFont(const Font &font);
 
