@@ -1,0 +1,20 @@
+# What makes a fault harder to use, in what is shipped: copies and frames that are checked, addresses
+# that nobody knows beforehand, tables of calls that cannot be written to.
+if(QUILLMOOR_SANITIZE OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+    return()
+endif()
+add_compile_options(-D_FORTIFY_SOURCE=2 -fstack-protector-strong)
+if(WIN32)
+    add_link_options(-Wl,--dynamicbase -Wl,--nxcompat)
+    if(QUILLMOOR_MACHINE STREQUAL "x86_64")
+        add_link_options(-Wl,--high-entropy-va)
+    endif()
+    # The checks themselves, where the compiler has them in a library of their own.
+    link_libraries(ssp)
+else()
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    add_compile_options(-fstack-clash-protection)
+    add_link_options(-Wl,-z,relro,-z,now)
+endif()
