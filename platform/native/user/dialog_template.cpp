@@ -6,6 +6,9 @@
 #include "platform/native/kernel/code_page.h"
 #include "platform/win32/user.h"
 
+constexpr int mostControls = 255, mostPoints = 255;
+constexpr size_t mostTextBytes = 64 * 1024;
+
 static int TakePlace(ByteReader *reader)
 {
     return static_cast<int16_t>(TakeU16(reader));
@@ -78,7 +81,12 @@ bool ReadDialogTemplate(const void *bytes, size_t size, DialogTemplate *dialog)
             TakeU32(&reader); // weight, italic, character set
         dialog->fontFace = TakeWideText(&reader);
     }
-    for (int i = 0; i < count && !reader.failed; ++i)
+    if (count > mostControls || dialog->fontHeight > mostPoints)
+        return false;
+    size_t textBytes = dialog->caption.size() + dialog->fontFace.size();
+    for (int i = 0; i < count && !reader.failed && textBytes <= mostTextBytes; ++i) {
         dialog->controls.push_back(ReadControl(&reader, isExtended));
-    return !reader.failed;
+        textBytes += dialog->controls.back().className.size() + dialog->controls.back().text.size();
+    }
+    return !reader.failed && textBytes <= mostTextBytes;
 }

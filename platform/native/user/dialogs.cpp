@@ -1,5 +1,6 @@
 #include "platform/native/user/dialogs.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "platform/native/kernel/module.h"
@@ -65,7 +66,21 @@ static bool MakeControls(HWND dialog, const DialogTemplate &plan, const Units &u
     return true;
 }
 
-// Makes the dialog's window and its controls, all hidden. NULL when a control's class is unknown.
+// Whether the dialog and its controls have more pixels together than anybody's screen.
+static bool IsTooLarge(const DialogTemplate &plan, const Units &units)
+{
+    constexpr int64_t mostPixels = 32'000'000;
+    const auto area = [&units](int width, int height) {
+        return int64_t{std::max(units.X(width), 0)} * std::max(units.Y(height), 0);
+    };
+    int64_t pixels = area(plan.width, plan.height);
+    for (const ControlTemplate &control : plan.controls)
+        pixels += area(control.width, control.height);
+    return pixels > mostPixels;
+}
+
+// Makes the dialog's window and its controls, all hidden. NULL when a control's class is unknown or
+// the whole is too large.
 static HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFONT font)
 {
     const HWND dialog = CreateWindowExA(0, dialogClass, plan.caption.c_str(),
@@ -76,6 +91,10 @@ static HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owne
     if (font)
         WindowOf(dialog)->font = font;
     const Units units = {AverageWidth(FontOf(dialog)), LineHeight(FontOf(dialog))};
+    if (IsTooLarge(plan, units)) {
+        DestroyWindow(dialog);
+        return nullptr;
+    }
     const RECT around = WindowOf(dialog)->around;
     POINT place = {units.X(plan.x), units.Y(plan.y)};
     ClientToScreen(owner, &place);

@@ -75,4 +75,33 @@ TEST(DialogTemplate, OneThatEndsEarlyIsNone)
         }
 }
 
+// A control of no class, with a text of so many letters.
+Bytes Control(size_t letters)
+{
+    Bytes control = Pack({0, 0, 0, 0, 0, 0, 1, 1, 1, 0});
+    for (size_t i = 0; i < letters; ++i)
+        AddU16(control, 'x');
+    AddBytes(control, Pack({0, 0}));
+    PadTo(control, 4);
+    return control;
+}
+
+TEST(DialogTemplate, OneThatNobodyWouldLookAtIsNone)
+{
+    const struct {
+        int controls, points;
+        size_t letters;
+        bool isTaken;
+    } cases[] = {
+        {255, 255, 256, true}, {256, 8, 0, false}, {1, 256, 0, false}, {3, 8, 22'000, false}};
+    for (const auto &[controls, points, letters, isTaken] : cases) {
+        Bytes bytes =
+            Align({Pack({0x40, 0, 0, 0, controls, 0, 0, 9, 9, 0, 0, 0, points, "F"}), {}});
+        for (int i = 0; i < controls; ++i)
+            AddBytes(bytes, Control(letters));
+        DialogTemplate dialog;
+        EXPECT_EQ(ReadDialogTemplate(bytes.data(), bytes.size(), &dialog), isTaken) << controls;
+    }
+}
+
 } // namespace
