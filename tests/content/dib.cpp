@@ -278,6 +278,7 @@ TEST(Dib, TheSystemIsToldOfWholeRunsThatEnd)
         {"more told than the block holds", 8, {9, 1, 0, 1}, 5, 2},
         {"less told than there is", 8, {5, 1, 4, 1, 0, 1}, 2, 2},
         {"nothing told", 8, {5, 1, 4, 1, 0, 1}, 0, 4},
+        {"nothing told and no end", 8, {5, 1}, 0, 2},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.runs);

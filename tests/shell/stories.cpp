@@ -99,6 +99,8 @@ TEST(Stories, Looking)
     for (const auto &item : items)
         Step(std::string("look at ") + item.category + " " + item.item,
              [&] { Select(item.category, item.item); });
+    outside.hasNoTemporaryFolder = true;
+    Step("look at a PNG icon with no folder for its file", [&] { Select("ICON", "2"); });
     EndStory("looking");
 }
 
@@ -319,6 +321,18 @@ TEST(Stories, HelpAndAbout)
     Step("about", [] {
         PressNext(IDCANCEL);
         PressNext(IDC_ABOUT_PICTURE);
+        PressNext(IDOK);
+        Command(IDM_ABOUT);
+    });
+    Step("exit", [] { Command(IDM_EXIT); });
+    StopProgram();
+    Bytes cut = MakeDib(MakePicture(40, 40, 0xFF00FF00), 24);
+    cut.resize(3000);
+    const ExecutableDescription host = {.resources = {{2, 9004, cut, 0}}, .is64 = true};
+    Step("about, with a host whose picture is cut", [&] {
+        WriteSettings("[Vellumax]\r\nApplicationPath=" + TestFolder() + "\r\n");
+        TestFile("VLXPRO.EXE", BuildPe(host).bytes);
+        StartProgram();
         PressNext(IDOK);
         Command(IDM_ABOUT);
     });

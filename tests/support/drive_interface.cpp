@@ -2,11 +2,14 @@
 
 #include "program/globals.h"
 #include "program/routines.h"
+#include "shell/main_window.h"
 #include "tests/support/drive_story.h"
 #include "tests/support/story_record.h"
 
 #include <algorithm>
 #include <cstring>
+
+using namespace std::literals;
 
 static const char *WindowName(HWND window)
 {
@@ -100,7 +103,11 @@ REPLACE(HFONT, CreateFontA, int height, int width, int escapement, int orientati
     HFONT font =
         RealCreateFontA(height, width, escapement, orientation, weight, italic, underline,
                         strikeOut, charSet, outPrecision, clipPrecision, quality, pitch, face);
-    const std::string name = std::string(face) + " " + std::to_string(height);
+    std::string name = std::string(face) + " " + std::to_string(height);
+    for (const DWORD other :
+         {(DWORD)width, (DWORD)escapement, (DWORD)orientation, (DWORD)weight, italic, underline,
+          strikeOut, charSet, outPrecision, clipPrecision, quality, pitch})
+        name += other == 0 ? "" : " with " + std::to_string(other);
     return Named(Made(font, name), name);
 }
 
@@ -125,8 +132,27 @@ REPLACE(HBITMAP, CreateDIBitmap, HDC dc, const BITMAPINFOHEADER *header, DWORD f
     return Made(RealCreateDIBitmap(dc, header, flags, bits, info, usage), "a picture");
 }
 
+struct Selections {
+    std::set<HGDIOBJ> first, chosen; // what a context came with, and what is selected instead
+};
+static std::map<HDC, Selections> contexts;
+
+REPLACE(HGDIOBJ, SelectObject, HDC dc, HGDIOBJ object)
+{
+    HGDIOBJ before = RealSelectObject(dc, object);
+    auto &[first, chosen] = contexts[dc];
+    if (chosen.erase(before) == 0)
+        first.insert(before);
+    if (first.count(object) == 0)
+        chosen.insert(object);
+    return before;
+}
+
 REPLACE(BOOL, DeleteObject, HGDIOBJ object)
 {
+    for (const auto &[dc, selections] : contexts)
+        if (selections.chosen.count(object) != 0)
+            Tell("%s is deleted while it is selected", story.made[object].c_str());
     GaveBack(object);
     return RealDeleteObject(object);
 }
@@ -139,6 +165,7 @@ REPLACE(HDC, CreateCompatibleDC, HDC dc)
 REPLACE(BOOL, DeleteDC, HDC dc)
 {
     GaveBack(dc);
+    contexts.erase(dc);
     return RealDeleteDC(dc);
 }
 
@@ -150,6 +177,7 @@ REPLACE(HDC, GetDC, HWND window)
 REPLACE(int, ReleaseDC, HWND window, HDC dc)
 {
     GaveBack(dc);
+    contexts.erase(dc);
     return RealReleaseDC(window, dc);
 }
 
@@ -197,12 +225,68 @@ REPLACE(HCURSOR, SetCursor, HCURSOR cursor)
     return RealSetCursor(cursor);
 }
 
+static const struct {
+    UINT message;
+    const char *name;
+} watched[] = {{WM_CREATE, "create"},
+               {WM_DESTROY, "destroy"},
+               {WM_SIZE, "size"},
+               {WM_DRAWITEM, "draw"},
+               {WM_NOTIFY, "notify"},
+               {WM_COMMAND, "command"},
+               {WM_MOUSEMOVE, "move"},
+               {WM_LBUTTONDOWN, "press"},
+               {WM_LBUTTONUP, "release"},
+               {WM_PARENTNOTIFY, "press in a child"},
+               {WM_OPEN_FILE, "open"},
+               {WM_SETFONT, "font"},
+               {TVM_INSERTITEMA, "insert"},
+               {TVM_DELETEITEM, "delete"},
+               {TVM_SETIMAGELIST, "pictures"}};
+
+static const char *WatchedName(UINT message)
+{
+    for (const auto &row : watched)
+        if (row.message == message)
+            return row.name;
+    return nullptr;
+}
+
+static WNDPROC realProcedure;
+
+static LRESULT CALLBACK TellAnswer(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const LRESULT answer = realProcedure(window, message, wParam, lParam);
+    // Which of these two come is the system's matter.
+    const bool isUsual = answer == 0 && (message == WM_NOTIFY || message == WM_PARENTNOTIFY);
+    if (const char *name = story.isTelling && !isUsual ? WatchedName(message) : nullptr)
+        story.answered[name].insert(std::to_string(answer));
+    return answer;
+}
+
+// What the layer itself and dialogs send is not told.
+REPLACE(LRESULT, SendMessageA, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const bool isTold = story.isTelling && story.dialogs == 0 &&
+                        (message == WM_OPEN_FILE || message == WM_SETFONT || message >= TV_FIRST);
+    if (const char *name = isTold ? WatchedName(message) : nullptr)
+        story.sent[name].insert(message == WM_SETFONT
+                                    ? NameOf((const void *)wParam) + ", "s + std::to_string(lParam)
+                                    : std::to_string(wParam));
+    return RealSendMessageA(window, message, wParam, lParam);
+}
+
 REPLACE(ATOM, RegisterClassA, const WNDCLASSA *c)
 {
+    WNDCLASSA watchedClass = *c;
+    if (story.isTelling) {
+        realProcedure = c->lpfnWndProc;
+        watchedClass.lpfnWndProc = TellAnswer;
+    }
     Tell("class %s: style %X, %s, %s, menu %s, background %s", Plain(c->lpszClassName).c_str(),
          (unsigned)c->style, NameOf(c->hIcon), NameOf(c->hCursor), Plain(c->lpszMenuName).c_str(),
          c->hbrBackground == globals.backgroundBrush ? "its brush" : "another");
-    return RealRegisterClassA(c);
+    return RealRegisterClassA(&watchedClass);
 }
 
 REPLACE(HWND, CreateWindowExA, DWORD extended, LPCSTR className, LPCSTR text, DWORD style, int x,
@@ -228,13 +312,26 @@ REPLACE(HWND, SetFocus, HWND window)
     return RealSetFocus(window);
 }
 
+static DLGPROC realDialogProcedure;
+
+static INT_PTR CALLBACK TellDialogAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const INT_PTR answer = realDialogProcedure(dialog, message, wParam, lParam);
+    const bool isBegin = message == WM_INITDIALOG;
+    if (isBegin || message == WM_COMMAND || message == WM_DRAWITEM)
+        story.answered[isBegin ? "begin of a dialog" : WatchedName(message) + " in a dialog"s]
+            .insert(std::to_string(answer));
+    return answer;
+}
+
 REPLACE(INT_PTR, DialogBoxParamA, HINSTANCE module, LPCSTR name, HWND owner, DLGPROC procedure,
         LPARAM parameter)
 {
     Tell("dialog %s of %s over %s", ResourceName(name).c_str(), ModuleName(module),
          WindowName(owner));
     story.dialogs++;
-    const INT_PTR result = RealDialogBoxParamA(module, name, owner, procedure, parameter);
+    realDialogProcedure = procedure;
+    const INT_PTR result = RealDialogBoxParamA(module, name, owner, TellDialogAnswer, parameter);
     story.dialogs--;
     story.isCovered = true;
     Tell("dialog gives %d", (int)result);
@@ -369,8 +466,20 @@ REPLACE(BOOL, SHGetPathFromIDListA, LPITEMIDLIST list, LPSTR path)
 {
     if (!story.isTelling)
         return RealSHGetPathFromIDListA(list, path);
+    Made(list, "a folder");
     strcpy(path, outside.userFolder.c_str());
     return TRUE;
+}
+
+REPLACE(void, CoTaskMemFree, LPVOID memory)
+{
+    GaveBack(memory);
+    RealCoTaskMemFree(memory);
+}
+
+REPLACE(DWORD, GetTempPathA, DWORD size, LPSTR path)
+{
+    return story.isTelling && outside.hasNoTemporaryFolder ? 0 : RealGetTempPathA(size, path);
 }
 
 REPLACE(HINSTANCE, ShellExecuteA, HWND owner, LPCSTR verb, LPCSTR file, LPCSTR parameters,

@@ -6,13 +6,12 @@
 #include "shell/main_window.h"
 #include "tests/support/story_record.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/transcript.h"
 
 #include <algorithm>
 #include <cstdarg>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 Outside outside;
 
@@ -215,13 +214,20 @@ static void TellWhatChanged()
 // The picture down the About box's edge, by some of its pixels.
 static void TellStrip(HWND strip)
 {
-    const COLORREF shadow = GetSysColor(COLOR_BTNSHADOW);
     UpdateWindow(strip);
     const Pixels pixels = PixelsOf(strip);
-    const bool isFramed = pixels.At(pixels.width - 1, 150) ==
-                          ((shadow & 0xFF) << 16 | (shadow & 0xFF00) | shadow >> 16);
-    Tell("its strip is %s, with %06X, %06X, %06X", isFramed ? "framed" : "not framed",
-         (unsigned)pixels.At(10, 10), (unsigned)pixels.At(40, 2), (unsigned)pixels.At(30, 150));
+    std::string shown;
+    for (const auto &[x, y] : {std::pair(10, 10), {40, 2}, {30, 150}, {pixels.width - 1, 150}}) {
+        const uint32_t pixel = pixels.At(x, y);
+        const COLORREF color = RGB(pixel >> 16, pixel >> 8, pixel);
+        char number[16];
+        snprintf(number, sizeof number, " %06X", (unsigned)pixel);
+        // These two are the desktop's.
+        shown += color == GetSysColor(COLOR_BTNSHADOW) ? " shadow"
+                 : color == GetSysColor(COLOR_BTNFACE) ? " ground"
+                                                       : number;
+    }
+    Tell("its strip shows%s", shown.c_str());
 }
 
 void TellDialog(HWND dialog)
@@ -245,6 +251,8 @@ void BeginStory()
     story.told.clear();
     story.made.clear();
     story.names.clear();
+    story.sent.clear();
+    story.answered.clear();
     standing.clear();
     story.locks = 0;
     outside = {};
@@ -262,43 +270,12 @@ void Step(const std::string &what, const std::function<void()> &act)
     TellFiles(before);
 }
 
-static std::vector<std::string> LinesOf(const std::string &path)
+static std::string Joined(const std::set<std::string> &values)
 {
-    std::ifstream file(path);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-// What differs is printed from the first different line to the last; what was told is left beside
-// the test program, to be looked at and taken over.
-static void Compare(const std::string &name)
-{
-    std::vector<std::string> now;
-    for (const std::string &lines : story.told) {
-        std::istringstream text(lines + "\n");
-        for (std::string line; std::getline(text, line);)
-            now.push_back(line);
-    }
-    const std::vector<std::string> expected = LinesOf(STORIES_FOLDER "/" + name + ".txt");
-    if (now == expected)
-        return;
-    std::ofstream left(TOLD_FOLDER "/" + name + ".told.txt", std::ios::binary);
-    for (const std::string &line : now)
-        left << line << "\n";
-    const size_t shorter = std::min(now.size(), expected.size());
-    size_t same = 0, end = 0;
-    while (same < shorter && now[same] == expected[same])
-        same++;
-    while (end < shorter - same && now[now.size() - 1 - end] == expected[expected.size() - 1 - end])
-        end++;
-    std::string difference;
-    for (size_t i = same; i < expected.size() - end; i++)
-        difference += "- " + expected[i] + "\n";
-    for (size_t i = same; i < now.size() - end; i++)
-        difference += "+ " + now[i] + "\n";
-    ADD_FAILURE() << name << ".txt, after line " << same << ":\n" << difference;
+    std::string text;
+    for (const std::string &value : values)
+        text += " " + value;
+    return text;
 }
 
 void EndStory(const std::string &name)
@@ -306,9 +283,14 @@ void EndStory(const std::string &name)
     if (IsAlive(globals.mainWindow))
         Step("end", [] { DestroyWindow(globals.mainWindow); });
     StopProgram();
+    for (const auto &[what, all] :
+         {std::pair("sent", story.sent), std::pair("answered", story.answered)})
+        for (const auto &[message, values] : all)
+            Tell("%s %s:%s", what, message.c_str(), Joined(values).c_str());
     for (const auto &[handle, what] : story.made)
         Tell("left: %s", what.c_str());
     Tell("left: %d locks", story.locks);
     story.isTelling = false;
-    Compare(name);
+    ExpectTold(story.told, STORIES_FOLDER "/" + name + ".txt",
+               TOLD_FOLDER "/" + name + ".told.txt");
 }

@@ -10,6 +10,7 @@ struct Outside {
     std::string browser;      // the one that is there
     std::string application;  // that the system associates with HTML; empty: none
     bool cannotStart = false; // the application
+    bool hasNoTemporaryFolder = false;
     int blocksLeft = -1;      // of memory that can still be had; -1: any number
 };
 extern Outside outside;

@@ -5,6 +5,7 @@
 #include "platform/win32.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,10 @@ struct StoryRecord {
     std::map<const void *, std::string> made;
     std::map<const void *, std::string> names; // of cursors, icons and fonts
     int locks = 0;
+
+    // What the program sent to its controls and itself, and what its window answered, by message.
+    std::map<std::string, std::set<std::string>> sent;
+    std::map<std::string, std::set<std::string>> answered;
 };
 extern StoryRecord story;
 
