@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstring>
 #include <string>
 
 // Red, green, blue and white in two rows of an odd width, so that rows are padded.
@@ -32,17 +31,6 @@ struct Locked {
         GlobalFree(block);
     }
 };
-
-using Info = std::vector<LONG>;
-
-// The answer, width, height and bits.
-static Info InfoOf(HGLOBAL block, DWORD size)
-{
-    LONG width = 1, height = 1;
-    WORD bits = 1;
-    const int answer = GetDibInfo(block, size, &width, &height, &bits);
-    return {answer, width, height, bits};
-}
 
 static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
 {
@@ -157,38 +145,6 @@ TEST(Dib, CreatesAWholeBlockOrNone)
         EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
 }
 
-TEST(Dib, FlattensAnIconsColourPartOverWhiteWhateverItsMask)
-{
-    EXPECT_EQ(BlendOverWhite(NO_PIXEL), 0x00FFFFFFu);
-    Picture picture = MakePicture(3, 3, 0x80FF0000);
-    picture.At(1, 0) = 0x00123456;
-    picture.At(2, 2) = 0xFF123456;
-    Bytes icon = MakeIconImage(picture, 32);
-    const Locked flat(FlattenOverWhite(icon.data(), 1));
-    EXPECT_EQ(GetDibPixel(flat.bytes, 0, 0), 0xFF7F7FFFu);
-    EXPECT_EQ(GetDibPixel(flat.bytes, 1, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(GetDibPixel(flat.bytes, 2, 2), 0xFF563412u);
-    EXPECT_EQ(InfoOf(flat.block, 40), (Info{1, 3, 3, 24}));
-}
-
-TEST(Dib, TakesAnIconApart)
-{
-    Picture picture = MakePicture(11, 5, 0xFFFF0000);
-    picture.At(10, 4) = 0;
-    for (int bits : {1, 4, 8, 24}) {
-        Bytes icon = MakeIconImage(picture, bits);
-        ASSERT_EQ(Fits(icon, icon.size(), 1), 1);
-        const Locked mask(CopyIconMask(icon.data())), colors(CopyIconColors(icon.data()));
-        EXPECT_EQ(GetDibPixel(mask.bytes, 10, 4), 1u);
-        EXPECT_EQ(GetDibPixel(mask.bytes, 9, 4), 0u);
-        EXPECT_EQ(GetDibPixel(mask.bytes, 10, 3), 0u);
-        for (LONG y = 0; y < 5; y++)
-            EXPECT_EQ(GetDibPixel(colors.bytes, 10, y), GetIconPixel(icon.data(), 10, y));
-        EXPECT_EQ(GetIconPixel(icon.data(), 0, 5), NO_PIXEL);
-        EXPECT_EQ(InfoOf(colors.block, 40), (Info{1, 11, 5, bits}));
-    }
-}
-
 // Expects that a picture's first `needed` bytes are proven, and fewer never.
 static void ExpectWhole(const Bytes &picture, size_t needed, int isIcon)
 {
@@ -295,32 +251,5 @@ TEST(Dib, TheSystemIsToldOfWholeRunsThatEnd)
         EXPECT_EQ(GetU32(Bytes(info, info + 40), 20), expected.size());
         GlobalUnlock(copy);
         GlobalFree(copy);
-    }
-}
-
-TEST(Dib, TellsTheSizeOfABlock)
-{
-    Bytes dib = MakeDib(Colors(), 24, DibForm::TopDown);
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, dib.size());
-    memcpy(GlobalLock(block), dib.data(), dib.size());
-    EXPECT_EQ(InfoOf(block, (DWORD)dib.size()), (Info{1, 9, 2, 24}));
-    EXPECT_EQ(InfoOf(block, 39), (Info{0, 0, 0, 0}));
-    GlobalFree(block);
-    EXPECT_EQ(GetDibInfo(nullptr, 40, nullptr, nullptr, nullptr), 0);
-}
-
-TEST(Dib, CentresAPictureAndNeverPastTheTopLeftCorner)
-{
-    const RECT pane = {0, 0, 300, 200};
-    const struct {
-        LONG width, height, x, y;
-    } cases[] = {
-        {100, 50, 100, 75}, {32, 64, 134, 68},        {101, 51, 99, 74},
-        {500, 400, 0, 0},   {INT_MAX, INT_MAX, 0, 0},
-    };
-    for (const auto &c : cases) {
-        POINT at = CenterPicture(&pane, c.width, c.height);
-        EXPECT_EQ(at.x, c.x);
-        EXPECT_EQ(at.y, c.y);
     }
 }

@@ -4,10 +4,12 @@
 #include "program/ids.h"
 #include "samples/builder/builder.h"
 #include "shell/main_window.h"
+#include "tests/support/dib_kinds.h"
 #include "tests/support/drive_story.h"
 #include "tests/support/loops.h"
 
 #include <filesystem>
+#include <map>
 
 static void Open(const std::string &path)
 {
@@ -15,13 +17,13 @@ static void Open(const std::string &path)
     Command(IDM_OPEN);
 }
 
-// A picture of few pixels that shows which way is up and left.
-static Picture Corner()
+// A picture that shows which way is up and left.
+static Picture Corner(int width = 9, int height = 5)
 {
-    Picture picture = MakePicture(9, 5, 0xFF00FF00);
-    for (int i = 0; i < 9; i++)
+    Picture picture = MakePicture(width, height, 0xFF00FF00);
+    for (int i = 0; i < width; i++)
         picture.At(i, 0) = 0xFFFF0000;
-    for (int i = 0; i < 5; i++)
+    for (int i = 0; i < height; i++)
         picture.At(0, i) = 0xFF0000FF;
     return picture;
 }
@@ -66,41 +68,130 @@ TEST(Stories, Start)
     EndStory("start");
 }
 
+// A resource, with its kind's label and what it shows.
+struct Look {
+    ResourceDescription resource;
+    std::string category, what;
+};
+typedef std::vector<Look> Looks;
+
+static void Add(Looks *looks, int type, const std::string &what, const Bytes &data)
+{
+    static const std::map<int, const char *> categories = {
+        {2, "BITMAP"}, {3, "ICON"}, {6, "STRING TABLE"}, {10, "BINARY DATA"}};
+    looks->push_back({{type, 100 + (int)looks->size(), data}, categories.at(type), what});
+}
+
+static void AddBitmaps(Looks *looks)
+{
+    for (const auto &kind : dibKinds) {
+        Bytes dib = MakeDib(Corner(), kind.bits, kind.form);
+        if (kind.form == DibForm::RunLength)
+            dib.resize(dib.size() - 2);               // the end mark
+        dib[kind.form == DibForm::Core ? 8 : 12] = 0; // planes, which are not read
+        Add(looks, 2, "a bitmap of form " + std::to_string((int)kind.form), dib);
+    }
+    Add(looks, 2, "a bitmap larger than the pane", MakeDib(Corner(600, 510), 4));
+}
+
+static void AddIcons(Looks *looks)
+{
+    Picture picture = Corner();
+    for (int i = 0; i < 5; i++)
+        picture.At(i, i) = 0;
+    for (int bits : {1, 4, 8, 16, 24, 32}) {
+        Bytes icon = MakeIconImage(picture, bits);
+        icon[12] = 0;            // planes
+        icon[16] = BI_BITFIELDS; // compression; neither is read
+        Add(looks, 3, "an icon", icon);
+    }
+    picture = MakePicture(4, 2, 0x800000FF);
+    Add(looks, 3, "a half clear icon", MakeIconImage(picture, 32));
+    picture.At(0, 0) = 0x00FF0000;
+    picture.At(1, 0) = 0xFFFF0000;
+    Add(looks, 3, "a half clear PNG", MakePng(picture));
+    Bytes odd = MakeIconImage(Corner(), 24);
+    PutU32(odd, 8, 11);
+    Add(looks, 3, "an icon with a row too many", odd);
+}
+
+static void AddDamaged(Looks *looks)
+{
+    const Bytes bitmap = MakeDib(Corner(), 24), colored = MakeDib(Corner(), 8);
+    const Bytes icon = MakeIconImage(Corner(), 8), deepIcon = MakeIconImage(Corner(), 32);
+    const Bytes png = MakePng(Corner());
+    const struct {
+        const char *what;
+        int type;
+        const Bytes &data;
+        size_t offset;
+        uint32_t value;
+        size_t size;
+    } cases[] = {
+        {"cut rows", 2, bitmap, 4, 9, bitmap.size() - 1},
+        {"a cut header", 2, bitmap, 4, 9, 39},
+        {"no bitmap", 2, bitmap, 4, 9, 0},
+        {"colours past the end", 2, colored, 32, ~0u, colored.size()},
+        {"a cut mask", 3, icon, 4, 9, icon.size() - 1},
+        {"a cut PNG", 3, png, 16, 9 << 24, 40},
+        {"no icon", 3, icon, 4, 9, 7},
+        {"an endless width", 3, deepIcon, 4, 0x7FFFFFFF, deepIcon.size()},
+        {"an endless height", 3, icon, 8, 0x7FFFFFFF, icon.size()},
+        {"the least height", 3, icon, 8, 0x80000000, icon.size()},
+        {"a height of -1", 3, icon, 8, 0xFFFFFFFF, icon.size()},
+        {"an endless height", 2, icon, 8, 0x7FFFFFFF, icon.size()},
+        {"the least height", 2, icon, 8, 0x80000000, icon.size()},
+        {"a height of -1", 2, icon, 8, 0xFFFFFFFF, icon.size()},
+    };
+    for (const auto &c : cases) {
+        Bytes data = c.data;
+        PutU32(data, c.offset, c.value);
+        data.resize(c.size);
+        Add(looks, c.type, c.what, data);
+    }
+}
+
+static void AddTexts(Looks *looks)
+{
+    Add(looks, 6, "strings",
+        MakeStringBlock(
+            {u"", u"One", u"Two\tlines\r\n\x01 & \xE4\u20AC", u"", std::u16string(300, u'x')}));
+    Bytes cut = MakeStringBlock({u"abc", u"defg"});
+    cut.resize(2 + 6 + 2 + 6);
+    Add(looks, 6, "a string that runs past its block", cut);
+    Add(looks, 6, "no strings", {});
+    Add(looks, 6, "many strings", MakeStringBlock(std::vector<std::u16string>(41, u"line")));
+    Add(looks, 10, "a sound", ShortSound());
+    Add(looks, 10, "data",
+        {0x41, 0x31, 0x20, 0x7A, 0xFF, 0x00, 0x5A, 0x5B, 0x60, 0x61, 0x7B, 0x40, 0x0D, 0x0A, 0x80,
+         0xE4, 0x42, 0x63, 0x07});
+    Add(looks, 10, "much data", Bytes(1000, 'x'));
+    Add(looks, 10, "no data", {});
+}
+
 TEST(Stories, Looking)
 {
     BeginStory();
-    const std::string path = TestFile(
-        "looks.dll",
-        BuildPe(
-            {.resources = {{2, 24, MakeDib(Corner(), 24)},
-                           {2, 8, MakeDib(Corner(), 8)},
-                           {2, 9, {}},
-                           {3, 1, MakeIconImage(Corner(), 4)},
-                           {3, 2, MakePng(Corner())},
-                           {3, 3, {1, 2, 3}},
-                           {6, 7, MakeStringBlock({u"", u"One", u"Two\tlines\r\n\x01 & \xE4"})},
-                           {10, 500, ShortSound()},
-                           {10,
-                            u"NAMED",
-                            {1, 2, 3, 'A', 'z', '[', 0xFF, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17}},
-                           {u"OWN", 1, {}}}})
-            .bytes);
+    Looks looks;
+    for (const auto add : {AddBitmaps, AddIcons, AddDamaged, AddTexts})
+        add(&looks);
+    ExecutableDescription description = {.resources = {{u"OWN", 1, {}}}};
+    for (const Look &look : looks)
+        description.resources.push_back(look.resource);
+    const std::string path = TestFile("looks.dll", BuildPe(description).bytes);
     Step("start", [] {
         StartProgram();
         GiveClientSize();
     });
     Step("open", [&] { Open(path); });
-    static const struct {
-        const char *category, *item;
-    } items[] = {{"BITMAP", "24"},        {"BITMAP", "8"},      {"BITMAP", "9"},
-                 {"ICON", "1"},           {"ICON", "2"},        {"ICON", "3"},
-                 {"STRING TABLE", "7"},   {"STRING TABLE", ""}, {"BINARY DATA", "500"},
-                 {"BINARY DATA", "NAMED"}};
-    for (const auto &item : items)
-        Step(std::string("look at ") + item.category + " " + item.item,
-             [&] { Select(item.category, item.item); });
+    for (size_t i = 0; i < looks.size(); i++) {
+        const std::string number = std::to_string(100 + i);
+        Step("look at " + number + ", " + looks[i].what,
+             [&] { Select(looks[i].category, number + " "); });
+    }
+    Step("look at a kind", [] { Select("STRING TABLE", ""); });
     outside.hasNoTemporaryFolder = true;
-    Step("look at a PNG icon with no folder for its file", [&] { Select("ICON", "2"); });
+    Step("look at a PNG with no folder for its file", [] { Select("ICON", "125 "); });
     EndStory("looking");
 }
 

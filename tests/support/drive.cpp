@@ -3,7 +3,6 @@
 #include "program/globals.h"
 #include "program/ids.h"
 #include "samples/builder/builder.h"
-#include "tests/support/canvas.h"
 #include "tests/support/loops.h"
 #include "tests/support/temp_folder.h"
 
@@ -135,19 +134,6 @@ void Select(const std::string &category, const std::string &begin)
     ASSERT_NE(item, nullptr) << category << " " << begin;
     SelectItem(Tree(), item);
     RunUntilIdle();
-}
-
-Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw)
-{
-    Canvas canvas(width, height);
-    draw(canvas.dc);
-    Pixels pixels = {width, height, {}};
-    for (int y = 0; y < height; y++)
-        for (int x = 0; x < width; x++) {
-            const COLORREF color = canvas.At(x, y);
-            pixels.values.push_back((color & 0xFF) << 16 | (color & 0xFF00) | color >> 16);
-        }
-    return pixels;
 }
 
 Bytes ShortSound()

@@ -82,18 +82,8 @@ void ExpectAllAnswered();
 
 // --- what is painted ---
 
-struct DrawnText {
-    int x;
-    int y;
-    std::string text;
-};
-
 // The font, colour and background of the text that is drawn into a device context.
 std::string TextStyleOf(HDC dc);
-
-// The lines of text that draw writes into a device context, in their order; (x, y) is the top-left
-// corner of the line.
-std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw);
 
 // Pixels, 0xRRGGBB, row by row from the top.
 struct Pixels {
@@ -123,9 +113,6 @@ bool IsGray(UINT command);
 
 // Sends a command as the menu does, and runs until idle.
 int Command(UINT id);
-
-// The pixels of a white surface after draw has drawn on it.
-Pixels DrawOnWhite(int width, int height, const std::function<void(HDC)> &draw);
 
 // The tree's labels in its order, resource items with two spaces in front.
 std::vector<std::string> TreeLabels();

@@ -479,7 +479,10 @@ REPLACE(void, CoTaskMemFree, LPVOID memory)
 
 REPLACE(DWORD, GetTempPathA, DWORD size, LPSTR path)
 {
-    return story.isTelling && outside.hasNoTemporaryFolder ? 0 : RealGetTempPathA(size, path);
+    if (!story.isTelling)
+        return RealGetTempPathA(size, path);
+    // A file that is left there is told.
+    return outside.hasNoTemporaryFolder ? 0 : (DWORD)strlen(strcpy(path, TestFolder().c_str()));
 }
 
 REPLACE(HINSTANCE, ShellExecuteA, HWND owner, LPCSTR verb, LPCSTR file, LPCSTR parameters,

@@ -15,14 +15,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 #define MESSAGE_BOX_TEXT 0xFFFF
 #define TEXT_ASCENT 11
 #define TEXT_DESCENT 3
 #define CHARACTER_WIDTH 6
 
-static std::vector<DrawnText> drawn;
 static std::string commandLineText;
 
 void ChooseUncreatable()
@@ -117,11 +115,10 @@ static int MeasureText(const Font &, LPCSTR, int bytes)
     return CHARACTER_WIDTH * bytes;
 }
 
-// Notes the line, and fills a block for each letter.
-static void RecordLine(const PixelSurface *surface, const RECT *clip, const Font &, int x, int y,
-                       uint32_t pixel, LPCSTR text, int bytes)
+// Fills a block for each letter.
+static void DrawLetters(const PixelSurface *surface, const RECT *clip, const Font &, int x, int y,
+                        uint32_t pixel, LPCSTR text, int bytes)
 {
-    drawn.push_back({x, y, std::string(text, (size_t)bytes)});
     for (LONG row = std::max(y, clip->top); row < std::min(y + TEXT_ASCENT, clip->bottom); row++)
         for (LONG i = std::max(x, clip->left); i < clip->right; i++) {
             const int letter = (i - x) / CHARACTER_WIDTH;
@@ -167,16 +164,6 @@ std::string TextStyleOf(HDC dc)
                      context->backMode == TRANSPARENT);
 }
 
-std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)
-{
-    drawn.clear();
-    visible.measureFont = MeasureFont;
-    visible.measureText = MeasureText;
-    visible.drawText = RecordLine;
-    DrawOnWhite(width, height, draw);
-    return std::exchange(drawn, {});
-}
-
 int RunUntilIdle()
 {
     MSG message;
@@ -201,7 +188,7 @@ int StartProgram(const std::string &commandLine, const std::string &folder)
     visible.screenSize = TellScreen;
     visible.measureFont = MeasureFont;
     visible.measureText = MeasureText;
-    visible.drawText = RecordLine;
+    visible.drawText = DrawLetters;
     visible.showMenu = AnswerMenu;
     visible.chooseFile = AnswerChooser;
     // The tests stand in a folder below that of the programs and the host module.

@@ -66,7 +66,7 @@ std::string Plain(const char *text)
 
 void Tell(const char *format, ...)
 {
-    char line[4000];
+    char line[10000];
     va_list values;
     va_start(values, format);
     vsnprintf(line, sizeof line, format, values);
@@ -120,7 +120,7 @@ static std::string Layout()
            std::to_string(pane.left - origin.x) + (isFilled ? "" : ", not filled");
 }
 
-// The picture's pixels as letters: white is a point.
+// The picture's place and size, and its first pixels as letters: white is a point.
 static std::string Picture()
 {
     static const std::map<uint32_t, char> letters = {
@@ -128,10 +128,12 @@ static std::string Picture()
         {0x0000FF, 'b'}, {0xFFFF00, 'y'}, {0x7F7FFF, 'l'}};
     const RECT &at = story.panePicture;
     const Pixels pixels = PixelsOf(Pane());
-    std::string text = " at " + std::to_string(at.left) + ", " + std::to_string(at.top);
-    for (LONG y = at.top; y < at.bottom && y < pixels.height; y++) {
+    std::string text = " at " + std::to_string(at.left) + ", " + std::to_string(at.top) + ", " +
+                       std::to_string(at.right - at.left) + " x " +
+                       std::to_string(at.bottom - at.top);
+    for (LONG y = at.top; y < at.bottom && y < at.top + 10; y++) {
         text += "\n  ";
-        for (LONG x = at.left; x < at.right && x < pixels.width; x++) {
+        for (LONG x = at.left; x < at.right && x < at.left + 40; x++) {
             const auto letter = letters.find(pixels.At((int)x, (int)y));
             text += letter == letters.end() ? '?' : letter->second;
         }
@@ -157,23 +159,6 @@ static std::map<std::string, Bytes> FilesNow()
     return files;
 }
 
-static std::string Describe(const Bytes &bytes)
-{
-    uint32_t sum = 2166136261u;
-    std::string text;
-    for (const unsigned char value : bytes)
-        sum = (sum ^ value) * 16777619u;
-    for (size_t i = 0; i < std::min<size_t>(bytes.size(), 32); i++) {
-        char number[4];
-        snprintf(number, sizeof number, " %02X", (unsigned)(unsigned char)bytes[i]);
-        text += number;
-    }
-    char line[200];
-    snprintf(line, sizeof line, "%zu bytes, sum %08X:%s", bytes.size(), (unsigned)sum,
-             text.c_str());
-    return line;
-}
-
 static void TellFiles(std::map<std::string, Bytes> &before)
 {
     std::map<std::string, Bytes> now = FilesNow();
@@ -182,7 +167,7 @@ static void TellFiles(std::map<std::string, Bytes> &before)
             Tell("file %s is gone", name.c_str());
     for (const auto &[name, bytes] : now)
         if (before.count(name) == 0 || before[name] != bytes)
-            Tell("file %s: %s", name.c_str(), Describe(bytes).c_str());
+            Tell("file %s: %s", name.c_str(), Described(bytes).c_str());
 }
 
 static void TellWhatChanged()

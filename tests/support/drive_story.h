@@ -11,7 +11,7 @@ struct Outside {
     std::string application;  // that the system associates with HTML; empty: none
     bool cannotStart = false; // the application
     bool hasNoTemporaryFolder = false;
-    int blocksLeft = -1;      // of memory that can still be had; -1: any number
+    int blocksLeft = -1; // of memory that can still be had; -1: any number
 };
 extern Outside outside;
 

@@ -3,6 +3,7 @@
 #include "program/globals.h"
 #include "shell/main_window.h"
 #include "shell/start.h"
+#include "tests/support/canvas.h"
 #include "tests/support/drive_interface.h"
 
 #include <cstring>
@@ -175,22 +176,6 @@ bool IsAlive(HWND window)
 
 // --- what is painted ---
 
-static int CALLBACK NoteTextRecord(HDC, HANDLETABLE *, const ENHMETARECORD *record, int,
-                                   LPARAM texts)
-{
-    if (record->iType != EMR_EXTTEXTOUTW)
-        return 1;
-    const EMREXTTEXTOUTW *line = (const EMREXTTEXTOUTW *)record;
-    const WCHAR *wide = (const WCHAR *)((const BYTE *)line + line->emrtext.offString);
-    char text[1000];
-    const int length = WideCharToMultiByte(CP_ACP, 0, wide, (int)line->emrtext.nChars, text,
-                                           sizeof text, nullptr, nullptr);
-    ((std::vector<DrawnText> *)texts)
-        ->push_back({(int)line->emrtext.ptlReference.x, (int)line->emrtext.ptlReference.y,
-                     std::string(text, (size_t)length)});
-    return 1;
-}
-
 std::string TextStyleOf(HDC dc)
 {
     LOGFONTA font = {};
@@ -199,28 +184,21 @@ std::string TextStyleOf(HDC dc)
                      GetBkMode(dc) == TRANSPARENT);
 }
 
-std::vector<DrawnText> RecordText(int width, int height, const std::function<void(HDC)> &draw)
-{
-    std::vector<DrawnText> texts;
-    (void)width;
-    (void)height;
-    HDC dc = CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
-    draw(dc);
-    HENHMETAFILE file = CloseEnhMetaFile(dc);
-    EnumEnhMetaFile(nullptr, file, NoteTextRecord, &texts, nullptr);
-    DeleteEnhMetaFile(file);
-    return texts;
-}
-
 Pixels PixelsOf(HWND window)
 {
     RECT client;
     GetClientRect(window, &client);
-    return DrawOnWhite(client.right, client.bottom, [&](HDC dc) {
-        HDC from = GetDC(window);
-        BitBlt(dc, 0, 0, client.right, client.bottom, from, 0, 0, SRCCOPY);
-        ReleaseDC(window, from);
-    });
+    const Canvas canvas(client.right, client.bottom);
+    HDC from = GetDC(window);
+    BitBlt(canvas.dc, 0, 0, canvas.width, canvas.height, from, 0, 0, SRCCOPY);
+    ReleaseDC(window, from);
+    Pixels pixels = {canvas.width, canvas.height, {}};
+    for (int y = 0; y < canvas.height; y++)
+        for (int x = 0; x < canvas.width; x++) {
+            const COLORREF color = canvas.At(x, y);
+            pixels.values.push_back((color & 0xFF) << 16 | (color & 0xFF00) | color >> 16);
+        }
+    return pixels;
 }
 
 // --- the interface's calls ---

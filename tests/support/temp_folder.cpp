@@ -67,7 +67,9 @@ std::vector<std::string> TempFolder::Files() const
 Bytes ReadFile(const fs::path &path)
 {
     std::ifstream stream(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(stream), {});
+    Bytes bytes(stream ? (size_t)fs::file_size(path) : 0);
+    stream.read((char *)bytes.data(), (std::streamsize)bytes.size());
+    return bytes;
 }
 
 FILE *OpenContent(const Bytes &bytes)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 
@@ -43,4 +44,25 @@ void ExpectTold(const Lines &told, const std::string &expectedFile, const std::s
     for (size_t i = same; i < now.size() - end; i++)
         difference += "+ " + now[i] + "\n";
     ADD_FAILURE() << expectedFile << ", after line " << same << ":\n" << difference;
+}
+
+std::string Described(const Bytes &bytes)
+{
+    uint32_t sum = 2166136261u;
+    std::string text;
+    for (const unsigned char value : bytes)
+        sum = (sum ^ value) * 16777619u;
+    const bool isText = std::all_of(bytes.begin(), bytes.end(), [](unsigned char c) {
+        return (c >= ' ' && c < 127) || c == '\t' || c == '\r' || c == '\n' || c > 160;
+    });
+    for (size_t i = 0; i < std::min<size_t>(bytes.size(), isText ? 80 : 32); i++) {
+        char number[8];
+        snprintf(number, sizeof number, isText ? "\\x%02X" : " %02X", (unsigned)bytes[i]);
+        text +=
+            isText && bytes[i] >= ' ' && bytes[i] < 127 ? std::string(1, (char)bytes[i]) : number;
+    }
+    char line[400];
+    snprintf(line, sizeof line, "%zu bytes, sum %08X:%s%s", bytes.size(), (unsigned)sum,
+             isText && !bytes.empty() ? " " : "", text.c_str());
+    return line;
 }

@@ -1,6 +1,8 @@
 // Texts of what a program told, line by line, held against what it is to tell.
 #pragma once
 
+#include "samples/builder/bytes.h"
+
 #include <string>
 #include <vector>
 
@@ -12,3 +14,6 @@ std::vector<std::string> LinesOf(const std::string &path);
 // other file, to be looked at and taken over.
 void ExpectTold(const std::vector<std::string> &told, const std::string &expectedFile,
                 const std::string &toldFile);
+
+// A file's content: its size, a sum over it, and its first 80 letters or else 32 bytes.
+std::string Described(const Bytes &bytes);
