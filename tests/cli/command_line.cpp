@@ -150,8 +150,77 @@ static Bytes EveryForm()
         .bytes;
 }
 
+static void WritePe(const TempFolder &folder)
+{
+    const Bytes wave = Text("riFF????wAVe and more");
+    folder.Write("kinds.dll", BuildPe({.resources = {{14, 1, Text("group")},
+                                                     {10, u"TUNE", wave},
+                                                     {10, u"NOTE", Text("RIFF????WAV")},
+                                                     {6, 7, MakeStringBlock({u"text"})},
+                                                     {16, 1, Text("version")},
+                                                     {2, 2, Text("second")},
+                                                     {2, 1, Text("English"), 0x409},
+                                                     {2, 1, Text("German"), 0x407},
+                                                     {u"BITMAP", 9, Text("of a named type")},
+                                                     {240, 9, Text("of type F0")},
+                                                     {3, 1, Text("icon")},
+                                                     {2, u"MYLOGO", Text("named")}},
+                                       .sectionName = ".RSRC",
+                                       .sectionsBefore = {{".text", Text("code")}}})
+                                  .bytes);
+    BuiltExecutable names = BuildPe({.resources = {{2, std::u16string(300, u'N'), Text("a")},
+                                                   {2, u"", Text("nameless")},
+                                                   {2, u"\u00C9T\u00C9 \u4E00", Text("b")},
+                                                   {2, 65535, {}}},
+                                     .keepOrder = true});
+    PutU32(names.bytes, names.resources[3].dataEntry, 0xFFFFFFF0); // far outside
+    folder.Write("names.dll", names.bytes);
+}
+
+static void WriteNe(const TempFolder &folder)
+{
+    folder.Write("kinds.exe",
+                 BuildNe({.resources = {{4, 1, Text("menu")},
+                                        {2, 1, Text("picture of more than sixteen bytes")},
+                                        {2, u"LOGO", Text("named")},
+                                        {10, std::u16string(255, u'L'), Text("RIFF????WAVE")},
+                                        {6, 1, MakeNeStringBlock({"text"})},
+                                        {u"TYPE", 3, Text("of a named type")}},
+                          .keepOrder = true})
+                     .bytes);
+    // Places and sizes past 16 bits; a size is 16 bits of units, and with none the place is
+    // nothing.
+    BuiltExecutable spread = BuildNe(
+        {.resources = {{2, 1, Bytes(0x23456, 'a')}, {10, 2, Text("behind it")}, {10, 3, {}}},
+         .keepOrder = true,
+         .alignmentShift = 9});
+    PutU16(spread.bytes, spread.resources[2].entry, 0xFFFF);
+    folder.Write("spread.exe", spread.bytes);
+}
+
+static void WriteRefused(const TempFolder &folder)
+{
+    folder.Write("empty", {});
+    folder.Write("letter", Text("M"));
+    folder.Write("letters", Text("MZ"));
+    Bytes other = BuildFour().bytes;
+    other[GetU32(other, 60)] = 'L';
+    folder.Write("le.exe", other);
+    folder.Write("nothing.dll", BuildPe({.resources = {}}).bytes);
+    folder.Write("types.dll", BuildPe({.resources = {{16, 1, {1}},
+                                                     {24, 1, {1}},
+                                                     {u"TYPELIB", 1, {1}},
+                                                     {std::u16string(60, u'N'), 1, {1}},
+                                                     {240, 1, {1}}}})
+                                  .bytes);
+    folder.Write("rsrc1.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".rsrc1"}).bytes);
+}
+
 static void WriteFiles(const TempFolder &folder)
 {
+    WritePe(folder);
+    WriteNe(folder);
+    WriteRefused(folder);
     BuiltExecutable damaged = BuildFour();
     folder.Write("four.dll", damaged.bytes);
     folder.Write("a\xC3\xA9 b.dll", damaged.bytes);

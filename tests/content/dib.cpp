@@ -39,33 +39,6 @@ static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
     return PictureFits(part.data(), (DWORD)size, isIcon);
 }
 
-TEST(Dib, ReadsBothHeadersAndWhatIsThereOfACutOne)
-{
-    const Bytes dib = MakeDib(Colors(), 8, DibForm::Plain, {0xFF000000, 0xFFFFFFFF}, true);
-    const Bytes core = MakeDib(Colors(), 4, DibForm::Core);
-    const struct {
-        const Bytes &bytes;
-        DWORD size;
-        int isWhole, width, height, bits;
-        uint64_t pixelStart;
-    } cases[] = {
-        {dib, (DWORD)dib.size(), 1, 9, 2, 8, 40 + 2 * 4},
-        {dib, 39, 0, 9, 2, 8, 40 + 2 * 4},
-        {dib, 13, 0, 9, 2, 0, 40 + 4},
-        {core, 12, 1, 9, 2, 4, 12 + 16 * 3},
-        {dib, 0, 0, 0, 0, 0, 4},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.size);
-        DibHeader header;
-        EXPECT_EQ(ReadDibHeader(c.bytes.data(), c.size, &header), c.isWhole);
-        EXPECT_EQ(header.width, c.width);
-        EXPECT_EQ(header.height, c.height);
-        EXPECT_EQ(header.bitCount, c.bits);
-        EXPECT_EQ(DibPixelStart(&header), c.pixelStart);
-    }
-}
-
 TEST(Dib, ReadsPixelsOfEveryBitCount)
 {
     const std::vector<uint32_t> table = {0xFFFFFFFF, 0xFF0000FF};

@@ -4,38 +4,6 @@
 
 using Lines = std::vector<std::string>;
 
-TEST(NeReader, CataloguesTheKeptKindsInTableOrder)
-{
-    const BuiltExecutable built =
-        BuildNe({.resources = {{4, 1, Text("menu")},
-                               {2, 1, Text("picture of more than sixteen bytes")},
-                               {2, u"LOGO", Text("named")},
-                               {10, std::u16string(255, u'L'), Text("RIFF????WAVE")},
-                               {6, 1, MakeNeStringBlock({"text"})},
-                               {u"TYPE", 3, Text("of a named type")}},
-                 .keepOrder = true});
-    const Reading reading = ReadBytes(built.bytes);
-    EXPECT_EQ(reading.outcome, ProbeRead);
-    // A builder for the old format puts the named type before or after; only kept kinds show.
-    EXPECT_EQ(reading.entries,
-              (Lines{"BITMAP 1 48", "BITMAP LOGO 16",
-                     "BINARY DATA " + std::string(255, 'L') + " 16 wave", "STRING TABLE 1 32"}));
-    EXPECT_EQ(std::string(reading.data[0].begin(), reading.data[0].begin() + 34),
-              "picture of more than sixteen bytes");
-
-    // Places and sizes past 16 bits; a size is 16 bits of units, and with none the place is
-    // nothing.
-    BuiltExecutable spread = BuildNe(
-        {.resources = {{2, 1, Bytes(0x23456, 'a')}, {10, 2, Text("behind it")}, {10, 3, {}}},
-         .keepOrder = true,
-         .alignmentShift = 9});
-    PutU16(spread.bytes, spread.resources[2].entry, 0xFFFF);
-    const Reading distant = ReadBytes(spread.bytes);
-    EXPECT_EQ(distant.entries, (Lines{"BITMAP 1 144896", "BINARY DATA 2 512", "BINARY DATA 3 0"}));
-    EXPECT_EQ(distant.data[0][0x23455], 'a');
-    EXPECT_EQ(distant.data[1][8], 't');
-}
-
 TEST(NeReader, FailsAtTheFirstThingThatIsNotThere)
 {
     const BuiltExecutable good =

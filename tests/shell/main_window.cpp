@@ -68,10 +68,4 @@ TEST_F(MainWindow, AnswersTheRequestsOfItsControls)
         EXPECT_EQ(SetTextColor(dc, 0), GetSysColor(COLOR_WINDOWTEXT));
     }
     ReleaseDC(Pane(), dc);
-    EXPECT_EQ(SendMessageA(globals.mainWindow, WM_QUERYENDSESSION, 0, 0), 1);
-    DRAWITEMSTRUCT item = {};
-    item.CtlID = IDC_PANE;
-    EXPECT_EQ(SendMessageA(globals.mainWindow, WM_DRAWITEM, IDC_PANE, (LPARAM)&item), 1);
-    Command(IDC_PANE);
-    EXPECT_TRUE(TakeShown().empty());
 }

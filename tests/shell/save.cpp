@@ -71,25 +71,6 @@ TEST_F(Save, AWriteThatFailsIsReportedAndLeavesNoFile)
     }
 }
 
-TEST_F(Save, WithoutAnEntryOrAFormatNothingIsShown)
-{
-    EXPECT_EQ(SaveResource(globals.mainWindow, &openCatalog, -1), 0);
-    EXPECT_EQ(SaveResource(globals.mainWindow, &openCatalog, 6), 0);
-    ResourceCatalog empty = {};
-    EXPECT_EQ(SaveResource(globals.mainWindow, &empty, 0), 0);
-    ResourceCatalog other = {};
-    ResourceEntry entry = {};
-    EXPECT_EQ(AppendEntry(&other, &entry), 1); // no data
-    entry.data = GlobalAlloc(GMEM_MOVEABLE, 1);
-    entry.category = 4;
-    EXPECT_EQ(AppendEntry(&other, &entry), 1);
-    EXPECT_EQ(SaveResource(globals.mainWindow, &other, 0), 0);
-    EXPECT_EQ(SaveResource(globals.mainWindow, &other, 1), 0);
-    GlobalFree(entry.data);
-    GlobalFree(other.entries);
-    EXPECT_EQ(TakeShown(), Texts());
-}
-
 TEST_F(Save, ANameTooLongForTheChooserKeepsItsExtension)
 {
     const std::u16string name(300, u'N');

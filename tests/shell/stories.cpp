@@ -309,7 +309,9 @@ TEST(Stories, Saving)
     });
     Step("save where no file can be made", [] {
         ChooseUncreatable();
-        PressNext(IDOK);
+        // Only a click closes the message: no other command, nor another notification.
+        for (int command : {3, (int)MAKEWPARAM(IDOK, 6), IDCANCEL})
+            PressNext(command);
         Command(IDM_SAVE_AS);
     });
     Step("save over another, after a no", [] {
@@ -447,13 +449,13 @@ TEST(Stories, MouseAndSize)
         for (const bool isPane : {false, true})
             Step(isPane ? "right press over the pane" : "right press over the tree", [&] {
                 MoveMouse(isPane ? Pane() : Tree(), 60, 200);
-                PickNext(0);
+                PressNext(0);
                 SendMessageA(globals.mainWindow, WM_PARENTNOTIFY, WM_RBUTTONDOWN, 0);
                 RunUntilIdle();
             });
     }
     Step("pick save there", [] {
-        PickNext(IDM_SAVE_AS);
+        PressNext(IDM_SAVE_AS);
         CancelNext();
         SendMessageA(globals.mainWindow, WM_PARENTNOTIFY, WM_RBUTTONDOWN, 0);
         RunUntilIdle();

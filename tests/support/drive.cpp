@@ -28,11 +28,6 @@ void CancelNext()
     answers.push_back({IDCANCEL, ""});
 }
 
-void PickNext(UINT command)
-{
-    answers.push_back({command, ""});
-}
-
 std::vector<std::string> TakeShown()
 {
     return std::exchange(allShown, {});

@@ -47,7 +47,8 @@ std::string TextOf(HWND window);
 // --- dialogs, choosers and menus; each answer is for the next one that is shown ---
 
 // Presses a button of a message dialog, message box or the About box by its id, or of the system's
-// question whether to replace the file that was chosen.
+// question whether to replace the file that was chosen; picks a command in a popup menu, which 0
+// closes.
 void PressNext(int button);
 
 // Confirms a path in a file chooser; an empty one leaves what the chooser offers.
@@ -58,9 +59,6 @@ void ChooseUncreatable();
 
 // Cancels a file chooser.
 void CancelNext();
-
-// Picks a command in a popup menu; 0 closes it.
-void PickNext(UINT command);
 
 // What was shown since the last call: a dialog's text, "chooser: " and the name that a chooser
 // offered, "menu: " and the items of a menu, gray ones in brackets.

@@ -239,6 +239,7 @@ static const struct {
                {WM_LBUTTONUP, "release"},
                {WM_PARENTNOTIFY, "press in a child"},
                {WM_OPEN_FILE, "open"},
+               {WM_QUERYENDSESSION, "session end"},
                {WM_SETFONT, "font"},
                {TVM_INSERTITEMA, "insert"},
                {TVM_DELETEITEM, "delete"},

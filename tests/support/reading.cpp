@@ -12,9 +12,6 @@ Reading ReadBytes(const Bytes &bytes)
     reading.outcome = ProbeFile(nullptr, file);
     fclose(file);
     reading.failure = NotedFailure();
-    char reason[REASON_SIZE];
-    DescribeFailure(reason);
-    reading.reason = reason;
     ResourceEntry entry = {};
     for (LONG i = 0; i < openCatalog.count; i++) {
         GetEntry(openCatalog.entries, &entry, i);

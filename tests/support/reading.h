@@ -11,7 +11,6 @@
 struct Reading {
     ProbeOutcome outcome;
     FailureKind failure;
-    std::string reason;
     std::vector<std::string> entries; // "CATEGORY NAME SIZE", and " wave" for a sound
     std::vector<Bytes> data;
 };

@@ -79,28 +79,6 @@ TEST_F(TreeTest, KeepsSiblingsSortedWithoutCaseAndEqualsInTheOrderTheyCame)
     }
 }
 
-TEST_F(TreeTest, AnswersTheMembersThatTheMaskNames)
-{
-    const std::string label = std::string(250, 'l') + "\xE9 \x80";
-    HTREEITEM item = Insert(label, TVI_ROOT, -1);
-    char text[254];
-    TVITEMA got = {};
-    got.mask = TVIF_TEXT;
-    got.pszText = text;
-    got.cchTextMax = sizeof text;
-    ASSERT_TRUE(Get(item, &got));
-    EXPECT_EQ(text, label);
-
-    got.mask = TVIF_PARAM;
-    got.pszText = nullptr;
-    ASSERT_TRUE(Get(item, &got));
-    EXPECT_EQ(static_cast<LONG>(got.lParam), -1);
-    EXPECT_FALSE(Get(nullptr, &got));
-    EXPECT_EQ(Next(TVGN_CHILD, item), nullptr);
-    EXPECT_EQ(Next(TVGN_NEXT, item), nullptr);
-    EXPECT_EQ(Next(TVGN_NEXT, nullptr), nullptr);
-}
-
 TEST_F(TreeTest, DeletingTheRootEmptiesTheTreeForNewItems)
 {
     HTREEITEM top = Insert("top"), second = Insert("second");

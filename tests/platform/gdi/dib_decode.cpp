@@ -145,27 +145,6 @@ TEST(DibBitmap, LongerHeadersHoldTheirMasks)
     }
 }
 
-TEST(DibBitmap, OldHeaderHasTableEntriesOfThreeBytes)
-{
-    const struct {
-        int bits;
-        Bytes row;
-        const char *picture;
-    } cases[] = {{1, {0x40, 0, 0, 0}, "RGRYYY\nYYYYYY\nYYYYYY\n"},
-                 {4, {0x02, 0xF0, 0, 0}, "RGRYYY\nYYYYYY\nYYYYYY\n"},
-                 {8, {0, 255, 128, 0}, "RRGYYY\nYYYYYY\nYYYYYY\n"},
-                 {24, {0, 255, 0, 0, 0, 255, 0, 255, 0, 9, 9, 9}, "GRGYYY\nYYYYYY\nYYYYYY\n"}};
-    for (const auto &row : cases) {
-        Bytes info = {12, 0, 0, 0, 3, 0, 1, 0, 1, 0, (BYTE)row.bits, 0};
-        const int colors = row.bits == 24 ? 0 : 1 << row.bits;
-        for (int i = 0; i < colors; i++)
-            for (BYTE channel :
-                 i == (colors == 16 ? 2 : colors / 2) ? Bytes{0, 255, 0} : Bytes{0, 0, 255})
-                info.push_back(channel);
-        EXPECT_EQ(Drawn(info, row.row), row.picture) << row.bits;
-    }
-}
-
 TEST(DibBitmap, FewBitsFillAChannel)
 {
     const Canvas canvas(2, 1);

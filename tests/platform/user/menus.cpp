@@ -14,12 +14,9 @@ TEST(Menu, OfAClassCarriesTheStatesOfItsResource)
     windowClass.hInstance = GetModuleHandleA(nullptr);
     windowClass.lpszMenuName = "mainMENU";
     windowClass.lpszClassName = "MenuTest";
-    const auto make = [&] {
-        EXPECT_NE(RegisterClassA(&windowClass), 0);
-        return CreateWindowExA(0, "MenuTest", "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr,
-                               nullptr, windowClass.hInstance, nullptr);
-    };
-    HWND window = make();
+    ASSERT_NE(RegisterClassA(&windowClass), 0);
+    HWND window = CreateWindowExA(0, "MenuTest", "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr,
+                                  nullptr, windowClass.hInstance, nullptr);
     HMENU menu = GetMenu(window);
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(GetMenuState(menu, IDM_OPEN, MF_BYCOMMAND) & MF_GRAYED, (UINT)MF_ENABLED);
@@ -40,14 +37,6 @@ TEST(Menu, OfAClassCarriesTheStatesOfItsResource)
     EXPECT_EQ(GetMenuState(menu, IDM_PLAY, MF_BYCOMMAND), (UINT)-1);
     EXPECT_EQ(EnableMenuItem(menu, IDM_PLAY, MF_ENABLED), -1);
     EXPECT_TRUE(UnregisterClassA("MenuTest", windowClass.hInstance));
-
-    // Without its menu a class still makes windows.
-    windowClass.lpszMenuName = "no such menu";
-    window = make();
-    EXPECT_NE(window, nullptr);
-    EXPECT_EQ(GetMenu(window), nullptr);
-    DestroyWindow(window);
-    UnregisterClassA("MenuTest", windowClass.hInstance);
 }
 
 TEST(Menu, PopupMenusAreFilledAndDestroyed)
@@ -64,31 +53,6 @@ TEST(Menu, PopupMenusAreFilledAndDestroyed)
     EXPECT_FALSE(DestroyMenu(menu));
     EXPECT_FALSE(AppendMenuA(menu, MF_ENABLED, 1, "x"));
     EXPECT_FALSE(TrackPopupMenu(menu, 0, 0, 0, 0, nullptr, nullptr));
-}
-
-// --- icons and cursors ---
-
-TEST(Pictures, AreSharedAndMissingOnesAreNone)
-{
-    HINSTANCE program = GetModuleHandleA(nullptr);
-    HICON icon = LoadIconA(program, "Quillmoor");
-    HCURSOR cursor = LoadCursorA(program, MAKEINTRESOURCEA(IDC_SPLITTER_CURSOR));
-    EXPECT_NE(icon, nullptr);
-    EXPECT_NE(cursor, nullptr);
-    EXPECT_EQ(LoadIconA(program, "QUILLMOOR"), icon);
-    EXPECT_EQ(LoadCursorA(program, MAKEINTRESOURCEA(IDC_SPLITTER_CURSOR)), cursor);
-    EXPECT_EQ(LoadIconA(program, "no such icon"), nullptr);
-    EXPECT_EQ(LoadIconA(nullptr, MAKEINTRESOURCEA(4711)), nullptr);
-    EXPECT_NE(LoadIconA(nullptr, IDI_INFORMATION), nullptr);
-    EXPECT_EQ(LoadCursorA(program, MAKEINTRESOURCEA(4711)), nullptr);
-    EXPECT_EQ(LoadCursorA(nullptr, MAKEINTRESOURCEA(4711)), nullptr);
-    EXPECT_EQ(LoadBitmapA(program, "no such bitmap"), nullptr);
-    HCURSOR wait = LoadCursorA(nullptr, IDC_WAIT), arrow = LoadCursorA(nullptr, IDC_ARROW);
-    EXPECT_NE(wait, arrow);
-    HCURSOR before = SetCursor(wait);
-    EXPECT_EQ(SetCursor(nullptr), wait);
-    EXPECT_EQ(SetCursor(before), nullptr);
-    EXPECT_FALSE(DeleteObject(icon));
 }
 
 } // namespace

@@ -13,21 +13,14 @@ std::string PlaceOf(LPARAM place)
 
 TEST_F(MessageTest, PostedMessagesComeInTheirOrderAndTheQuitRequestAfterThem)
 {
-    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
-    RunWaiting();
-    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
-        return told.push_back("press"), 0;
-    };
+    HWND window = Make("main");
     told.clear();
-    Click(window, 5, 5);
     PostMessageA(window, WM_COMMAND, 1, 0);
     PostQuitMessage(0);
     PostMessageA(window, WM_COMMAND, 2, 0);
     SendMessageA(window, WM_COMMAND, 3, 0);
     Run();
     EXPECT_EQ(told, (Lines{"command 3", "command 1", "command 2"}));
-    RunWaiting();
-    EXPECT_EQ(told.back(), "press");
 }
 
 TEST_F(MessageTest, ALoopInsideAMessageTakesTheQuitRequestAndDeadWindowsGetNothing)
@@ -132,35 +125,6 @@ TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
     MoveMouse(tree, 11, 20);
     RunWaiting();
     EXPECT_EQ(told, (Lines{"move 31,31", "move -5,-6"}));
-}
-
-TEST_F(MessageTest, ControlsTakeAFontThatStaysTheCallers)
-{
-    HWND window = Make("main");
-    HFONT font = CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "MS Sans Serif");
-    for (LPCSTR name : {WC_TREEVIEWA, "static", "button", "MessageTest"}) {
-        HWND child = MakeControl(name, window, 5, {0, 0, 40, 20});
-        EXPECT_EQ(SendMessageA(child, WM_SETFONT, (WPARAM)font, 0), 0) << name;
-        EXPECT_EQ(GetWindowTextLengthA(child), 4) << name;
-    }
-    EXPECT_TRUE(DeleteObject(font));
-}
-
-TEST_F(MessageTest, TheKeyboardIsTakenFromOneWindowAndGivenToAnother)
-{
-    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
-    HWND child = Make("child", window, WS_CHILD | WS_VISIBLE, 5);
-    SetFocus(window);
-    for (UINT message : {WM_SETFOCUS, WM_KILLFOCUS})
-        actions[message] = [message](HWND which, WPARAM other, LPARAM) -> LRESULT {
-            return told.push_back((message == WM_SETFOCUS ? "has " : "loses ") + NameOf(which) +
-                                  " " + NameOf((HWND)other)),
-                   0;
-        };
-    told.clear();
-    EXPECT_EQ(SetFocus(child), window);
-    EXPECT_EQ(SetFocus(child), child);
-    EXPECT_EQ(told, (Lines{"loses main child", "has child main"}));
 }
 
 TEST_F(MessageTest, ATreeTellsWhichItemIsSelectedAndNoneThatIsGone)

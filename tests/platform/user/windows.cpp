@@ -12,21 +12,6 @@ BOOL CALLBACK NoteVisit(HWND window, LPARAM)
     return TRUE;
 }
 
-TEST_F(MessageTest, AClassIsRegisteredOnceAndStaysWhileAWindowLives)
-{
-    WNDCLASSA windowClass = {};
-    windowClass.lpfnWndProc = RecordingProcedure;
-    windowClass.hInstance = instance;
-    for (LPCSTR name : {"messageTEST", "", (LPCSTR) nullptr}) {
-        windowClass.lpszClassName = name;
-        EXPECT_EQ(RegisterClassA(&windowClass), 0);
-    }
-    HWND window = Make("main");
-    EXPECT_FALSE(UnregisterClassA("MessageTest", instance));
-    EXPECT_EQ(MakeControl("no such class", window, 0, {}), nullptr);
-    DestroyWindow(window);
-}
-
 TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
 {
     HWND owner = Make("main"), dead = Make("dead", owner, WS_CHILD, 5);
@@ -233,19 +218,6 @@ TEST_F(MessageTest, MovingSendsTheSizeOnlyWhenTheClientAreaChanges)
     EXPECT_EQ(client.bottom, 50);
     EXPECT_EQ(origin.x, outer.left + 1);
     EXPECT_EQ(origin.y, outer.top + 1);
-}
-
-TEST_F(MessageTest, TheWindowAtAPointIsTheInnermostThatShows)
-{
-    HWND window = Make("main", nullptr, WS_POPUP | WS_VISIBLE);
-    HWND shown = Make("shown", window, WS_CHILD | WS_VISIBLE, 5);
-    HWND hidden = Make("hidden", window, WS_CHILD, 6);
-    SetWindowPos(window, HWND_TOP, 10, 20, 0, 0, SWP_NOSIZE);
-    MoveWindow(shown, 0, 0, 50, 100, FALSE);
-    MoveWindow(hidden, 50, 0, 50, 100, FALSE);
-    EXPECT_EQ(WindowFromPoint({15, 30}), shown);
-    EXPECT_EQ(WindowFromPoint({65, 30}), window);
-    EXPECT_NE(WindowFromPoint({500, 400}), window);
 }
 
 } // namespace

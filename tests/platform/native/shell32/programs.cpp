@@ -63,10 +63,14 @@ TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
     WriteProgram(folder, "a b/xdg-mime",
                  "#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo b.desktop\n");
     EXPECT_LE((INT_PTR)FindExecutableA((page + "x").c_str(), "", application), 32);
+    EXPECT_STREQ(application, "");
     ASSERT_GT((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
     std::string line = std::string(application) + " " + page;
     STARTUPINFOA startup = {};
     PROCESS_INFORMATION process;
+    std::string missing = "no such program " + page;
+    EXPECT_FALSE(CreateProcessA(nullptr, missing.data(), nullptr, nullptr, TRUE,
+                                NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup, &process));
     ASSERT_TRUE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
                                nullptr, nullptr, &startup, &process));
     CloseHandle(process.hProcess);
