@@ -1,6 +1,7 @@
 #include "cli/file_names.h"
 
 #include "platform/files.h"
+#include "platform/utf8.h"
 
 #include <cstdio>
 #include <cstring>
@@ -15,10 +16,11 @@ static void AppendEncoded(std::string &encoded, unsigned char byte)
     encoded += code;
 }
 
-// Windows gives these names to devices, whatever extension follows.
+// Windows gives these names to devices, whatever blanks and extension follow.
 static int IsDeviceName(const std::string &name)
 {
-    const std::string stem = FoldName(name.substr(0, name.find('.')));
+    std::string stem = FoldName(name.substr(0, name.find('.')));
+    stem.resize(stem.find_last_not_of(' ') + 1);
     for (const char *device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
         if (stem == device)
             return true;
@@ -32,13 +34,16 @@ std::string EncodeFileName(const std::string &name)
 {
     std::string encoded;
     const int device = IsDeviceName(name);
-    for (size_t i = 0; i < name.size(); i++) {
-        const unsigned char byte = (unsigned char)name[i];
-        if (byte < 32 || byte == 127 || strchr("<>:\"/\\|?*", byte) != nullptr ||
-            (device && i == 0))
-            AppendEncoded(encoded, byte);
-        else
-            encoded += (char)byte;
+    for (size_t i = 0; i < name.size();) {
+        const Utf8Letter letter = LetterAt(name, i);
+        const int isEncoded = SteersText(letter.code) || (device && i == 0) ||
+                              (letter.length == 1 && strchr("<>:\"/\\|?*", name[i]) != nullptr);
+        for (size_t end = i + letter.length; i < end; i++) {
+            if (isEncoded)
+                AppendEncoded(encoded, (unsigned char)name[i]);
+            else
+                encoded += name[i];
+        }
     }
     return encoded;
 }

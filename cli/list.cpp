@@ -5,9 +5,12 @@
 #include "exe/categories.h"
 #include "exe/tree_items.h"
 #include "platform/console.h"
+#include "platform/utf8.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#define PART_SIZE 65536
 
 CLI::App *AddListCommand(CLI::App &app, ListOptions *options)
 {
@@ -19,9 +22,30 @@ CLI::App *AddListCommand(CLI::App &app, ListOptions *options)
     return list;
 }
 
-static void AppendItems(std::string &text, HWND tree, HTREEITEM first, FILE *out, size_t level)
+// What is printed, handed on a part at a time.
+struct Listing {
+    FILE *out;
+    std::string part;
+    int failed; // nothing more is wanted
+};
+
+static void Flush(Listing *listing)
 {
-    for (HTREEITEM item = first; item != nullptr;
+    if (!listing->failed && !listing->part.empty())
+        listing->failed = !PrintText(listing->out, listing->part);
+    listing->part.clear();
+}
+
+static void Append(Listing *listing, const std::string &text)
+{
+    listing->part += text;
+    if (listing->part.size() >= PART_SIZE)
+        Flush(listing);
+}
+
+static void AppendItems(Listing *listing, HWND tree, HTREEITEM first, size_t level)
+{
+    for (HTREEITEM item = first; item != nullptr && !listing->failed;
          item = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_NEXT, (LPARAM)item)) {
         char label[LABEL_SIZE];
         TVITEMA get = {};
@@ -31,27 +55,39 @@ static void AppendItems(std::string &text, HWND tree, HTREEITEM first, FILE *out
         get.cchTextMax = sizeof label;
         if (!SendMessageA(tree, TVM_GETITEM, 0, (LPARAM)&get))
             continue;
-        text.append(level * 2, ' ');
-        text += SafeText(out, TextToUtf8(get.pszText));
-        text += '\n';
+        Append(listing, std::string(level * 2, ' ') + SafeText(TextToUtf8(get.pszText)) + '\n');
         HTREEITEM child = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD, (LPARAM)item);
-        AppendItems(text, tree, child, out, level + 1);
+        AppendItems(listing, tree, child, level + 1);
     }
 }
 
-static std::string TreeText(HWND tree, FILE *out)
+static void AppendTree(Listing *listing, const std::string &heading, HWND tree)
 {
-    std::string text;
-    HTREEITEM root = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0);
-    AppendItems(text, tree, root, out, 0);
-    return text;
+    Append(listing, heading);
+    AppendItems(listing, tree, (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0), 0);
 }
 
-static std::string JsonText(const std::string &path, int withFile)
+// JSON text with the letters that steer text escaped; other letters stay as they are.
+static std::string EscapeSteering(const std::string &json)
 {
-    std::string text;
+    std::string escaped;
+    for (size_t at = 0; at < json.size();) {
+        const Utf8Letter letter = LetterAt(json, at);
+        char code[8];
+        snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
+        if (SteersText(letter.code))
+            escaped += code;
+        else
+            escaped.append(json, at, letter.length);
+        at += letter.length;
+    }
+    return escaped;
+}
+
+static void AppendObjects(Listing *listing, const std::string &path, int withFile)
+{
     ResourceEntry entry;
-    for (LONG index = 0; index < openCatalog.count; index++) {
+    for (LONG index = 0; index < openCatalog.count && !listing->failed; index++) {
         if (!GetEntry(openCatalog.entries, &entry, index))
             continue;
         nlohmann::ordered_json object;
@@ -64,10 +100,9 @@ static std::string JsonText(const std::string &path, int withFile)
         object["isWave"] = entry.isWave != 0;
         if (withFile)
             object["file"] = path;
-        text += object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-        text += '\n';
+        const auto replace = nlohmann::json::error_handler_t::replace;
+        Append(listing, EscapeSteering(object.dump(-1, ' ', false, replace)) + '\n');
     }
-    return text;
 }
 
 // The window class of trees is met by its name alone: the list needs items, not a picture of them.
@@ -82,18 +117,19 @@ ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
     ExitStatus status = ExitDone;
     const int several = options.files.size() > 1;
     HWND tree = options.json ? nullptr : CreateHiddenTree();
-    std::string text;
+    Listing listing = {out, "", 0};
     for (const std::string &path : options.files) {
         if (!ReadExecutable(path, tree, options.salvage, err)) {
             status = ExitFailed;
             continue;
         }
         if (options.json)
-            text = JsonText(path, several);
+            AppendObjects(&listing, path, several);
         else
-            text = (several ? SafeText(out, path) + "\n" : "") + TreeText(tree, out);
+            AppendTree(&listing, several ? SafeText(path) + "\n" : "", tree);
+        Flush(&listing);
         ReleaseCatalog(&openCatalog);
-        if (!PrintText(out, text)) {
+        if (listing.failed) {
             if (!OutputIsClosed())
                 PrintText(err, "quillmoor-cli: The list cannot be written.\n");
             status = ExitFailed;

@@ -25,7 +25,7 @@ std::string TextToUtf8(const char *text)
 
 void PrintFault(FILE *err, const std::string &path, const std::string &text)
 {
-    PrintText(err, "quillmoor-cli: " + SafeText(err, path) + ": " + SafeText(err, text) + "\n");
+    PrintText(err, "quillmoor-cli: " + SafeText(path) + ": " + SafeText(text) + "\n");
 }
 
 static std::string FailureText()

@@ -18,8 +18,9 @@ typedef std::chrono::steady_clock Clock;
 
 // Where the entries of one category go.
 struct CategoryFolder {
-    OutputFolder *folder;   // NULL when it cannot be used
-    std::string unfinished; // the name that a folder made by this run has until it is whole
+    OutputFolder *folder;          // NULL when it cannot be used
+    std::string unfinished;        // the name that a folder made by this run has until it is whole
+    std::vector<std::string> made; // its files, while it has that name
     NamesInFolder names;
 };
 
@@ -34,6 +35,7 @@ struct SaveRun {
     Clock::time_point start;
     Clock::time_point lastProgress;
     ExitStatus status;
+    int isDiskFull; // nothing more is written
 };
 
 CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
@@ -81,6 +83,15 @@ static int IsWanted(SaveRun *run, const ResourceEntry &entry)
     return wanted;
 }
 
+// The first unfinished folder of a run has the first name, unless another run's has it.
+static void TellLeftOver(const SaveRun *run, const std::string &first)
+{
+    if (!first.empty() && !first.ends_with("-1"))
+        PrintFault(run->err, run->options->file,
+                   "In the folder there is .unfinished-1 of another run; if that has ended, it can "
+                   "be deleted.");
+}
+
 // A folder that is there already is filled file by file. A new one is filled under another name,
 // which it keeps until the run ends: so its files need not be moved one by one.
 static CategoryFolder *FindFolder(SaveRun *run, DWORD category)
@@ -92,6 +103,8 @@ static CategoryFolder *FindFolder(SaveRun *run, DWORD category)
             found->folder = OpenSubfolder(run->output, CategoryLabel(category));
         else
             found->folder = MakeUnfinishedFolder(run->output, &found->unfinished);
+        if (run->folders.size() == 1 && found->folder != nullptr)
+            TellLeftOver(run, found->unfinished);
         if (found->folder == nullptr)
             Fault(run, CategoryLabel(category),
                   std::string("The folder cannot be used: ") + FileErrorText() + ".");
@@ -99,15 +112,65 @@ static CategoryFolder *FindFolder(SaveRun *run, DWORD category)
     return found;
 }
 
-static void FinishFolder(SaveRun *run, DWORD category, CategoryFolder *folder)
+// Gives a file its name; one that cannot have it is deleted.
+static void PutInPlace(SaveRun *run, const OutputFolder *from, const std::string &oldName,
+                       const OutputFolder *to, const std::string &name, const std::string &shown)
 {
-    CloseFolder(folder->folder);
-    if (folder->folder == nullptr || folder->unfinished.empty())
+    const MoveResult moved =
+        MoveBetween(from, oldName.c_str(), to, name.c_str(), run->options->force);
+    if (moved == MoveDone)
+        return;
+    if (moved == MoveExists)
+        Fault(run, shown, "The file is there already; --force replaces it.");
+    else
+        Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
+    DeleteInFolder(from, oldName.c_str());
+}
+
+static std::string Shown(DWORD category, const std::string &name)
+{
+    return std::string(CategoryLabel(category)) + pathSeparator + name;
+}
+
+// Another run has put its folder in place meanwhile: this one's files go there one by one.
+static int MergeFolder(SaveRun *run, DWORD category, const CategoryFolder &folder)
+{
+    OutputFolder *from = OpenSubfolder(run->output, folder.unfinished.c_str());
+    OutputFolder *to = from ? OpenSubfolder(run->output, CategoryLabel(category)) : nullptr;
+    if (to != nullptr)
+        for (const std::string &name : folder.made)
+            PutInPlace(run, from, name, to, name, Shown(category, name));
+    CloseFolder(from);
+    CloseFolder(to);
+    if (to != nullptr)
+        DeleteSubfolder(run->output, folder.unfinished.c_str());
+    return to != nullptr;
+}
+
+static void DropFolder(const SaveRun *run, const CategoryFolder &folder)
+{
+    for (const std::string &name : folder.made)
+        DeleteInFolder(folder.folder, name.c_str());
+    CloseFolder(folder.folder);
+    DeleteSubfolder(run->output, folder.unfinished.c_str());
+}
+
+static void FinishFolder(SaveRun *run, DWORD category, const CategoryFolder &folder)
+{
+    const int isUnfinished = folder.folder != nullptr && !folder.unfinished.empty();
+    if (isUnfinished && run->isDiskFull) {
+        DropFolder(run, folder);
+        return;
+    }
+    CloseFolder(folder.folder);
+    if (!isUnfinished)
         return;
     const char *label = CategoryLabel(category);
-    if (MoveInFolder(run->output, folder->unfinished.c_str(), label, 0) != MoveDone)
+    const MoveResult moved =
+        MoveBetween(run->output, folder.unfinished.c_str(), run->output, label, 0);
+    if (moved != MoveDone && !(moved == MoveExists && MergeFolder(run, category, folder)))
         Fault(run, label,
-              "The folder cannot be put in place and is left as " + folder->unfinished + ": " +
+              "The folder cannot be put in place and is left as " + folder.unfinished + ": " +
                   FileErrorText() + ".");
 }
 
@@ -122,12 +185,15 @@ static int FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream, cons
     setvbuf(stream, run->buffer.data(), _IOFBF, run->buffer.size());
     const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
     const int closed = fclose(stream) == 0;
+    NoteStreamError();
     if (outcome == WriteDone && closed)
         return 1;
     DeleteInFolder(folder, name.c_str());
+    run->isDiskFull = outcome != WriteDataUnavailable && DiskWasFull();
     Fault(run, shown,
-          outcome == WriteDataUnavailable ? "The resource's data are not available."
-                                          : "The file cannot be written.");
+          outcome == WriteDataUnavailable
+              ? "The resource's data are not available."
+              : std::string("The file cannot be written: ") + FileErrorText() + ".");
     return 0;
 }
 
@@ -139,15 +205,7 @@ static void SaveBeside(SaveRun *run, const OutputFolder *folder, const std::stri
     FILE *stream = CreateUnfinishedFile(folder, &beside);
     if (!FillFile(run, folder, stream, beside, shown, entry))
         return;
-    const MoveResult moved =
-        MoveInFolder(folder, beside.c_str(), name.c_str(), run->options->force);
-    if (moved == MoveDone)
-        return;
-    DeleteInFolder(folder, beside.c_str());
-    if (moved == MoveExists)
-        Fault(run, shown, "The file is there already; --force replaces it.");
-    else
-        Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
+    PutInPlace(run, folder, beside, folder, name, shown);
 }
 
 static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
@@ -157,12 +215,12 @@ static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
         return;
     const std::string name = NextFileName(&place->names, EncodeFileName(TextToUtf8(entry.name)),
                                           PathExtension(FindExportFormat(&entry)->defaultName));
-    const std::string shown = std::string(CategoryLabel(entry.category)) + pathSeparator + name;
+    const std::string shown = Shown(entry.category, name);
     if (place->unfinished.empty())
         SaveBeside(run, place->folder, name, shown, entry);
-    else
-        FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
-                 entry);
+    else if (FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
+                      entry))
+        place->made.push_back(name);
 }
 
 static void ShowProgress(SaveRun *run, LONG done)
@@ -193,6 +251,10 @@ static void SaveEntries(SaveRun *run)
         }
         if (GetEntry(openCatalog.entries, &entry, index) && IsWanted(run, entry))
             SaveEntry(run, entry);
+        if (run->isDiskFull) {
+            ClearProgress(run);
+            return;
+        }
         ShowProgress(run, index + 1);
     }
     ClearProgress(run);
@@ -222,13 +284,15 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
     CatchStopRequests();
     const std::string output =
         options.output.empty() ? DefaultOutput(options.file) : options.output;
-    run.output = OpenFolder(output.c_str());
+    // Nobody named the default one: a link that lies in its place leads elsewhere.
+    run.output =
+        options.output.empty() ? OpenFolderHere(output.c_str()) : OpenFolder(output.c_str());
     if (run.output == nullptr)
         Fault(&run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
     else
         SaveEntries(&run);
     for (auto &[category, folder] : run.folders)
-        FinishFolder(&run, category, &folder);
+        FinishFolder(&run, category, folder);
     CloseFolder(run.output);
     ReleaseCatalog(&openCatalog);
     return run.status;

@@ -9,10 +9,12 @@
 #include "platform/files.h"
 
 #include <cstdint>
+#include <cstring>
 
 #define TYPE_RECORD_SIZE 8
 #define NAME_RECORD_SIZE 12
 #define INTEGER_ID 0x8000
+#define WINDOW_SIZE 4096
 
 // One reading of a resource table.
 struct NeTable {
@@ -23,16 +25,30 @@ struct NeTable {
     int shift;         // alignment units to bytes
     HWND tree;
     unsigned long long keptBytesLeft;
+
+    // What was read last of the table: records follow one another.
+    BYTE window[WINDOW_SIZE];
+    uint64_t windowStart;
+    size_t windowLength;
 };
 
 // Reads a record from the file. Returns 0, with the failure noted, when it is not all there.
 static int ReadRecord(NeTable *table, uint64_t offset, BYTE *record, size_t size)
 {
-    if (offset <= table->fileLength && size <= table->fileLength - offset &&
-        SeekTo(table->file, offset) && fread(record, 1, size, table->file) == size)
-        return 1;
-    NoteFailure(FailureTable, offset);
-    return 0;
+    if (offset < table->windowStart || offset - table->windowStart > table->windowLength ||
+        table->windowLength - (size_t)(offset - table->windowStart) < size) {
+        table->windowStart = offset;
+        table->windowLength = 0;
+        if (offset < table->fileLength && SeekTo(table->file, offset))
+            table->windowLength = fread(table->window, 1, WINDOW_SIZE, table->file);
+    }
+    const size_t at = (size_t)(offset - table->windowStart);
+    if (table->windowLength - at < size) {
+        NoteFailure(FailureTable, offset);
+        return 0;
+    }
+    memcpy(record, table->window + at, size);
+    return 1;
 }
 
 // Reads a field of 16 bits from the file, as ReadRecord does.

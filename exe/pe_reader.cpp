@@ -209,7 +209,7 @@ static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
 int ReadPeResources(HWND tree, FILE *file)
 {
     const int64_t length = FileLength(file);
-    if (length <= 0 || !SeekTo(file, 0)) {
+    if (length <= 0) {
         NoteFailure(FailureUnreadable, 0);
         return 0;
     }
@@ -221,7 +221,7 @@ int ReadPeResources(HWND tree, FILE *file)
         return 0;
     }
     int result = 0;
-    if (fread(bytes, 1, size, file) != size)
+    if (!ReadOverZeroes(file, bytes, size))
         NoteFailure(FailureUnreadable, 0);
     else
         result = WalkImage(tree, bytes, size);

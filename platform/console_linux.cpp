@@ -48,6 +48,7 @@ void CatchStopRequests()
 {
     signal(SIGINT, NoteStop);
     signal(SIGTERM, NoteStop);
+    signal(SIGHUP, NoteStop);
 }
 
 int StopRequested()

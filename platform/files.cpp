@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <climits>
 #include <cstring>
 
 const char *PathExtension(const char *path)
@@ -10,17 +11,16 @@ const char *PathExtension(const char *path)
 }
 
 // Tries the unfinished names one after another until make(name) gives something, or fails for
-// another reason than that the name is taken.
+// another reason than that the name is taken. Those that other runs left do not stop it.
 template <typename Make>
 static auto MakeUnfinished(const OutputFolder *folder, std::string *name, Make make)
 {
-    for (int number = 1; number < 1000; ++number) {
+    for (int number = 1;; ++number) {
         *name = ".unfinished-" + std::to_string(number);
         const auto made = make(folder, name->c_str());
-        if (made || !ExistsInFolder(folder, name->c_str()))
+        if (made || !NameWasTaken() || number == INT_MAX)
             return made;
     }
-    return make(folder, name->c_str());
 }
 
 FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name)

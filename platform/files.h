@@ -57,6 +57,11 @@ int64_t FileLength(FILE *file);
 // Moves to an offset in bytes from the start. Returns 0 on failure.
 int SeekTo(FILE *file, uint64_t offset);
 
+// Reads `size` bytes from the file's start into memory that holds zeroes. What the file system knows
+// to be a hole of a sparse file is passed over, so that it costs no memory. Returns 0, with a part
+// read, when the file is shorter or cannot be read.
+int ReadOverZeroes(FILE *file, void *zeroes, size_t size);
+
 // What FileErrorText says of what is no regular file.
 inline constexpr char notRegularText[] = "Not a regular file";
 
@@ -65,6 +70,14 @@ inline constexpr char notRegularText[] = "Not a regular file";
 // call overwrites it.
 const char *FileErrorText();
 
+// Whether that was because the name is taken, or because the disk, or the user's part of it, is
+// full.
+int NameWasTaken();
+int DiskWasFull();
+
+// Takes over from the C library why a stream could not be written to or closed, right after that.
+void NoteStreamError();
+
 // --- folders that files are created in; names are UTF-8 ---
 
 struct OutputFolder;
@@ -72,6 +85,10 @@ struct OutputFolder;
 // Opens a folder, making it and its parents when they are missing. The caller closes it. NULL on
 // failure.
 OutputFolder *OpenFolder(const char *path);
+
+// Opens the folder `name` (one part, no separators) of the current folder, making it when it is
+// missing; a link in its place is refused. The caller closes it. NULL on failure.
+OutputFolder *OpenFolderHere(const char *name);
 
 // Opens the folder `name` (one part, no separators) inside another; a link in its place is refused.
 // The caller closes it. NULL on failure.
@@ -101,12 +118,16 @@ enum MoveResult {
     MoveFailed, // FileErrorText says why; everything is as it was
 };
 
-// Gives a file or a closed folder of the folder a new name there. A link that has the new name is
-// replaced itself, never what it leads to.
-MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace);
+// Gives a file or a closed folder of one folder a name in another of the same disk, or a new one
+// where it is. A link that has the new name is replaced itself, never what it leads to.
+MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
+                       const char *newName, int replace);
 
 // Whether something, a link also, has the name; 0 also when that cannot be found out.
 int ExistsInFolder(const OutputFolder *folder, const char *name);
 
 // Deletes a file of the folder; of a link, the link itself. A failure is not told.
 void DeleteInFolder(const OutputFolder *folder, const char *name);
+
+// Deletes an empty folder of the folder, which is closed. A failure is not told.
+void DeleteSubfolder(const OutputFolder *folder, const char *name);

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <clocale>
@@ -124,9 +125,63 @@ int SeekTo(FILE *file, uint64_t offset)
     return offset <= INT64_MAX && fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 
+// Reads a run of the file; 0 when it ends early.
+static int ReadRun(int descriptor, char *bytes, size_t size, off_t offset)
+{
+    while (size > 0) {
+        const ssize_t count = pread(descriptor, bytes, size, offset);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return 0;
+        bytes += count;
+        size -= static_cast<size_t>(count);
+        offset += count;
+    }
+    return 1;
+}
+
+int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
+{
+    const int descriptor = fileno(file);
+    const off_t end = static_cast<off_t>(size);
+    struct stat status;
+    if (fstat(descriptor, &status) != 0 || status.st_size < end)
+        return 0;
+    for (off_t at = 0; at < end;) {
+        off_t data = lseek(descriptor, at, SEEK_DATA);
+        if (data < 0 && errno == ENXIO)
+            return 1; // a hole to the end
+        off_t hole = data < 0 ? end : lseek(descriptor, data, SEEK_HOLE);
+        if (data < 0 || hole <= data) // the file system knows no holes
+            data = at, hole = end;
+        hole = std::min(hole, end);
+        if (data < hole && !ReadRun(descriptor, static_cast<char *>(zeroes) + data,
+                                    static_cast<size_t>(hole - data), data))
+            return 0;
+        at = hole;
+    }
+    return 1;
+}
+
 const char *FileErrorText()
 {
     return lastError == notRegular ? notRegularText : strerror(lastError);
+}
+
+int NameWasTaken()
+{
+    return lastError == EEXIST;
+}
+
+int DiskWasFull()
+{
+    return lastError == ENOSPC || lastError == EDQUOT;
+}
+
+void NoteStreamError()
+{
+    lastError = errno;
 }
 
 static OutputFolder *OpenFolderAt(int parent, const char *name, int flags)
@@ -149,6 +204,12 @@ OutputFolder *OpenFolder(const char *path)
     return OpenFolderAt(AT_FDCWD, path, 0);
 }
 
+OutputFolder *OpenFolderHere(const char *name)
+{
+    mkdir(name, 0777);
+    return OpenFolderAt(AT_FDCWD, name, O_NOFOLLOW);
+}
+
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 {
     return OpenFolderAt(folder->descriptor, name, O_NOFOLLOW);
@@ -156,10 +217,14 @@ OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 
 OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
 {
-    if (mkdirat(folder->descriptor, name, 0777) == 0)
-        return OpenSubfolder(folder, name);
-    lastError = errno;
-    return nullptr;
+    if (mkdirat(folder->descriptor, name, 0777) != 0) {
+        lastError = errno;
+        return nullptr;
+    }
+    OutputFolder *made = OpenSubfolder(folder, name);
+    if (!made)
+        DeleteSubfolder(folder, name);
+    return made;
 }
 
 void CloseFolder(OutputFolder *folder)
@@ -177,22 +242,43 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name)
                           "wb");
 }
 
-MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)
+// Without replacing, where the file system has no such move and gives no second names either: the
+// new name is taken by an empty file, which the move then replaces.
+static int MoveOntoOwnFile(int from, const char *oldName, int to, const char *newName)
 {
-    const int in = folder->descriptor;
-    int failed =
-        replace ? renameat(in, from, in, to) : renameat2(in, from, in, to, RENAME_NOREPLACE);
-    if (failed && !replace && errno == EINVAL) {
-        // The file system cannot move without replacing; a file can be given a second name.
-        // A folder cannot, but its move never replaces a file, a link or a folder that holds
-        // anything.
-        failed = linkat(in, from, in, to, 0);
-        struct stat status;
-        if (!failed)
-            unlinkat(in, from, 0);
-        else if (fstatat(in, from, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode))
-            failed = renameat(in, from, in, to);
-    }
+    const int taken =
+        openat(to, newName, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+    if (taken < 0)
+        return -1;
+    close(taken);
+    if (renameat(from, oldName, to, newName) == 0)
+        return 0;
+    const int error = errno;
+    unlinkat(to, newName, 0);
+    errno = error;
+    return -1;
+}
+
+// Where the file system cannot move without replacing, a file can be given a second name. A folder
+// cannot, but its move never replaces a file, a link or a folder that holds anything.
+static int MoveBySteps(int from, const char *oldName, int to, const char *newName)
+{
+    struct stat status;
+    if (fstatat(from, oldName, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode))
+        return renameat(from, oldName, to, newName);
+    if (linkat(from, oldName, to, newName, 0) == 0)
+        return unlinkat(from, oldName, 0);
+    return errno == EEXIST ? -1 : MoveOntoOwnFile(from, oldName, to, newName);
+}
+
+MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
+                       const char *newName, int replace)
+{
+    const int source = from->descriptor, target = to->descriptor;
+    int failed = replace ? renameat(source, oldName, target, newName)
+                         : renameat2(source, oldName, target, newName, RENAME_NOREPLACE);
+    if (failed && !replace && errno == EINVAL)
+        failed = MoveBySteps(source, oldName, target, newName);
     if (!failed)
         return MoveDone;
     lastError = errno;
@@ -203,6 +289,11 @@ int ExistsInFolder(const OutputFolder *folder, const char *name)
 {
     struct stat status;
     return fstatat(folder->descriptor, name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+void DeleteSubfolder(const OutputFolder *folder, const char *name)
+{
+    unlinkat(folder->descriptor, name, AT_REMOVEDIR);
 }
 
 void DeleteInFolder(const OutputFolder *folder, const char *name)

@@ -136,6 +136,11 @@ int SeekTo(FILE *file, uint64_t offset)
     return offset <= INT64_MAX && _fseeki64(file, static_cast<int64_t>(offset), SEEK_SET) == 0;
 }
 
+int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
+{
+    return SeekTo(file, 0) && fread(zeroes, 1, size, file) == size;
+}
+
 const char *FileErrorText()
 {
     static char text[600];
@@ -153,6 +158,21 @@ const char *FileErrorText()
     if (bytes == 0)
         snprintf(text, sizeof text, "system error %lu", lastError);
     return text;
+}
+
+int NameWasTaken()
+{
+    return lastError == ERROR_ALREADY_EXISTS || lastError == ERROR_FILE_EXISTS;
+}
+
+int DiskWasFull()
+{
+    return lastError == ERROR_DISK_FULL || lastError == ERROR_HANDLE_DISK_FULL;
+}
+
+void NoteStreamError()
+{
+    lastError = _doserrno;
 }
 
 static OutputFolder *HoldFolder(const std::wstring &path, DWORD flags)
@@ -185,6 +205,13 @@ OutputFolder *OpenFolder(const char *path)
     return HoldFolder(whole, 0);
 }
 
+OutputFolder *OpenFolderHere(const char *name)
+{
+    const std::wstring whole = WholePath(name);
+    CreateDirectoryW(whole.c_str(), nullptr);
+    return HoldFolder(whole, FILE_FLAG_OPEN_REPARSE_POINT);
+}
+
 OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 {
     return HoldFolder(folder->path + Wide(name), FILE_FLAG_OPEN_REPARSE_POINT);
@@ -192,10 +219,14 @@ OutputFolder *OpenSubfolder(const OutputFolder *folder, const char *name)
 
 OutputFolder *MakeSubfolder(const OutputFolder *folder, const char *name)
 {
-    if (CreateDirectoryW((folder->path + Wide(name)).c_str(), nullptr))
-        return OpenSubfolder(folder, name);
-    lastError = GetLastError();
-    return nullptr;
+    if (!CreateDirectoryW((folder->path + Wide(name)).c_str(), nullptr)) {
+        lastError = GetLastError();
+        return nullptr;
+    }
+    OutputFolder *made = OpenSubfolder(folder, name);
+    if (!made)
+        DeleteSubfolder(folder, name);
+    return made;
 }
 
 void CloseFolder(OutputFolder *folder)
@@ -213,9 +244,10 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name)
     return OpenHandle(handle, _O_RDWR, "w+b");
 }
 
-MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char *to, int replace)
+MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
+                       const char *newName, int replace)
 {
-    if (MoveFileExW((folder->path + Wide(from)).c_str(), (folder->path + Wide(to)).c_str(),
+    if (MoveFileExW((from->path + Wide(oldName)).c_str(), (to->path + Wide(newName)).c_str(),
                     replace ? MOVEFILE_REPLACE_EXISTING : 0))
         return MoveDone;
     lastError = GetLastError();
@@ -226,6 +258,11 @@ MoveResult MoveInFolder(const OutputFolder *folder, const char *from, const char
 int ExistsInFolder(const OutputFolder *folder, const char *name)
 {
     return GetFileAttributesW((folder->path + Wide(name)).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void DeleteSubfolder(const OutputFolder *folder, const char *name)
+{
+    RemoveDirectoryW((folder->path + Wide(name)).c_str());
 }
 
 void DeleteInFolder(const OutputFolder *folder, const char *name)

@@ -28,6 +28,7 @@ platform/files          core
 platform/console        core
 platform/picture_limit  core
 platform/byte_reader    core
+platform/utf8           core
 platform/native/handles core
 platform/native/visible core
 platform/win32          core

@@ -62,14 +62,14 @@ static Lines WordsOf(const std::string &command)
     return words;
 }
 
-// What is printed, with the system's own reasons and separators left out.
+// What is printed, without the system's own reasons, and in complaints its separators.
 static Lines Printed(const std::string &text, const std::string &before)
 {
     static const std::regex reason("(cannot be (?:opened|used)): [^.]*\\.");
     Lines lines;
     std::istringstream all(std::regex_replace(text, reason, "$1: ..."));
     for (std::string line; std::getline(all, line);) {
-        if (pathSeparator == '\\')
+        if (pathSeparator == '\\' && before == "! ")
             std::replace(line.begin(), line.end(), '\\', '/');
         lines.push_back(before + line);
     }
@@ -237,6 +237,8 @@ static void WriteFiles(const TempFolder &folder)
                                                        {2, u"..", Text("c")},
                                                        {2, u"C:\\x", Text("d")},
                                                        {2, u"CON", Text("e")},
+                                                       {2, u"nul .x", Text("f")},
+                                                       {2, u"1\nBITMAP\u0081", Text("g")},
                                                        {3, 1, Text("icon")}}})
                                     .bytes);
 }
@@ -297,6 +299,11 @@ TEST(SaveCommand, FollowsNoLinkAndReplacesTheLinkItself)
         GTEST_SKIP() << "this system makes no links";
     EXPECT_EQ(RunTool(folder, {"save", "--force", "--output", folder.Path("out"), path}).status,
               ExitFailed);
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path);
+    fs::create_directory_symlink(folder.path / "elsewhere", "four.dll.resources");
+    EXPECT_EQ(RunTool(folder, {"save", "four.dll"}).status, ExitFailed);
+    fs::current_path(before);
     EXPECT_TRUE(fs::is_empty(folder.path / "elsewhere"));
     EXPECT_EQ(ReadFile(folder.path / "precious"), Text("precious"));
     EXPECT_FALSE(fs::is_symlink(folder.path / "out/BITMAP/2.BMP"));

@@ -108,6 +108,8 @@ REPLACE(HFONT, CreateFontA, int height, int width, int escapement, int orientati
          {(DWORD)width, (DWORD)escapement, (DWORD)orientation, (DWORD)weight, italic, underline,
           strikeOut, charSet, outPrecision, clipPrecision, quality, pitch})
         name += other == 0 ? "" : " with " + std::to_string(other);
+    if (name.find(" with ") != std::string::npos)
+        Tell("a font %s", name.c_str());
     return Named(Made(font, name), name);
 }
 

@@ -9,6 +9,7 @@
 
 #include "platform/native/gdi/objects.h"
 #include "platform/native/qt/surfaces.h"
+#include "platform/utf8.h"
 #include "platform/win32/kernel.h"
 
 QString FromCodePage(const char *text, int bytes)
@@ -46,19 +47,11 @@ QString AsDrawn(QString text)
     return text;
 }
 
-static bool TurnsOrBreaks(QChar letter)
-{
-    const char16_t code = letter.unicode();
-    const bool turns = code == 0x061C || code == 0x200E || code == 0x200F ||
-                       (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    return turns || letter.category() == QChar::Other_Control || code == 0x2028 || code == 0x2029;
-}
-
 QString TitleFrom(const std::string &caption)
 {
     QString title = FromCaption(caption);
     for (QChar &letter : title)
-        if (TurnsOrBreaks(letter))
+        if (SteersText(letter.unicode()))
             letter = QChar::ReplacementCharacter;
     return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
 }
