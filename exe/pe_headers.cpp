@@ -6,6 +6,7 @@
 #define PE_HEADERS_SIZE 248 // signature, file header and an optional header of 32 bits
 #define OPTIONAL_HEADER 24  // where the optional header begins
 #define MAGIC_64_BIT 0x20B
+#define FLAG_LIBRARY 0x2000
 #define SECTION_HEADER_SIZE 40
 
 int FindPeHeaders(ByteReader image, size_t *headers)
@@ -18,6 +19,12 @@ int FindPeHeaders(ByteReader image, size_t *headers)
 int Is64BitImage(ByteReader image, size_t headers)
 {
     return ReadU16(&image, headers + OPTIONAL_HEADER) == MAGIC_64_BIT;
+}
+
+int RunsWhenLoaded(ByteReader image, size_t headers)
+{
+    const int isLibrary = ReadU16(&image, headers + 22) & FLAG_LIBRARY;
+    return isLibrary && ReadU32(&image, headers + OPTIONAL_HEADER + 16) != 0;
 }
 
 // Reads the section header at an offset. Returns 0 when it does not lie in the image.

@@ -22,6 +22,9 @@ int FindPeHeaders(ByteReader image, size_t *headers);
 // Whether the headers are a 64-bit image's.
 int Is64BitImage(ByteReader image, size_t headers);
 
+// Whether the image is a library with an entry point, whose code runs when it is loaded.
+int RunsWhenLoaded(ByteReader image, size_t headers);
+
 // Finds the first section of a name, letters compared without case. The section table is taken to
 // follow an optional header of the 32-bit size, whatever size is stated. Returns 0 when there is
 // none before the image's end.

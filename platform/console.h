@@ -26,7 +26,7 @@ int PrintText(FILE *stream, const std::string &text);
 // Whether the last failed PrintText failed because nobody reads the other end any more.
 int OutputIsClosed();
 
-// From this call on a request to stop (Ctrl+C, a termination signal, a terminal that closes) no longer ends the program at
-// once; StopRequested tells that there was one.
+// From this call on a request to stop (Ctrl+C, a termination signal, a terminal that closes) no
+// longer ends the program at once; StopRequested tells that there was one.
 void CatchStopRequests();
 int StopRequested();

@@ -57,9 +57,9 @@ int64_t FileLength(FILE *file);
 // Moves to an offset in bytes from the start. Returns 0 on failure.
 int SeekTo(FILE *file, uint64_t offset);
 
-// Reads `size` bytes from the file's start into memory that holds zeroes. What the file system knows
-// to be a hole of a sparse file is passed over, so that it costs no memory. Returns 0, with a part
-// read, when the file is shorter or cannot be read.
+// Reads `size` bytes from the file's start into memory that holds zeroes. What the file system
+// knows to be a hole of a sparse file is passed over, so that it costs no memory. Returns 0, with a
+// part read, when the file is shorter or cannot be read.
 int ReadOverZeroes(FILE *file, void *zeroes, size_t size);
 
 // What FileErrorText says of what is no regular file.

@@ -1,5 +1,6 @@
 #include "shell/host.h"
 
+#include "exe/pe_headers.h"
 #include "platform/files.h"
 #include "platform/win32.h"
 #include "program/globals.h"
@@ -44,13 +45,27 @@ static void ReportMissingHost()
     PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0);
 }
 
+// The host's code is never to run: a library with an entry point is not loaded, nor is what tells
+// late whether it is one.
+static int MayRunCode(const char *path)
+{
+    BYTE start[16384];
+    size_t headers;
+    FILE *file = OpenPathForReading(path);
+    if (file == nullptr)
+        return 0; // nothing to load either
+    const ByteReader image = OpenBytes(start, fread(start, 1, sizeof start, file));
+    fclose(file);
+    return !FindPeHeaders(image, &headers) || RunsWhenLoaded(image, headers);
+}
+
 void LoadHostModule()
 {
     char path[MAX_PATH];
     FindHostPath(path);
     if (GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES)
         ReportMissingHost();
-    globals.hostModule = path[0] != 0 ? LoadLibraryA(path) : nullptr;
+    globals.hostModule = path[0] != 0 && !MayRunCode(path) ? LoadLibraryA(path) : nullptr;
     if (globals.hostModule == nullptr)
         ReportMissingHost();
 }

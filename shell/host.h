@@ -4,8 +4,9 @@
 
 // Finds VLXPRO.EXE in the folder that the sibling application's settings name (ApplicationPath in
 // the section Vellumax of VLXPRO30.INI), else in the current folder, and loads it into
-// globals.hostModule. When the file is missing, and when it cannot be loaded, says so in the
-// system's message box and posts the Exit command to the main window: once or twice.
+// globals.hostModule; a library with an entry point is not loaded, for its code would run. When the
+// file is missing, and when it is not loaded, says so in the system's message box and posts the
+// Exit command to the main window: once or twice.
 void LoadHostModule();
 
 // Frees the module and forgets it.

@@ -65,6 +65,15 @@ TEST(Stories, Start)
         PressNext(IDOK);
         StartProgram();
     });
+    StopProgram();
+    Step("start with a host module whose code would run", [] {
+        BuiltExecutable host = BuildPe({.resources = {{2, 9004, {1}}}, .is64 = true});
+        PutU16(host.bytes, host.header + 22, 0x2022);       // a library
+        PutU32(host.bytes, host.header + 40, host.address); // and its entry point
+        TestFile("VLXPRO.EXE", host.bytes);
+        PressNext(IDOK);
+        StartProgram();
+    });
     EndStory("start");
 }
 

@@ -230,22 +230,14 @@ REPLACE(HCURSOR, SetCursor, HCURSOR cursor)
 static const struct {
     UINT message;
     const char *name;
-} watched[] = {{WM_CREATE, "create"},
-               {WM_DESTROY, "destroy"},
-               {WM_SIZE, "size"},
-               {WM_DRAWITEM, "draw"},
-               {WM_NOTIFY, "notify"},
-               {WM_COMMAND, "command"},
-               {WM_MOUSEMOVE, "move"},
-               {WM_LBUTTONDOWN, "press"},
-               {WM_LBUTTONUP, "release"},
-               {WM_PARENTNOTIFY, "press in a child"},
-               {WM_OPEN_FILE, "open"},
-               {WM_QUERYENDSESSION, "session end"},
-               {WM_SETFONT, "font"},
-               {TVM_INSERTITEMA, "insert"},
-               {TVM_DELETEITEM, "delete"},
-               {TVM_SETIMAGELIST, "pictures"}};
+} watched[] = {{WM_CREATE, "create"},      {WM_DESTROY, "destroy"},
+               {WM_SIZE, "size"},          {WM_DRAWITEM, "draw"},
+               {WM_NOTIFY, "notify"},      {WM_COMMAND, "command"},
+               {WM_MOUSEMOVE, "move"},     {WM_LBUTTONDOWN, "press"},
+               {WM_LBUTTONUP, "release"},  {WM_PARENTNOTIFY, "press in a child"},
+               {WM_OPEN_FILE, "open"},     {WM_QUERYENDSESSION, "session end"},
+               {WM_SETFONT, "font"},       {TVM_INSERTITEMA, "insert"},
+               {TVM_DELETEITEM, "delete"}, {TVM_SETIMAGELIST, "pictures"}};
 
 static const char *WatchedName(UINT message)
 {

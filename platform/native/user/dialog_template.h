@@ -28,6 +28,6 @@ struct DialogTemplate {
 };
 
 // Reads a template of `size` bytes. Returns false, with the record half filled, when it ends early,
-// is none, or asks for more than anybody would look at: over 255 controls, 64 KiB of texts or a font
-// of 255 points.
+// is none, or asks for more than anybody would look at: over 255 controls, 64 KiB of texts or a
+// font of 255 points.
 bool ReadDialogTemplate(const void *bytes, size_t size, DialogTemplate *dialog);
