@@ -185,9 +185,9 @@ static int FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream, cons
     setvbuf(stream, run->buffer.data(), _IOFBF, run->buffer.size());
     const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
     const int closed = fclose(stream) == 0;
-    NoteStreamError();
     if (outcome == WriteDone && closed)
         return 1;
+    NoteStreamError();
     DeleteInFolder(folder, name.c_str());
     run->isDiskFull = outcome != WriteDataUnavailable && DiskWasFull();
     Fault(run, shown,

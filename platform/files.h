@@ -59,7 +59,7 @@ int SeekTo(FILE *file, uint64_t offset);
 
 // Reads `size` bytes from the file's start into memory that holds zeroes. What the file system
 // knows to be a hole of a sparse file is passed over, so that it costs no memory. Returns 0, with a
-// part read, when the file is shorter or cannot be read.
+// part read, when the file is shorter or cannot be read. The file's position is not kept.
 int ReadOverZeroes(FILE *file, void *zeroes, size_t size);
 
 // What FileErrorText says of what is no regular file.

@@ -150,8 +150,8 @@ int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
         return 0;
     for (off_t at = 0; at < end;) {
         off_t data = lseek(descriptor, at, SEEK_DATA);
-        if (data < 0 && errno == ENXIO)
-            return 1; // a hole to the end
+        if (data < 0 && errno == ENXIO) // a hole to the end, or the file has become shorter
+            return fstat(descriptor, &status) == 0 && status.st_size >= end;
         off_t hole = data < 0 ? end : lseek(descriptor, data, SEEK_HOLE);
         if (data < 0 || hole <= data) // the file system knows no holes
             data = at, hole = end;
