@@ -28,7 +28,7 @@ static std::string_view Trim(std::string_view text)
 
 static bool IsSameName(std::string_view a, std::string_view b)
 {
-    return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+    return a.size() == b.size() && (a.empty() || strncasecmp(a.data(), b.data(), a.size()) == 0);
 }
 
 // Takes the next line that is not empty; either byte of a line end ends it.

@@ -153,7 +153,7 @@ static void FitIcon(ImagePixels *picture)
     *picture = std::move(fitted);
 }
 
-static bool LoadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
+bool ReadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture)
 {
     const WORD id = ChooseOfGroup(
         OpenResource(instance, name, isCursor ? RT_GROUP_CURSOR : RT_GROUP_ICON), isCursor);
@@ -202,7 +202,7 @@ static HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
         picture.systemCursor = static_cast<int>(reinterpret_cast<uintptr_t>(name));
     else if (!instance && !isCursor && name == IDI_INFORMATION)
         DrawInformationSign(&picture);
-    else if (!instance || !LoadPicture(instance, name, isCursor, &picture))
+    else if (!instance || !ReadPicture(instance, name, isCursor, &picture))
         return nullptr;
     const auto handle = static_cast<HICON>(pictures.Add(std::move(picture)));
     loadedPictures.push_back({instance, key, isCursor, handle});

@@ -17,6 +17,11 @@ struct ImagePixels {
     int systemCursor; // that one's number (IDC_), else 0
 };
 
+// Reads the picture that a module's group of icons or cursors names for the usual size; an icon is
+// then made 32 x 32 pixels. Returns false, with the record half filled, when there is none or it
+// is larger than 256 x 256 pixels.
+bool ReadPicture(HINSTANCE instance, LPCSTR name, bool isCursor, ImagePixels *picture);
+
 // The picture behind an icon's or cursor's handle, which is there for good; NULL for other handles.
 const ImagePixels *PictureOf(HICON handle);
 

@@ -8,11 +8,14 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <type_traits>
+#include <vector>
 
 #include "platform/byte_reader.h"
 #include "platform/win32/winmm.h"
 
 constexpr uint32_t riffHeaderSize = 8;    // bytes
+constexpr uint32_t firstChunk = 12;       // behind "WAVE"
+constexpr uint32_t chunkHeaderSize = 8;   // its name and length
 constexpr unsigned buffersPerSecond = 50; // or a few less: how far a stop can be heard late
 constexpr unsigned leastBufferFrames = 16;
 constexpr unsigned mostBufferFrames = 32768;
@@ -176,6 +179,26 @@ static bool IsPlayable(const SDL_AudioSpec &format)
            format.channels <= 8;
 }
 
+// SDL sets as much memory aside as a chunk says that it is long. Of one that says more than there
+// is, the last, the length is made true, in a copy; without one the copy stays empty.
+static std::vector<char> MendLastChunk(const char *bytes, uint32_t size)
+{
+    ByteReader riff = OpenBytes(bytes, size);
+    for (size_t at = firstChunk; at < size;) {
+        const uint32_t length = ReadU32(&riff, at + 4);
+        const size_t start = at + chunkHeaderSize;
+        if (riff.failed || length <= size - start) {
+            at = start + length + length % 2;
+            continue;
+        }
+        std::vector<char> mended(bytes, bytes + size);
+        for (size_t i = 0; i < 4; ++i)
+            mended[at + 4 + i] = static_cast<char>((size - start) >> 8 * i);
+        return mended;
+    }
+    return {};
+}
+
 // Decodes the sound. On success its samples are freed with SDL_FreeWAV.
 static bool LoadSound(const char *bytes, WaveSound *sound)
 {
@@ -187,7 +210,9 @@ static bool LoadSound(const char *bytes, WaveSound *sound)
     sdl.SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
     sdl.SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
     *sound = {};
-    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(bytes, static_cast<int>(rest + riffHeaderSize)), 1,
+    const std::vector<char> mended = MendLastChunk(bytes, rest + riffHeaderSize);
+    const char *whole = mended.empty() ? bytes : mended.data();
+    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(whole, static_cast<int>(rest + riffHeaderSize)), 1,
                         &sound->format, &sound->samples, &sound->size))
         return false;
     if (IsPlayable(sound->format))

@@ -33,31 +33,23 @@ TEST(Profile, ValuesAreFoundAndTrimmed)
                         "Tab=\ttab\t\r\nEquals=a=b\r\nAlone=\"\r\nNone=\"\"\r\n"
                         "[not a section\n"
                         "Inside=1\n"
+                        "= no key\r\n"
                         "[Vellumax]\r\nLate=1\r\n"
                         "[c] trailing\nk=3\r[d]k=5\n[]\nk=6\nno end=7";
     struct {
         const char *key, *value, *section = "Vellumax";
     } const cases[] = {
-        {"Path", "C:\\A B\\"},
-        {" path ", "C:\\A B\\", " VELLUMAX "},
-        {"Quoted", "in quotes "},
-        {"Single", " x "},
-        {"Open", "\"un"},
-        {"Mixed", "\"a'"},
-        {"Nothing", ""},
-        {"No value", "none"},
-        {"Comment", "val ; x"},
-        {"Hash", "#x"},
-        {"Tab", "tab"},
-        {"Equals", "a=b"},
-        {"Alone", "\""},
-        {"None", ""},
-        {"Inside", "1"},
-        {"Missing", "none"},
-        {"Path", "none", "Missing"},
+        {"Path", "C:\\A B\\"},    {" path ", "C:\\A B\\", " VELLUMAX "},
+        {"Quoted", "in quotes "}, {"Single", " x "},
+        {"Open", "\"un"},         {"Mixed", "\"a'"},
+        {"Nothing", ""},          {"No value", "none"},
+        {"Comment", "val ; x"},   {"Hash", "#x"},
+        {"Tab", "tab"},           {"Equals", "a=b"},
+        {"Alone", "\""},          {"None", ""},
+        {"Inside", "1"},          {"Missing", "none"},
+        {"", "no key"},           {"Path", "none", "Missing"},
         {"Late", "none"}, // the first section of a name counts
-        {"k", "3", "c"},
-        {"k", "none", "d"},
+        {"k", "3", "c"},          {"k", "none", "d"},
         {"top", "0", ""},
     };
     for (const auto &row : cases)
