@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #define TITLE_SIZE 264
 #define LEAST_SPLIT_POSITION 100
@@ -160,14 +161,28 @@ static void OnOpenFile(HWND window, const char *path)
     EnableMenuItem(GetMenu(window), IDM_CLOSE, MF_ENABLED);
 }
 
+static void OpenInstead(HWND window, const char *path)
+{
+    SendMessageA(window, WM_COMMAND, IDM_CLOSE, 0);
+    SendMessageA(window, WM_OPEN_FILE, 0, (LPARAM)path);
+}
+
 static void OnOpen(HWND window)
 {
     char path[MAX_PATH] = "";
     StopSound();
-    if (!ShowOpenDialog(window, path))
-        return;
-    SendMessageA(window, WM_COMMAND, IDM_CLOSE, 0);
-    SendMessageA(window, WM_OPEN_FILE, 0, (LPARAM)path);
+    if (ShowOpenDialog(window, path))
+        OpenInstead(window, path);
+}
+
+// Of several files that are dropped the first is opened.
+static void OnDropFiles(HWND window, HDROP drop)
+{
+    std::string path(DragQueryFileA(drop, 0, nullptr, 0), 0);
+    DragQueryFileA(drop, 0, path.data(), (UINT)path.size() + 1);
+    DragFinish(drop);
+    if (!path.empty())
+        OpenInstead(window, path.c_str());
 }
 
 static void OnClose(HWND window)
@@ -363,6 +378,7 @@ LRESULT CALLBACK MainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
     case WM_MOUSEMOVE: return OnMouseMove(window, wParam, lParam);
     case WM_LBUTTONDOWN: return OnDragStart(window), 0;
     case WM_LBUTTONUP: return OnDragEnd(window), 0;
+    case WM_DROPFILES: return OnDropFiles(window, (HDROP)wParam), 0;
     case WM_PARENTNOTIFY: return OnParentNotify(window, wParam, lParam);
     case WM_OPEN_FILE: return OnOpenFile(window, (const char *)lParam), 0;
     default: return DefWindowProcA(window, message, wParam, lParam);

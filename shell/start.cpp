@@ -62,6 +62,7 @@ int StartUp(HINSTANCE instance, char *commandLine, int showCommand)
         return 0;
     FindProgramDirectory();
     MakeChildren();
+    DragAcceptFiles(globals.mainWindow, TRUE);
     LoadHostModule();
     if (globals.interfaceFont != nullptr)
         ApplyFontToChildren(globals.mainWindow, globals.interfaceFont);

@@ -1,4 +1,4 @@
-// Per-user folders, and starting other programs.
+// Per-user folders, starting other programs, and files that are dropped on a window.
 #pragma once
 
 #include "platform/win32/types.h"
@@ -35,5 +35,28 @@ HINSTANCE WINAPI ShellExecuteA(HWND owner, LPCSTR verb, LPCSTR file, LPCSTR para
 // no such file, 31 when nothing opens it. On Linux it is xdg-open, when the desktop has an
 // application for HTML.
 HINSTANCE WINAPI FindExecutableA(LPCSTR file, LPCSTR folder, LPSTR path);
+
+// --- dropped files ---
+
+// Whether files can be dropped on the window. Each drop is posted as WM_DROPFILES, whose wParam is
+// an HDROP that the receiver frees; a window that takes no input gets none.
+void WINAPI DragAcceptFiles(HWND window, BOOL accepts);
+
+// What an HDROP is: a movable block that begins so. The paths follow at an offset of `pFiles`
+// bytes, each terminated, an empty one after the last; of 16-bit units when fWide is not 0.
+typedef struct _DROPFILES {
+    DWORD pFiles;
+    POINT pt; // where they were dropped, in the client area
+    BOOL fNC;
+    BOOL fWide;
+} DROPFILES, *LPDROPFILES;
+DECLARE_HANDLE(HDROP);
+
+// Writes a path, cut to size - 1 bytes, and returns how many bytes it has there; without room
+// (path NULL) its whole length. 0 when there is no such file. This layer's own drops have 8-bit
+// paths; those of 16-bit units have none here.
+UINT WINAPI DragQueryFileA(HDROP drop, UINT index, LPSTR path, UINT size);
+
+void WINAPI DragFinish(HDROP drop);
 
 } // extern "C"

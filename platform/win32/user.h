@@ -194,6 +194,7 @@ BOOL WINAPI GetCursorPos(LPPOINT point);
 #define WM_LBUTTONDBLCLK 0x0203
 #define WM_RBUTTONDOWN 0x0204
 #define WM_PARENTNOTIFY 0x0210 // to the parents before a child gets a press. wParam: that message
+#define WM_DROPFILES 0x0233    // wParam: what was dropped, an HDROP
 #define WM_USER 0x0400
 
 // Asked for a control's or dialog's colours; wParam: its drawing context, lParam: its window. The

@@ -316,6 +316,9 @@ TEST(FileNames, AreTakenByBothSystemsAndToldApart)
                                         {"nul", "%6Eul"},
                                         {"Com1.x", "%43om1.x"},
                                         {"COM10", "COM10"},
+                                        {"lpt\xC2\xB9", "%6Cpt\xC2\xB9"},
+                                        {"COM\xC2\xB2", "%43OM\xC2\xB2"},
+                                        {"COM\xC2\xB3.x", "%43OM\xC2\xB3.x"},
                                         {"100% a", "100% a"},
                                         {"\xC3\x89", "\xC3\x89"}})
         EXPECT_EQ(EncodeFileName(name), encoded);

@@ -1,4 +1,5 @@
 #include "tests/support/reading.h"
+#include "tests/support/transcript.h"
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,7 @@ TEST(NeReader, StopsANameAtTheEndOfTheFile)
 
 TEST(NeReader, SurvivesEveryCutAndEveryWildByte)
 {
-    ExpectHonestDamaged(
-        BuildNe({.resources = {{2, 1, Text("picture")}, {3, u"ICON", Text("icon")}}}).bytes, 2);
+    const Bytes good =
+        BuildNe({.resources = {{2, 1, Text("picture")}, {3, u"ICON", Text("icon")}}}).bytes;
+    ExpectTold(TellDamaged(good), EXE_FOLDER "/damaged_ne.txt", TOLD_FOLDER "/damaged_ne.told.txt");
 }

@@ -8,6 +8,7 @@
 #include "tests/support/drive_story.h"
 #include "tests/support/loops.h"
 
+#include <cstring>
 #include <filesystem>
 #include <map>
 
@@ -15,6 +16,17 @@ static void Open(const std::string &path)
 {
     ChooseNext(path);
     Command(IDM_OPEN);
+}
+
+static void Drop(const std::string &paths)
+{
+    HGLOBAL drop = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + paths.size());
+    DROPFILES *header = (DROPFILES *)GlobalLock(drop);
+    header->pFiles = sizeof(DROPFILES);
+    memcpy(header + 1, paths.data(), paths.size());
+    GlobalUnlock(drop);
+    PostMessageA(globals.mainWindow, WM_DROPFILES, (WPARAM)drop, 0);
+    RunUntilIdle();
 }
 
 // A picture that shows which way is up and left.
@@ -164,7 +176,7 @@ static void AddTexts(Looks *looks)
 {
     Add(looks, 6, "strings",
         MakeStringBlock(
-            {u"", u"One", u"Two\tlines\r\n\x01 & \xE4\u20AC", u"", std::u16string(300, u'x')}));
+            {u"", u"One", u"Two\tlines\r\n\x01 & \xE4\u20AC", u"", std::u16string(9000, u'x')}));
     Bytes cut = MakeStringBlock({u"abc", u"defg"});
     cut.resize(2 + 6 + 2 + 6);
     Add(looks, 6, "a string that runs past its block", cut);
@@ -280,6 +292,12 @@ TEST(Stories, OpeningAndFailing)
     } refused[] = {{text, 0}, {stub, 1}, {dull, 1}, {other, 2}};
     for (const auto &c : refused)
         OpenRefused(good, c.path, c.messages);
+    Step("drop two files on it", [&] {
+        Open(good);
+        Select("BINARY DATA", "500");
+        Drop(second + '\0' + good + '\0' + '\0');
+    });
+    Step("drop nothing", [] { Drop(std::string(2, 0)); });
     Step("open one that is there no more", [&] {
         Open(good);
         Select("BITMAP", "101");

@@ -83,6 +83,13 @@ REPLACE(HGLOBAL, GlobalFree, HGLOBAL block)
     return RealGlobalFree(block);
 }
 
+// Frees the block, out of our sight where it is the system's.
+REPLACE(void, DragFinish, HDROP drop)
+{
+    GaveBack(drop);
+    RealDragFinish(drop);
+}
+
 REPLACE(LPVOID, GlobalLock, HGLOBAL block)
 {
     LPVOID address = RealGlobalLock(block);
@@ -422,11 +429,12 @@ static void TellChooser(const char *what, const OPENFILENAMEA &request)
     int count = 0;
     for (const char *at = request.lpstrFilter; *at != 0; at += strlen(at) + 1, count++)
         filters += (count % 2 == 0 ? (count == 0 ? "" : "; ") : " ") + std::string(at);
-    Tell("%s over %s, of %s: filters %s, the %u., folder %s, name %s of %u, flags %X", what,
+    Tell("%s over %s, of %s: filters %s, the %u., folder %s, name %s of %u%s, flags %X", what,
          WindowName(request.hwndOwner), ModuleName(request.hInstance),
          Plain(filters.c_str()).c_str(), (unsigned)request.nFilterIndex,
          Plain(request.lpstrInitialDir).c_str(), Plain(request.lpstrFile).c_str(),
-         (unsigned)request.nMaxFile, (unsigned)request.Flags);
+         (unsigned)request.nMaxFile, request.lpstrFileTitle != nullptr ? " and alone" : "",
+         (unsigned)request.Flags);
 }
 
 REPLACE(BOOL, GetOpenFileNameA, LPOPENFILENAMEA request)

@@ -15,10 +15,10 @@ struct Reading {
     std::vector<Bytes> data;
 };
 
-// Expects of a file wherever it is cut and whichever byte is wild: a reading that succeeds has
-// noted no failure, one that fails has; no entry is longer than the file; and what succeeds
-// although the file was cut still has `whole` entries.
-void ExpectHonestDamaged(const Bytes &good, size_t whole);
+// Reads a file wherever it is cut, and with each byte wild, and tells what comes of it. Expects
+// that a reading that succeeds has noted no failure, one that fails has, and no entry is longer
+// than the file.
+std::vector<std::string> TellDamaged(const Bytes &good);
 
 // Reads the bytes with no tree; the catalogue is empty again afterwards.
 Reading ReadBytes(const Bytes &bytes);

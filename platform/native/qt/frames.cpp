@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScreen>
 #include <QWindow>
 
@@ -11,6 +13,7 @@
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/surfaces.h"
 #include "platform/native/qt/text.h"
+#include "platform/native/shell32/drops.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/pictures.h"
@@ -39,6 +42,7 @@ FrameWidget::FrameWidget(HWND shown, QWidget *owner)
 {
     const Window *record = WindowOf(window);
     setAttribute(Qt::WA_QuitOnClose, false);
+    setAcceptDrops(true);
     if (GetMenu(window))
         menuBar = MakeMenuBar(window, this);
     if (owner)
@@ -192,6 +196,31 @@ void FrameWidget::keyPressEvent(QKeyEvent *event)
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+// The paths of the local files, as the system's own bytes: a name that is no UTF-8 comes as %XX.
+static std::vector<std::string> PathsOf(const QMimeData *data)
+{
+    std::vector<std::string> paths;
+    for (const QUrl &address : data->urls())
+        if (address.isLocalFile() && address.host().isEmpty())
+            paths.push_back(
+                QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toLatin1())
+                    .toStdString());
+    return paths;
+}
+
+void FrameWidget::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (TakesDrops(window) && !PathsOf(event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void FrameWidget::dropEvent(QDropEvent *event)
+{
+    const QPoint place = event->position().toPoint() - client->pos();
+    ReportDrop(window, {place.x(), place.y()}, PathsOf(event->mimeData()));
+    event->acceptProposedAction();
 }
 
 void FrameWidget::FollowText()

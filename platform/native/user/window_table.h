@@ -58,6 +58,7 @@ struct Window {
     bool isDying;       // its WM_DESTROY has been sent
     bool wasShown;
     bool isMaximized; // how it is to be shown first
+    bool takesDrops;  // files can be dropped on it
 
     RECT rect;   // outer; on the screen, a child's in its parent's client area
     RECT around; // widths of what lies around the client area

@@ -3,12 +3,13 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QDropEvent>
 #include <QFileDialog>
-#include <QFontMetrics>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QThread>
@@ -19,8 +20,6 @@
 #include <fstream>
 #include <functional>
 
-#include "platform/native/gdi/objects.h"
-#include "platform/native/kernel/code_page.h"
 #include "platform/native/qt/display.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/text.h"
@@ -549,43 +548,43 @@ TEST_F(QtWindow, CyclesOfOpenLookAndCloseLeaveNoMemoryBehind)
     EXPECT_LE(ResidentPages(), after100 + 64);
 }
 
-TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)
+TEST(QtProgram, RunsUntilItsExit)
 {
-    for (const Font &font : {Font{14, 0, "MS Sans Serif"}, Font{13, 0, "Courier New"}}) {
-        FontSize size;
-        MeasureFont(font, &size);
-        EXPECT_LE(size.ascent + size.descent, font.height);
-        EXPECT_GE(size.ascent + size.descent, font.height - 2);
-    }
-    const Font courier = {13, 0, "Courier New"};
-    EXPECT_EQ(MeasureText(courier, "iiii", 4), MeasureText(courier, "WWWW", 4));
-    EXPECT_EQ(FromCaption("\xC3\xA9t\xC3\xA9"), QString::fromUtf8("été"));
-    EXPECT_EQ(FromCaption("\xE9t\xE9"), QString::fromUtf8("été"));
-    EXPECT_EQ(TitleFrom("a\xE2\x80\xAE"
-                        "b\xE2\x81\xA6"
-                        "c\n\xC2\x85"),
-              QString::fromUtf8("a�b�c��"));
-    EXPECT_EQ(FromCodePage("\xC3\xA9", 2), QString::fromUtf8("Ã©"));
+    Follow({{[] { return globals.mainWindow != nullptr; },
+             [] { SendMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); }}});
+    char commandLine[] = "none.dll";
+    EXPECT_EQ(WinMain(GetModuleHandleA(nullptr), nullptr, commandLine, SW_SHOWNORMAL), 0);
+    EXPECT_EQ(globals.mainWindow, nullptr);
 }
 
-TEST(QtText, EveryCharacterOfEveryPageIsDrawn)
+TEST_F(QtWindow, TheFirstFileDroppedIsOpened)
 {
-    const QFontMetrics metrics(QtFont({13, 0, "Courier New"}));
-    static CodePage page;
-    for (unsigned number : {874u, 1250u, 1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u}) {
-        ASSERT_TRUE(FillCodePage(number, &page));
-        for (int byte = 1; byte < 256; ++byte) {
-            const QChar letter = page.units[byte];
-            const QString drawn = AsDrawn(letter);
-            // Marks lie above others, and signs direct them: these have no width.
-            if (letter.isMark() || (letter.category() == QChar::Other_Format && letter != u'\xAD'))
-                continue;
-            const int width = metrics.horizontalAdvance("|" + drawn + "|");
-            EXPECT_NEAR(width - metrics.horizontalAdvance("||"), 9, 7) << number << " " << byte;
-        }
+    // A name that is no UTF-8 keeps its bytes.
+    const std::string path = File("") + "/caf\xE9 %41.dll";
+    EXPECT_TRUE(WriteBytes(path.c_str(), BuildPe({{{10, 1, {1}}}}).bytes));
+    const struct {
+        QByteArrayList addresses;
+        int isTaken;
+    } cases[] = {
+        {{"https://example.org/a.dll", "file://elsewhere/a.dll"}, 0},
+        {{"file://" + QByteArray::fromStdString(path).toPercentEncoding("/"), "file:///b"}, 1},
+    };
+    for (const auto &c : cases) {
+        QMimeData data;
+        QList<QUrl> addresses;
+        for (const QByteArray &address : c.addresses)
+            addresses.append(QUrl(QString::fromLatin1(address)));
+        data.setUrls(addresses);
+        QDragEnterEvent enter({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QApplication::sendEvent(Frame(), &enter);
+        EXPECT_EQ(enter.isAccepted(), c.isTaken);
+        QDropEvent drop({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(Frame(), &drop);
+        RunUntilIdle();
+        EXPECT_EQ(WindowOf(globals.mainWindow)->text.find(path) != std::string::npos, c.isTaken);
     }
-    EXPECT_EQ(MeasureText({13, 0, "Courier New"}, "a\xAD\tb", 4),
-              MeasureText({13, 0, "Courier New"}, "a-xb", 4));
+    std::filesystem::remove(path); // Qt does not find it when it empties the folder
 }
 
 } // namespace
