@@ -34,9 +34,27 @@ static int WriteTempFile(const char *name, const void *data, DWORD size)
     return closed && written == size;
 }
 
-static void DrawDecoded(HDC dc, const RECT *rect, const void *dib, PngPicture *picture)
+// Decodes a file and blends it over white. The decoded block goes before anything is drawn: a large
+// picture need not lie in memory twice over. NULL on failure.
+static HGLOBAL DecodeFlat(const char *name)
 {
-    HGLOBAL flat = FlattenOverWhite(dib, 0);
+    HGLOBAL decoded = ReadGraphicFile(name);
+    if (decoded == nullptr)
+        return nullptr;
+    HGLOBAL flat = nullptr;
+    const void *dib = GlobalLock(decoded);
+    if (dib != nullptr) {
+        if (PictureFits(dib, (DWORD)GlobalSize(decoded), 0))
+            flat = FlattenOverWhite(dib, 0);
+        GlobalUnlock(decoded);
+    }
+    GlobalFree(decoded);
+    return flat;
+}
+
+static void DecodeAndDraw(HDC dc, const RECT *rect, const char *name, PngPicture *picture)
+{
+    HGLOBAL flat = DecodeFlat(name);
     if (flat == nullptr)
         return;
     GetDibInfo(flat, sizeof(BITMAPINFOHEADER), &picture->width, &picture->height, nullptr);
@@ -45,20 +63,6 @@ static void DrawDecoded(HDC dc, const RECT *rect, const void *dib, PngPicture *p
     picture->y = at.y - rect->top;
     DrawDib(dc, at.x, at.y, flat, SRCCOPY);
     GlobalFree(flat);
-}
-
-static void DecodeAndDraw(HDC dc, const RECT *rect, const char *name, PngPicture *picture)
-{
-    HGLOBAL decoded = ReadGraphicFile(name);
-    if (decoded == nullptr)
-        return;
-    const void *dib = GlobalLock(decoded);
-    if (dib != nullptr) {
-        if (PictureFits(dib, (DWORD)GlobalSize(decoded), 0))
-            DrawDecoded(dc, rect, dib, picture);
-        GlobalUnlock(decoded);
-    }
-    GlobalFree(decoded);
 }
 
 static int DrawLocked(HDC dc, const RECT *rect, const BYTE *data, DWORD size, PngPicture *picture)

@@ -90,7 +90,7 @@ static BITMAPINFOHEADER HeaderOf(uint32_t width, uint32_t height, uint32_t bits)
 
 HGLOBAL MakeCodecDib(DWORD width, DWORD height)
 {
-    if (width == 0 || height == 0 || width > mostPicturePixels / height)
+    if (width == 0 || height == 0 || width > mostDecodedPixels / height)
         return nullptr;
     BITMAPINFOHEADER header = HeaderOf(width, height, 32);
     header.biSizeImage = width * height * 4;

@@ -16,8 +16,8 @@ HGLOBAL PNGGetFileInformation(const char *path);
 // packed DIB: BITMAPINFOHEADER, then bottom-up rows of 32 bits a pixel (blue, green, red, alpha;
 // not multiplied by alpha). The caller frees it. A file whose end is missing or whose checksums are
 // wrong is decoded when all of its rows are there. NULL when the file cannot be read, lacks pixels
-// or is damaged otherwise, or its header tells of more than mostPicturePixels: such a file is not
-// decoded.
+// or is damaged otherwise, or its header tells of more than mostDecodedPixels: such a file is not
+// decoded. Unpacked pixels lie in the block alone.
 HGLOBAL PNGReadGraphicFile(const char *path);
 
 // Writes a DIB block, as PNGReadGraphicFile makes it or of 24 bits a pixel, uncompressed and stored

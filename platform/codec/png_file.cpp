@@ -11,6 +11,7 @@ constexpr uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr size_t headerEnd = 33; // the signature and the first chunk
 constexpr size_t chunkRoom = 12; // length, type and checksum of a chunk
 constexpr uint32_t mostSide = 0x7FFFFFFF;
+constexpr size_t pieceSize = 16384; // of what passes through without being kept
 
 namespace
 {
@@ -25,6 +26,33 @@ struct ColorType {
 struct Pass {
     uint32_t x, y;
     uint32_t stepX, stepY;
+};
+
+// Unpacks pixels, without looking for the checksum behind them.
+struct Unpacker {
+    z_stream stream = {};
+    bool isReady = inflateInit2(&stream, -MAX_WBITS) == Z_OK;
+
+    Unpacker() = default;
+    Unpacker(const Unpacker &) = delete;
+    Unpacker &operator=(const Unpacker &) = delete;
+    ~Unpacker()
+    {
+        inflateEnd(&stream); // does nothing to one that is not ready
+    }
+};
+
+struct Packer {
+    z_stream stream = {};
+    bool isReady = deflateInit(&stream, Z_BEST_SPEED) == Z_OK;
+
+    Packer() = default;
+    Packer(const Packer &) = delete;
+    Packer &operator=(const Packer &) = delete;
+    ~Packer()
+    {
+        deflateEnd(&stream);
+    }
 };
 
 } // namespace
@@ -117,36 +145,51 @@ static void TakeChunks(const PngBytes &file, PngBytes *before, PngBytes *packed)
     }
 }
 
-// Unpacks that many bytes of rows, whatever follows them. Empty when there are fewer.
-static PngBytes UnpackRows(const PngBytes &packed, uint64_t size)
+// Hands bytes to the packer, adds what it makes of them to packed, and ends the packing when asked.
+static void Pack(Packer *packer, const uint8_t *bytes, size_t size, bool isEnd, PngBytes *packed)
+{
+    uint8_t piece[pieceSize];
+    z_stream *stream = &packer->stream;
+    stream->next_in = const_cast<uint8_t *>(bytes);
+    stream->avail_in = static_cast<uInt>(size);
+    do {
+        stream->next_out = piece;
+        stream->avail_out = sizeof piece;
+        deflate(stream, isEnd ? Z_FINISH : Z_NO_FLUSH);
+        packed->insert(packed->end(), piece, piece + sizeof piece - stream->avail_out);
+    } while (stream->avail_out == 0);
+}
+
+// Packs anew that many bytes of rows, whatever follows them. Empty when there are fewer.
+static PngBytes Repack(const PngBytes &packed, uint64_t size)
 {
     constexpr size_t zlibHeader = 2;
     constexpr uint64_t mostRatio = 1032; // of this compression: one that tells of more lies
     if (packed.size() <= zlibHeader || size > packed.size() * mostRatio)
         return {};
-    PngBytes rows(static_cast<size_t>(size));
-    z_stream stream = {};
-    // Without the checksum behind them.
-    if (inflateInit2(&stream, -MAX_WBITS) != Z_OK)
-        return {};
-    stream.next_in = const_cast<uint8_t *>(packed.data()) + zlibHeader;
-    stream.avail_in = static_cast<uInt>(packed.size() - zlibHeader);
-    stream.next_out = rows.data();
-    stream.avail_out = static_cast<uInt>(rows.size());
-    inflate(&stream, Z_SYNC_FLUSH);
-    inflateEnd(&stream);
-    return stream.avail_out == 0 ? rows : PngBytes();
+    Unpacker unpacker;
+    Packer packer;
+    PngBytes repacked;
+    uint8_t piece[pieceSize];
+    unpacker.stream.next_in = const_cast<uint8_t *>(packed.data()) + zlibHeader;
+    unpacker.stream.avail_in = static_cast<uInt>(packed.size() - zlibHeader);
+    while (unpacker.isReady && packer.isReady && size > 0) {
+        unpacker.stream.next_out = piece;
+        unpacker.stream.avail_out = static_cast<uInt>(std::min<uint64_t>(size, sizeof piece));
+        inflate(&unpacker.stream, Z_SYNC_FLUSH);
+        const auto got = static_cast<size_t>(unpacker.stream.next_out - piece);
+        if (got == 0)
+            return {};
+        size -= got;
+        Pack(&packer, piece, got, size == 0, &repacked);
+    }
+    return repacked;
 }
 
-// Puts pixels and end behind what is in front of them.
-static PngBytes WithRows(PngBytes file, const PngBytes &rows)
+// Puts packed pixels and end behind what is in front of them.
+static PngBytes WithPixels(PngBytes file, const PngBytes &packed)
 {
-    uLongf size = compressBound(static_cast<uLong>(rows.size()));
-    PngBytes packed(size);
-    if (compress2(packed.data(), &size, rows.data(), static_cast<uLong>(rows.size()),
-                  Z_BEST_SPEED) != Z_OK)
-        return {};
-    AddChunk(&file, "IDAT", packed.data(), size);
+    AddChunk(&file, "IDAT", packed.data(), packed.size());
     AddChunk(&file, "IEND", nullptr, 0);
     return file;
 }
@@ -154,13 +197,13 @@ static PngBytes WithRows(PngBytes file, const PngBytes &rows)
 PngBytes MendPng(const PngBytes &file)
 {
     PngHeader header;
-    if (!ReadPngHeader(file, &header) || header.width > mostPicturePixels / header.height)
+    if (!ReadPngHeader(file, &header) || header.width > mostDecodedPixels / header.height)
         return {};
     PngBytes before;
     PngBytes packed;
     TakeChunks(file, &before, &packed);
-    const PngBytes rows = UnpackRows(packed, RowsSize(header));
-    return rows.empty() ? PngBytes() : WithRows(std::move(before), rows);
+    const PngBytes pixels = Repack(packed, RowsSize(header));
+    return pixels.empty() ? PngBytes() : WithPixels(std::move(before), pixels);
 }
 
 PngBytes MakePngFile(uint32_t width, uint32_t height, bool hasAlpha, const PngBytes &rows)
@@ -172,5 +215,10 @@ PngBytes MakePngFile(uint32_t width, uint32_t height, bool hasAlpha, const PngBy
     const uint8_t depth = 8, colorType = hasAlpha ? 6 : 2;
     header.insert(header.end(), {depth, colorType, 0, 0, 0});
     AddChunk(&file, "IHDR", header.data(), header.size());
-    return WithRows(std::move(file), rows);
+    Packer packer;
+    PngBytes packed;
+    if (!packer.isReady)
+        return {};
+    Pack(&packer, rows.data(), rows.size(), true, &packed);
+    return WithPixels(std::move(file), packed);
 }

@@ -18,7 +18,7 @@ struct PngHeader {
 bool ReadPngHeader(const PngBytes &file, PngHeader *header);
 
 // Makes a file with right checksums and a right end of one that has all of its rows. Empty when it
-// lacks some, is no PNG file or has more than mostPicturePixels.
+// lacks some, is no PNG file or has more than mostDecodedPixels.
 PngBytes MendPng(const PngBytes &file);
 
 // Makes a file of rows from the top: each a byte 0, then 8 bits a channel, red, green, blue and,
