@@ -4,8 +4,8 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <iconv.h>
 
+#include "platform/native/kernel/code_page_tables.h"
 #include "platform/win32/kernel.h"
 
 namespace
@@ -31,43 +31,6 @@ constexpr PageLanguages pageLanguages[] = {
     {1258, "vi "},
 };
 
-namespace
-{
-
-struct ByteMeaning {
-    unsigned page;
-    BYTE first, last; // bytes
-    WCHAR unit;       // of the first
-};
-
-} // namespace
-
-// Bytes whose meaning on Windows is not the system converter's.
-constexpr ByteMeaning windowsMeanings[] = {
-    {874, 0xDB, 0xDE, 0xF8C1},  {874, 0xFC, 0xFF, 0xF8C5},  {1253, 0xAA, 0xAA, 0xF8F9},
-    {1253, 0xD2, 0xD2, 0xF8FA}, {1253, 0xFF, 0xFF, 0xF8FB}, {1255, 0xCA, 0xCA, 0x05BA},
-    {1255, 0xD9, 0xDF, 0xF88D}, {1255, 0xFB, 0xFC, 0xF894}, {1255, 0xFF, 0xFF, 0xF896},
-    {1257, 0xA1, 0xA1, 0xF8FC}, {1257, 0xA5, 0xA5, 0xF8FD},
-};
-
-// What the converter makes of one byte; a byte that it does not know means its own number.
-static WCHAR UnitOfByte(iconv_t converter, int byte)
-{
-    char text = static_cast<char>(byte);
-    unsigned char wide[8];
-    char *from = &text;
-    char *to = reinterpret_cast<char *>(wide);
-    size_t fromLeft = 1;
-    size_t toLeft = sizeof wide;
-    iconv(converter, nullptr, nullptr, nullptr, nullptr);
-    // Some pages hold a letter back for an accent that may follow; the second call lets it go.
-    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == static_cast<size_t>(-1) ||
-        iconv(converter, nullptr, nullptr, &to, &toLeft) == static_cast<size_t>(-1) ||
-        toLeft != sizeof wide - 2)
-        return static_cast<WCHAR>(byte);
-    return static_cast<WCHAR>(wide[0] | wide[1] << 8);
-}
-
 static std::string LocaleOfUser()
 {
     for (const char *name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
@@ -89,21 +52,17 @@ template <typename Unit> static int LengthWithTerminator(const Unit *text)
 
 bool FillCodePage(unsigned number, CodePage *page)
 {
-    const std::string name = "CP" + std::to_string(number);
-    iconv_t converter = iconv_open("UTF-16LE", name.c_str());
-    const bool known = converter != reinterpret_cast<iconv_t>(-1);
-    for (int byte = 0; byte < 256; ++byte)
-        page->units[byte] = known ? UnitOfByte(converter, byte) : static_cast<WCHAR>(byte);
-    if (known)
-        iconv_close(converter);
-    for (const ByteMeaning &meaning : windowsMeanings)
-        if (meaning.page == number)
-            for (int byte = meaning.first; byte <= meaning.last; ++byte)
-                page->units[byte] = static_cast<WCHAR>(meaning.unit + byte - meaning.first);
-    memset(page->bytes, 0, sizeof page->bytes);
-    for (int byte = 255; byte >= 0; --byte)
-        page->bytes[page->units[byte]] = static_cast<BYTE>(byte);
-    return known;
+    for (const CodePageTable &table : codePageTables)
+        if (table.page == number) {
+            for (int byte = 0; byte < 256; ++byte)
+                page->units[byte] =
+                    byte < 0x80 ? static_cast<WCHAR>(byte) : table.units[byte - 0x80];
+            memset(page->bytes, 0, sizeof page->bytes);
+            for (int byte = 255; byte >= 0; --byte)
+                page->bytes[page->units[byte]] = static_cast<BYTE>(byte);
+            return true;
+        }
+    return false;
 }
 
 unsigned CodePageOfLocale(std::string_view locale)

@@ -14,8 +14,8 @@ struct CodePage {
     BYTE bytes[65536]; // the byte of each code unit; 0 for those the page lacks
 };
 
-// Fills the tables of a Windows page (874, 1250 to 1258). Returns false, with the tables those of
-// ISO 8859-1, when the system's converter does not know it.
+// Fills the tables of a Windows page (874, 1250 to 1258). Returns false for any other, which leaves
+// them as they are.
 bool FillCodePage(unsigned number, CodePage *page);
 
 // The page number for a locale name as the environment gives it ("ru_RU.UTF-8": 1251).
