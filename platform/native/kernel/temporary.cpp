@@ -1,62 +1,52 @@
 // The temporary folder of this process, and names in it.
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <fcntl.h>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/win32/kernel.h"
 
 constexpr std::string_view folderPrefix = "quillmoor-";
 constexpr std::string_view folderPattern = "quillmoor-XXXXXX";
-
-static bool IsOwnFolder(const std::string &path)
-{
-    struct stat status;
-    return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == geteuid() && (status.st_mode & 077) == 0;
-}
-
-// A process that was killed leaves its folder behind, as a rule empty. One that still runs makes
-// another when its own is gone.
-static void RemoveStaleFolders(const char *parent)
-{
-    const auto anHourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
-    std::error_code error;
-    std::filesystem::directory_iterator entry(parent, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        const std::string name = entry->path().filename();
-        std::error_code gone;
-        if (name.size() == folderPattern.size() && name.starts_with(folderPrefix) &&
-            IsOwnFolder(entry->path()) && entry->last_write_time(gone) < anHourAgo && !gone)
-            rmdir(entry->path().c_str());
-    }
-}
-
-// Makes a folder that only the user can enter; empty on failure.
-static std::string MakeOwnFolder()
-{
-    const char *chosen = getenv("TMPDIR");
-    for (const char *parent : {chosen, "/tmp"}) {
-        if (!parent || parent[0] != '/')
-            continue;
-        RemoveStaleFolders(parent);
-        std::string path = std::string(parent).append("/").append(folderPattern);
-        if (mkdtemp(path.data()))
-            return path;
-    }
-    return "";
-}
+// A file in the folder that its process holds locked. So what a killed process left is known as
+// such, and a folder of the user's own that merely has such a name is not taken for one.
+constexpr const char *markName = "in use";
 
 namespace
 {
 
+struct Descriptor {
+    int number = -1;
+
+    Descriptor() = default;
+    explicit Descriptor(int opened) : number(opened)
+    {
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(number, other.number);
+        return *this;
+    }
+    ~Descriptor()
+    {
+        if (number >= 0)
+            close(number);
+    }
+};
+
 // The folder, from its first use to the end of the process that made it.
 struct TemporaryFolder {
     std::string path;
+    Descriptor mark;
     pid_t maker = 0;
 
     ~TemporaryFolder()
@@ -69,13 +59,99 @@ struct TemporaryFolder {
 
 } // namespace
 
+static bool IsOwnFolder(const struct stat &status)
+{
+    return S_ISDIR(status.st_mode) && status.st_uid == geteuid() && (status.st_mode & 077) == 0;
+}
+
+static bool IsOwnFolder(const std::string &path)
+{
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 && IsOwnFolder(status);
+}
+
+static bool IsHourOld(const struct stat &status)
+{
+    return time(nullptr) - status.st_mtime > 3600;
+}
+
+// Removes a folder whose process was killed, with the files that this left. Links in it are
+// removed, never followed. One without its mark is removed when it is empty, and old enough that
+// nobody is about to mark it.
+static void RemoveIfStale(const std::string &path)
+{
+    const Descriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat status;
+    if (fstat(folder.number, &status) != 0 || !IsOwnFolder(status))
+        return;
+    const Descriptor mark(openat(folder.number, markName, O_RDWR | O_NOFOLLOW | O_CLOEXEC));
+    if (mark.number < 0 ? !IsHourOld(status) : flock(mark.number, LOCK_EX | LOCK_NB) != 0)
+        return;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(path, error);
+    for (; mark.number >= 0 && !error && entry != std::filesystem::directory_iterator();
+         entry.increment(error))
+        if (entry->path().filename() != markName)
+            unlinkat(folder.number, entry->path().filename().c_str(), 0);
+    // The mark goes last: who is killed here leaves a folder that is still known.
+    unlinkat(folder.number, markName, 0);
+    rmdir(path.c_str());
+}
+
+static void RemoveStaleFolders(const char *parent)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator entry(parent, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        if (name.size() == folderPattern.size() && name.starts_with(folderPrefix))
+            RemoveIfStale(entry->path());
+    }
+}
+
+// Marks a new folder as this process's. Fails when another process has just taken it for a stale
+// one.
+static bool MarkFolder(TemporaryFolder *folder)
+{
+    const std::string name = folder->path + "/" + markName;
+    struct stat status;
+    folder->mark =
+        Descriptor(open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    return flock(folder->mark.number, LOCK_EX | LOCK_NB) == 0 &&
+           fstat(folder->mark.number, &status) == 0 && status.st_nlink > 0;
+}
+
+// Makes a folder that only the user can enter.
+static bool MakeOwnFolder(TemporaryFolder *folder)
+{
+    const char *chosen = getenv("TMPDIR");
+    for (const char *parent : {chosen, "/tmp"}) {
+        if (!parent || parent[0] != '/')
+            continue;
+        RemoveStaleFolders(parent);
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            folder->path = std::string(parent).append("/").append(folderPattern);
+            if (!mkdtemp(folder->path.data()))
+                break;
+            if (MarkFolder(folder))
+                return true;
+            rmdir(folder->path.c_str());
+        }
+    }
+    return false;
+}
+
+// Empty on failure.
 static const std::string &OwnFolder()
 {
     static TemporaryFolder folder;
     // The system's cleaner may have taken a folder that was not used for days.
     if (folder.maker != getpid() || !IsOwnFolder(folder.path)) {
-        folder.path = MakeOwnFolder();
-        folder.maker = folder.path.empty() ? 0 : getpid();
+        folder.maker = 0;
+        if (MakeOwnFolder(&folder))
+            folder.maker = getpid();
+        else
+            folder.path.clear();
     }
     return folder.path;
 }

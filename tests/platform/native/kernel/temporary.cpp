@@ -6,15 +6,31 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <set>
 #include <sys/wait.h>
 #include <unistd.h>
 
+// Kills a process that has a file in its temporary folder.
+static void LeaveFileBehind(const std::filesystem::path &parent)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        const Variable variable("TMPDIR", parent);
+        char path[MAX_PATH];
+        GetTempPathA(sizeof path, path);
+        std::ofstream(std::string(path) + "VLX1.png") << "x";
+        std::filesystem::create_symlink(parent / "quillmoor-filled", std::string(path) + "link");
+        raise(SIGKILL);
+    }
+    waitpid(child, nullptr, 0);
+}
+
 TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
 {
     const TempFolder folder;
-    // What killed processes left: one is stale, the others are young, in use, or someone's own.
+    // One is stale, the others are young, or someone's own.
     const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
     for (const char *name :
          {"quillmoor-stale1", "quillmoor-young1", "quillmoor-filled", "quillmoor"}) {
@@ -26,6 +42,8 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
         if (path.filename() != "quillmoor-young1")
             std::filesystem::last_write_time(path, old);
     }
+    LeaveFileBehind(folder.path);
+    std::filesystem::create_directory_symlink("quillmoor-filled", folder.path / "quillmoor-linked");
     int told[2];
     ASSERT_EQ(pipe(told), 0);
     const pid_t child = fork();
@@ -34,9 +52,11 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
         char path[MAX_PATH];
         GetTempPathA(sizeof path, path);
         std::ofstream(std::string(path) + "left behind") << "x";
+        LeaveFileBehind(folder.path); // whose start leaves what is in use
         const bool isGood =
             std::filesystem::status(path).permissions() == std::filesystem::perms::owner_all &&
-            std::string(path).starts_with(folder.path.string() + "/");
+            std::string(path).starts_with(folder.path.string() + "/") &&
+            std::filesystem::exists(std::string(path) + "left behind");
         // Taken away, it is made anew.
         std::filesystem::remove_all(path);
         GetTempPathA(sizeof path, path);
@@ -53,7 +73,8 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
     close(told[1]);
     EXPECT_EQ(answer, 'y');
     std::set<std::string> left;
-    for (const auto &entry : std::filesystem::directory_iterator(folder.path))
-        left.insert(entry.path().filename());
-    EXPECT_EQ(left, (std::set<std::string>{"quillmoor", "quillmoor-filled", "quillmoor-young1"}));
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.path))
+        left.insert(entry.path().lexically_relative(folder.path));
+    EXPECT_EQ(left, (std::set<std::string>{"quillmoor", "quillmoor-filled", "quillmoor-filled/file",
+                                           "quillmoor-linked", "quillmoor-young1"}));
 }
