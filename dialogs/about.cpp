@@ -9,7 +9,12 @@
 #include <cstdio>
 #include <cstdlib>
 
-// The control's text is a format with places for the version, which comes from the build.
+// The edition of the window, which a release does not change.
+static const int editionMajor = 3;
+static const int editionMinor = 0;
+static const char editionLetter = 'a';
+
+// The control's text is a format with places for the edition.
 static void FillVersion(HWND dialog)
 {
     const size_t length = (size_t)GetWindowTextLengthA(GetDlgItem(dialog, IDC_ABOUT_TEXT));
@@ -21,7 +26,7 @@ static void FillVersion(HWND dialog)
         GetDlgItemTextA(dialog, IDC_ABOUT_TEXT, format, (int)length + 1);
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-        snprintf(text, textSize, format, VERSION_MAJOR, VERSION_MINOR, VERSION_LETTER);
+        snprintf(text, textSize, format, editionMajor, editionMinor, editionLetter);
 #pragma GCC diagnostic pop
         SetDlgItemTextA(dialog, IDC_ABOUT_TEXT, text);
     }

@@ -7,6 +7,14 @@
 #include <cstdio>
 #include <string>
 
+static bool WriteArtwork(const std::string &path, const Bytes &bytes)
+{
+    if (WriteBytes(path.c_str(), bytes))
+        return true;
+    fprintf(stderr, "make_artwork: cannot write %s\n", path.c_str());
+    return false;
+}
+
 int main(int count, char **arguments)
 {
     if (count != 2) {
@@ -23,16 +31,13 @@ int main(int count, char **arguments)
         {"splitter.cur", MakeCurFile(DrawSplitCursor(), 15, 15)},
         {"about_strip.bmp", MakeBmpFile(MakeDib(DrawAboutStrip(), 24))},
         {"message.ico", MakeIcoFile(DrawMessageIcon(), 32)},
-        {"quillmoor_32.png", MakePng(DrawProgramIcon(32))},
-        {"quillmoor_48.png", MakePng(DrawProgramIcon(48))},
-        {"quillmoor_128.png", MakePng(DrawProgramIcon(128))},
     };
-    for (const auto &file : files) {
-        std::string path = std::string(arguments[1]) + "/" + file.name;
-        if (!WriteBytes(path.c_str(), file.bytes)) {
-            fprintf(stderr, "make_artwork: cannot write %s\n", path.c_str());
-            return 1;
-        }
-    }
-    return 0;
+    const std::string folder = arguments[1];
+    bool written = true;
+    for (const auto &file : files)
+        written &= WriteArtwork(folder + "/" + file.name, file.bytes);
+    for (int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        written &= WriteArtwork(folder + "/quillmoor_" + std::to_string(size) + ".png",
+                                MakePng(DrawProgramIcon(size)));
+    return written ? 0 : 1;
 }

@@ -262,14 +262,15 @@ TEST(CommandLine, DoesWhatItsTranscriptTells)
     ExpectTold(told, CLI_FOLDER "/commands.txt", TOLD_FOLDER "/commands.told.txt");
 }
 
-// The About box and the transcript tell this one too.
+// The transcript tells this one too.
 TEST(CommandLine, TheManPagesAreOfThisVersion)
 {
     for (const char *page : {"packaging/quillmoor.1", "packaging/quillmoor-cli.1"}) {
         const Bytes text = ReadFile(fs::path(BUILD_FOLDER) / page);
-        EXPECT_EQ(std::string(text.begin(), text.end()).find("\"Quillmoor 3.0a\"") !=
-                      std::string::npos,
-                  pathSeparator == '/');
+        EXPECT_EQ(
+            std::string(text.begin(), text.end()).find("\"Quillmoor " QUILLMOOR_VERSION "\"") !=
+                std::string::npos,
+            pathSeparator == '/');
     }
 }
 
