@@ -72,10 +72,21 @@ static int StartAssociated(const char *document)
     return 1;
 }
 
+// A program that lies in the current folder and has a browser's name is none. Returns 0 on failure.
+static int StartAnything(HWND owner, const char *document, const char *anchor)
+{
+    CurrentFolder *before = LeaveCurrentFolder();
+    if (before == nullptr)
+        return 0;
+    const int started =
+        StartBrowser(owner, DocumentAddress(document, anchor).c_str()) || StartAssociated(document);
+    ReturnToFolder(before);
+    return started;
+}
+
 int OpenInBrowser(HWND owner, const char *document, const char *anchor)
 {
-    if (document[0] == 0 || (!StartBrowser(owner, DocumentAddress(document, anchor).c_str()) &&
-                             !StartAssociated(document)))
+    if (document[0] == 0 || !StartAnything(owner, document, anchor))
         MessageBoxA(owner, failureText, "Message", MB_ICONINFORMATION);
     return 1;
 }

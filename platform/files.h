@@ -38,6 +38,18 @@ std::string AddressPath(const char *path);
 // takes for one become equal.
 std::string FoldName(const std::string &name);
 
+// --- the current folder ---
+
+struct CurrentFolder;
+
+// Makes one of the system's own folders the current one: Windows looks for programs in that too,
+// and the user's may hold whatever came with a file. Gives what was; NULL, with nothing changed, on
+// failure.
+CurrentFolder *LeaveCurrentFolder();
+
+// Goes back and frees it. NULL is allowed. Where the folder is no more, the current one stays.
+void ReturnToFolder(CurrentFolder *folder);
+
 // --- open files ---
 
 // Opens a regular file for binary reading by its UTF-8 name. The caller closes it. NULL on failure,

@@ -9,6 +9,7 @@
 #include <cwchar>
 #include <cwctype>
 #include <fcntl.h>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -79,6 +80,32 @@ std::string FoldName(const std::string &name)
     }
     uselocale(before);
     return folded;
+}
+
+struct CurrentFolder {
+    int descriptor;
+};
+
+CurrentFolder *LeaveCurrentFolder()
+{
+    const int descriptor = open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
+    auto *folder = descriptor < 0 ? nullptr : new (std::nothrow) CurrentFolder{descriptor};
+    if (folder && chdir("/") == 0)
+        return folder;
+    delete folder;
+    if (descriptor >= 0)
+        close(descriptor);
+    return nullptr;
+}
+
+void ReturnToFolder(CurrentFolder *folder)
+{
+    if (!folder)
+        return;
+    if (fchdir(folder->descriptor) != 0)
+        lastError = errno;
+    close(folder->descriptor);
+    delete folder;
 }
 
 static FILE *OpenDescriptor(int descriptor, const char *mode)

@@ -78,6 +78,29 @@ static std::wstring WholePath(const char *name)
     return L"\\\\?\\" + whole;
 }
 
+struct CurrentFolder {
+    std::wstring path;
+};
+
+CurrentFolder *LeaveCurrentFolder()
+{
+    WCHAR system[MAX_PATH];
+    const UINT systemLength = GetSystemDirectoryW(system, MAX_PATH);
+    std::wstring path(GetCurrentDirectoryW(0, nullptr), 0);
+    const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data());
+    if (systemLength == 0 || systemLength >= MAX_PATH || length == 0 || length >= path.size() ||
+        !SetCurrentDirectoryW(system))
+        return nullptr;
+    return new CurrentFolder{path};
+}
+
+void ReturnToFolder(CurrentFolder *folder)
+{
+    if (folder)
+        SetCurrentDirectoryW(folder->path.c_str());
+    delete folder;
+}
+
 static FILE *OpenHandle(HANDLE handle, int flags, const char *mode)
 {
     if (handle == INVALID_HANDLE_VALUE) {

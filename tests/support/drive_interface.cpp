@@ -8,8 +8,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 
 using namespace std::literals;
+
+static const std::filesystem::path firstFolder = std::filesystem::current_path();
 
 static const char *WindowName(HWND window)
 {
@@ -493,8 +496,9 @@ REPLACE(HINSTANCE, ShellExecuteA, HWND owner, LPCSTR verb, LPCSTR file, LPCSTR p
 {
     if (!story.isTelling)
         return RealShellExecuteA(owner, verb, file, parameters, folder, show);
-    Tell("start %s %s %s, folder %s, show %d, over %s", Plain(verb).c_str(), Plain(file).c_str(),
-         Plain(parameters).c_str(), Plain(folder).c_str(), show, WindowName(owner));
+    Tell("start %s %s %s, folder %s, show %d, over %s%s", Plain(verb).c_str(), Plain(file).c_str(),
+         Plain(parameters).c_str(), Plain(folder).c_str(), show, WindowName(owner),
+         std::filesystem::current_path() == firstFolder ? ", looked for in the user's folder" : "");
     const bool isThere = outside.browser == file;
     return (HINSTANCE)(INT_PTR)(isThere ? 33 : 32);
 }
