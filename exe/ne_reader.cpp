@@ -3,187 +3,102 @@
 #include "content/block.h"
 #include "exe/catalog.h"
 #include "exe/categories.h"
+#include "exe/ne_table.h"
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
-#include "platform/byte_reader.h"
 #include "platform/files.h"
 
 #include <cstdint>
-#include <cstring>
-
-#define TYPE_RECORD_SIZE 8
-#define NAME_RECORD_SIZE 12
-#define INTEGER_ID 0x8000
-#define WINDOW_SIZE 4096
 
 // One reading of a resource table.
-struct NeTable {
-    FILE *file;
-    uint64_t fileLength;
-    uint64_t start;    // of the resource table
-    uint64_t position; // of the next record
-    int shift;         // alignment units to bytes
+struct NeReading {
     HWND tree;
+    HTREEITEM categoryItem; // of the type that is walked; NULL when it is of no kept kind
     unsigned long long keptBytesLeft;
-
-    // What was read last of the table: records follow one another.
-    BYTE window[WINDOW_SIZE];
-    uint64_t windowStart;
-    size_t windowLength;
 };
 
-// Reads a record from the file. Returns 0, with the failure noted, when it is not all there.
-static int ReadRecord(NeTable *table, uint64_t offset, BYTE *record, size_t size)
+static void ReadName(const NeTableWalk *walk, WORD id, char name[ENTRY_NAME_LENGTH + 1])
 {
-    if (offset < table->windowStart || offset - table->windowStart > table->windowLength ||
-        table->windowLength - (size_t)(offset - table->windowStart) < size) {
-        table->windowStart = offset;
-        table->windowLength = 0;
-        if (offset < table->fileLength && SeekTo(table->file, offset))
-            table->windowLength = fread(table->window, 1, WINDOW_SIZE, table->file);
-    }
-    const size_t at = (size_t)(offset - table->windowStart);
-    if (table->windowLength - at < size) {
-        NoteFailure(FailureTable, offset);
-        return 0;
-    }
-    memcpy(record, table->window + at, size);
-    return 1;
-}
-
-// Reads a field of 16 bits from the file, as ReadRecord does.
-static int ReadField(NeTable *table, uint64_t offset, WORD *field)
-{
-    BYTE bytes[sizeof *field];
-    if (!ReadRecord(table, offset, bytes, sizeof bytes))
-        return 0;
-    ByteReader reader = OpenBytes(bytes, sizeof bytes);
-    *field = ReadU16(&reader, 0);
-    return 1;
-}
-
-// A name string that runs past the end of the file stops there.
-static void ReadName(NeTable *table, WORD id, char name[ENTRY_NAME_LENGTH + 1])
-{
-    if (id & INTEGER_ID) {
-        snprintf(name, ENTRY_NAME_LENGTH + 1, "%u", id & ~INTEGER_ID);
-        return;
-    }
-    BYTE length = 0;
-    name[0] = 0;
-    if (!SeekTo(table->file, table->start + id) || fread(&length, 1, 1, table->file) != 1)
-        return;
-    name[fread(name, 1, length, table->file)] = 0;
+    if (id & NE_INTEGER_ID)
+        snprintf(name, ENTRY_NAME_LENGTH + 1, "%u", id & ~NE_INTEGER_ID);
+    else
+        ReadNeName(walk, id, name);
 }
 
 // Reads a resource's data and catalogues it. Returns 0 when the reading is over.
-static int KeepData(NeTable *table, ResourceEntry *entry, HTREEITEM categoryItem)
+static int KeepData(NeTableWalk *walk, ResourceEntry *entry)
 {
-    if (entry->size > table->keptBytesLeft) {
+    NeReading *reading = (NeReading *)walk->taker;
+    FILE *file = walk->pages->file;
+    if (entry->size > reading->keptBytesLeft) {
         NoteFailure(FailureKeptBytes, entry->fileOffset);
         return 0;
     }
-    table->keptBytesLeft -= entry->size;
+    reading->keptBytesLeft -= entry->size;
     BYTE *bytes = (BYTE *)AllocateLocked(entry->size, &entry->data);
     if (bytes == nullptr) {
         NoteFailure(FailureMemory, entry->fileOffset);
         return 0;
     }
-    const int whole = SeekTo(table->file, entry->fileOffset) &&
-                      fread(bytes, 1, entry->size, table->file) == entry->size;
+    const int whole =
+        SeekTo(file, entry->fileOffset) && fread(bytes, 1, entry->size, file) == entry->size;
     ProbeWave(entry, bytes);
     GlobalUnlock(entry->data);
     if (!whole)
         NoteFailure(FailureUnreadable, entry->fileOffset);
     // A record that cannot be appended is left out, and the reading goes on.
-    if (!whole || entry->name[0] == 0 || !AddEntry(table->tree, categoryItem, entry))
+    if (!whole || entry->name[0] == 0 || !AddEntry(reading->tree, reading->categoryItem, entry))
         GlobalFree(entry->data);
     return whole;
 }
 
-// Takes one resource record. Returns 0 when the reading is over.
-static int TakeResource(NeTable *table, WORD type, HTREEITEM categoryItem)
+static int TakeResource(NeTableWalk *walk, WORD type, const NeRecord *record)
 {
-    BYTE record[NAME_RECORD_SIZE];
-    if (!ReadRecord(table, table->position, record, sizeof record))
-        return 0;
-    table->position += sizeof record;
-    if (!(type & INTEGER_ID))
+    if (!(type & NE_INTEGER_ID))
         return 1;
-    ByteReader reader = OpenBytes(record, sizeof record);
     ResourceEntry entry = {};
-    entry.category = type & ~INTEGER_ID;
-    entry.fileOffset = (DWORD)ReadU16(&reader, 0) << table->shift;
-    entry.size = (DWORD)ReadU16(&reader, 2) << table->shift;
+    entry.category = type & ~NE_INTEGER_ID;
+    entry.fileOffset = (DWORD)record->offset << walk->shift;
+    entry.size = (DWORD)record->length << walk->shift;
     // Of what has no length nothing is read, wherever it points.
-    if (entry.size > 0 && (entry.fileOffset > table->fileLength ||
-                           entry.size > table->fileLength - entry.fileOffset)) {
+    if (entry.size > 0 && !LiesInFile(walk->pages, entry.fileOffset, entry.size)) {
         NoteFailure(FailureData, entry.fileOffset);
         return 0;
     }
-    if (categoryItem == nullptr)
+    if (((const NeReading *)walk->taker)->categoryItem == nullptr)
         return 1; // of no kept kind: it is enough that the data are there
-    ReadName(table, ReadU16(&reader, 6), entry.name);
-    return KeepData(table, &entry, categoryItem);
+    ReadName(walk, record->id, entry.name);
+    return KeepData(walk, &entry);
 }
 
-static void NoteType(NeTable *table, WORD type)
+static int TakeType(NeTableWalk *walk, WORD type)
 {
+    NeReading *reading = (NeReading *)walk->taker;
+    const DWORD number = type & ~NE_INTEGER_ID;
     char name[ENTRY_NAME_LENGTH + 1];
-    if (type & INTEGER_ID) {
-        NoteOtherType(type & ~INTEGER_ID);
-        return;
+    reading->categoryItem = nullptr;
+    if ((type & NE_INTEGER_ID) && CategoryLabel(number) != nullptr) {
+        reading->categoryItem = AddCategoryItem(reading->tree, number);
+    } else if (type & NE_INTEGER_ID) {
+        NoteOtherType(number);
+    } else {
+        ReadName(walk, type, name);
+        NoteOtherTypeName(name);
     }
-    ReadName(table, type, name);
-    NoteOtherTypeName(name);
-}
-
-// Takes the type record at the table's position and its resources. Returns 0 when the reading is
-// over, and then *result is its outcome.
-static int TakeType(NeTable *table, int *result)
-{
-    BYTE record[TYPE_RECORD_SIZE];
-    *result = 0;
-    if (!ReadRecord(table, table->position, record, sizeof record))
-        return 0;
-    table->position += sizeof record;
-    ByteReader reader = OpenBytes(record, sizeof record);
-    const WORD type = ReadU16(&reader, 0);
-    const int count = ReadU16(&reader, 2);
-    if (type == 0) {
-        *result = 1;
-        return 0;
-    }
-    HTREEITEM categoryItem = nullptr;
-    if ((type & INTEGER_ID) && CategoryLabel(type & ~INTEGER_ID) != nullptr)
-        categoryItem = AddCategoryItem(table->tree, type & ~INTEGER_ID);
-    else
-        NoteType(table, type);
-    for (int i = 0; i < count; i++)
-        if (!TakeResource(table, type, categoryItem))
-            return 0;
     return 1;
 }
 
 int ReadNeResources(HWND tree, FILE *file, DWORD headerOffset)
 {
-    NeTable table = {};
-    const int64_t length = FileLength(file);
-    table.file = file;
-    table.fileLength = length < 0 ? 0 : (uint64_t)length;
-    table.tree = tree;
-    table.keptBytesLeft = KeptBytesLimit(table.fileLength);
-
-    WORD field;
-    if (!ReadField(&table, (uint64_t)headerOffset + 36, &field))
-        return 0;
-    table.start = (uint64_t)headerOffset + field;
-    if (!ReadField(&table, table.start, &field))
-        return 0;
-    table.shift = field & 31;
-    table.position = table.start + sizeof field;
-    int result;
-    while (TakeType(&table, &result)) {
-    }
-    return result;
+    FilePages pages;
+    OpenPages(&pages, file);
+    NeReading reading = {};
+    reading.tree = tree;
+    reading.keptBytesLeft = KeptBytesLimit(pages.length);
+    NeTableWalk walk = {};
+    walk.pages = &pages;
+    walk.takeType = TakeType;
+    walk.takeResource = TakeResource;
+    walk.taker = &reading;
+    return WalkNeTable(&walk, headerOffset);
 }

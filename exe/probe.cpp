@@ -7,17 +7,7 @@
 #include "exe/refusal.h"
 #include "exe/tree_items.h"
 #include "platform/byte_reader.h"
-#include "platform/files.h"
 #include "program/ids.h"
-
-#include <cstdint>
-
-#define NE_SIGNATURE 0x454E
-
-static int TooLarge(FILE *file)
-{
-    return FileLength(file) >= (int64_t)1 << 32;
-}
 
 // Empties the tree and gives it its pictures for a new reading.
 static void PrepareTree(HWND tree)
@@ -27,34 +17,44 @@ static void PrepareTree(HWND tree)
     SetTreeImages(tree, &treeImages);
 }
 
-ProbeOutcome ProbeFile(HWND tree, FILE *file)
+ProbeOutcome FindNewHeader(FilePages *pages, NewHeader *header)
 {
     BYTE bytes[4] = {};
+    *header = {60, 0};
     ClearFailure();
-    if (!SeekTo(file, 0) || fread(bytes, 1, 2, file) != 2 || bytes[0] != 'M' || bytes[1] != 'Z') {
+    if (!ReadPages(pages, 0, bytes, 2) || bytes[0] != 'M' || bytes[1] != 'Z') {
         NoteFailure(FailureNotExecutable, 0);
         return ProbeNotExecutable;
     }
     BYTE signature[2] = {};
-    DWORD headerOffset = 60;
-    if (SeekTo(file, 60) && fread(bytes, 1, 4, file) == 4) {
+    if (ReadPages(pages, 60, bytes, sizeof bytes)) {
         ByteReader reader = OpenBytes(bytes, sizeof bytes);
-        headerOffset = ReadU32(&reader, 0);
-        if (!SeekTo(file, headerOffset) || fread(signature, 1, 2, file) != 2)
+        header->offset = ReadU32(&reader, 0);
+        if (!ReadPages(pages, header->offset, signature, sizeof signature))
             signature[0] = signature[1] = 0;
     }
-    const int letters = signature[0] | signature[1] << 8;
-    if (letters != NE_SIGNATURE && letters != PE_SIGNATURE) {
-        NoteNewHeader(signature, headerOffset);
-        return ProbeNotStandard;
-    }
+    header->signature = signature[0] | signature[1] << 8;
+    if (header->signature == NE_SIGNATURE || header->signature == PE_SIGNATURE)
+        return ProbeRead;
+    NoteNewHeader(signature, header->offset);
+    return ProbeNotStandard;
+}
+
+ProbeOutcome ProbeFile(HWND tree, FILE *file)
+{
+    NewHeader header;
+    FilePages pages;
+    OpenPages(&pages, file);
+    const ProbeOutcome outcome = FindNewHeader(&pages, &header);
+    if (outcome != ProbeRead)
+        return outcome;
     PrepareTree(tree);
-    if (TooLarge(file)) {
+    if (pages.length >= 1ull << 32) {
         NoteFailure(FailureTooLarge, 0);
         return ProbeFailed;
     }
-    const int result = letters == NE_SIGNATURE ? ReadNeResources(tree, file, headerOffset)
-                                               : ReadPeResources(tree, file);
+    const int result = header.signature == NE_SIGNATURE ? ReadNeResources(tree, file, header.offset)
+                                                        : ReadPeResources(tree, file);
     return result ? ProbeRead : ProbeFailed;
 }
 

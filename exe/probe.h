@@ -1,9 +1,7 @@
 // The silent half of opening a file: recognise an MZ executable and run the matching reader.
 #pragma once
 
-#include "platform/win32.h"
-
-#include <cstdio>
+#include "exe/file_pages.h"
 
 enum ProbeOutcome {
     ProbeRead,          // the reader reached the end of the resources
@@ -11,6 +9,19 @@ enum ProbeOutcome {
     ProbeNotStandard,   // the new header is neither NE nor PE
     ProbeFailed,        // the reader returned failure; what it had catalogued is still there
 };
+
+#define NE_SIGNATURE 0x454E // "NE"
+
+// The header that stands behind the MZ header.
+struct NewHeader {
+    DWORD offset;  // in the file, in bytes
+    int signature; // NE_SIGNATURE or PE_SIGNATURE
+};
+
+// Recognises an MZ executable and stores where its new header begins. Returns ProbeRead,
+// ProbeNotExecutable or ProbeNotStandard; forgets what was noted of other files, and notes the
+// reason (exe/refusal.h).
+ProbeOutcome FindNewHeader(FilePages *pages, NewHeader *header);
 
 // Reads the open file's resources into openCatalog, which must be empty, and into the tree, whose
 // items are deleted first; tree may be NULL. The file stays open and belongs to the caller.
