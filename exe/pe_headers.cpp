@@ -7,7 +7,6 @@
 #define OPTIONAL_HEADER 24  // where the optional header begins
 #define MAGIC_64_BIT 0x20B
 #define FLAG_LIBRARY 0x2000
-#define SECTION_HEADER_SIZE 40
 
 int FindPeHeaders(ByteReader image, size_t *headers)
 {
@@ -27,17 +26,23 @@ int RunsWhenLoaded(ByteReader image, size_t headers)
     return isLibrary && ReadU32(&image, headers + OPTIONAL_HEADER + 16) != 0;
 }
 
+void TakeSectionHeader(const BYTE *header, PeSection *section)
+{
+    ByteReader reader = OpenBytes(header, SECTION_HEADER_SIZE);
+    memcpy(section->name, header, sizeof section->name);
+    section->length = ReadU32(&reader, 8);
+    section->address = ReadU32(&reader, 12);
+    section->storedLength = ReadU32(&reader, 16);
+    section->fileOffset = ReadU32(&reader, 20);
+}
+
 // Reads the section header at an offset. Returns 0 when it does not lie in the image.
 static int ReadSection(ByteReader image, size_t offset, PeSection *section)
 {
     const BYTE *header = BytesAt(&image, offset, SECTION_HEADER_SIZE);
-    if (header == nullptr)
-        return 0;
-    memcpy(section->name, header, sizeof section->name);
-    section->length = ReadU32(&image, offset + 8);
-    section->address = ReadU32(&image, offset + 12);
-    section->fileOffset = ReadU32(&image, offset + 20);
-    return 1;
+    if (header != nullptr)
+        TakeSectionHeader(header, section);
+    return header != nullptr;
 }
 
 int FindSection(ByteReader image, size_t headers, const char *name, PeSection *section)

@@ -7,13 +7,18 @@
 
 #define PE_SIGNATURE 0x4550 // "PE", after which two bytes of 0 follow
 #define SECTION_NAME_LENGTH 8
+#define SECTION_HEADER_SIZE 40
 
 struct PeSection {
     BYTE name[SECTION_NAME_LENGTH]; // padded with bytes of 0, which may be none
     DWORD address;                  // relative virtual address
     DWORD length;                   // bytes in memory
     DWORD fileOffset;               // of its bytes in the file
+    DWORD storedLength;             // bytes that the file has of it
 };
+
+// Takes a section header of SECTION_HEADER_SIZE bytes apart.
+void TakeSectionHeader(const BYTE *header, PeSection *section);
 
 // Stores where the PE headers of an image begin. Returns 0 when they do not lie whole in the image
 // or do not begin with the signature.

@@ -14,15 +14,18 @@ enum FailureKind {
     FailureHeaders,        // the PE headers do not lie in the file, or have no PE signature
     Failure64Bit,          // a 64-bit image
     FailureNoSection,      // no section named .rsrc
+    FailureRootAddress,    // the resources' address, told as the offset, lies in no section
     FailureDirectory,      // a resource directory runs past the end of the file
     FailureDirectoryEntry, // an entry of a resource directory does
     FailureName,           // a resource's name does
     FailureDataEntry,      // a resource's data entry does
     FailureData,           // a resource's data does
+    FailureDataAddress,    // a data entry's address lies in no section
     FailureTable,          // the NE resource table is cut short
     FailureDepth,          // directories lie too deep in each other
     FailureDirectoryCount, // more directories, or entries in them, than are followed
     FailureKeptBytes,      // the resources together are longer than what is kept
+    FailureNames,          // the resources' types and names are, each time they are named
 };
 
 // Forgets what was noted. Called before each reading.

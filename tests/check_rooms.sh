@@ -23,6 +23,7 @@ platform/native/shell32 core
 platform/native/comctl  core
 platform/native/user    core
 platform/native/gdi     core
+platform/page_text      core
 platform/native/kernel  core
 platform/files          core
 platform/console        core

@@ -1,0 +1,80 @@
+#include "exe/survey.h"
+
+#include "exe/pe_image.h"
+#include "exe/refusal.h"
+#include "exe/survey_readers.h"
+#include "platform/byte_reader.h"
+
+#include <algorithm>
+
+#define NE_FLAGS_FIELD 12
+#define NE_FLAG_LIBRARY 0x8000
+
+uint64_t NameBytesOf(const SurveyedResource *resource)
+{
+    return (uint64_t)resource->type.text.size() + resource->name.text.size();
+}
+
+static ProbeOutcome IdentifyPe(FilePages *pages, ExecutableKind *kind)
+{
+    PeImage image;
+    if (!ReadPeImage(pages, kind->headerOffset, &image)) {
+        NoteFailure(FailureHeaders, kind->headerOffset);
+        return ProbeFailed;
+    }
+    kind->format = image.is64Bit ? FormatPe32Plus : FormatPe32;
+    kind->machine = image.machine;
+    kind->isLibrary = image.isLibrary;
+    return ProbeRead;
+}
+
+ProbeOutcome IdentifyFile(FilePages *pages, ExecutableKind *kind)
+{
+    NewHeader header;
+    *kind = {};
+    const ProbeOutcome outcome = FindNewHeader(pages, &header);
+    if (outcome != ProbeRead)
+        return outcome;
+    kind->headerOffset = header.offset;
+    if (header.signature == PE_SIGNATURE)
+        return IdentifyPe(pages, kind);
+    BYTE flags[2] = {};
+    ReadPages(pages, (uint64_t)header.offset + NE_FLAGS_FIELD, flags, sizeof flags);
+    ByteReader reader = OpenBytes(flags, sizeof flags);
+    kind->format = FormatNe;
+    kind->isLibrary = (ReadU16(&reader, 0) & NE_FLAG_LIBRARY) != 0;
+    return ProbeRead;
+}
+
+ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey)
+{
+    survey->resources.clear();
+    const ProbeOutcome outcome = IdentifyFile(pages, &survey->kind);
+    if (outcome != ProbeRead)
+        return outcome;
+    const int result = survey->kind.format == FormatNe ? SurveyNeResources(pages, codePage, survey)
+                                                       : SurveyPeResources(pages, survey);
+    return result ? ProbeRead : ProbeFailed;
+}
+
+int ReadSurveyedBytes(FilePages *pages, const SurveyedResource *resource, std::vector<BYTE> *bytes)
+{
+    bytes->clear();
+    if (!resource->isInFile)
+        return 0;
+    bytes->resize(resource->size);
+    // What has no length may point anywhere.
+    if (bytes->empty() || ReadPages(pages, resource->fileOffset, bytes->data(), bytes->size()))
+        return 1;
+    bytes->clear();
+    return 0;
+}
+
+size_t ReadSurveyedStart(FilePages *pages, const SurveyedResource *resource, void *bytes,
+                         size_t size)
+{
+    const size_t count = std::min<size_t>(size, resource->size);
+    if (!resource->isInFile || !ReadPages(pages, resource->fileOffset, bytes, count))
+        return 0;
+    return count;
+}

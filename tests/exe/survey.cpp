@@ -1,0 +1,189 @@
+#include "exe/survey.h"
+#include "exe/refusal.h"
+#include "samples/builder/builder.h"
+#include "tests/support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+using Lines = std::vector<std::string>;
+
+struct Surveyed {
+    ProbeOutcome outcome;
+    FailureKind failure;
+    ExecutableKind kind;
+    Lines lines; // "TYPE NAME LANGUAGE CONTENT", a text in quotes; "-" for what is not in the file
+};
+
+static std::string Told(const SurveyId &id)
+{
+    return id.isText ? "'" + id.text + "'" : std::to_string(id.number);
+}
+
+static Surveyed SurveyBytes(const Bytes &bytes, UINT codePage = 0)
+{
+    FILE *file = OpenContent(bytes);
+    FilePages pages;
+    Survey survey;
+    Surveyed told = {};
+    OpenPages(&pages, file);
+    told.outcome = SurveyFile(&pages, codePage, &survey);
+    told.failure = NotedFailure();
+    told.kind = survey.kind;
+    for (const SurveyedResource &resource : survey.resources) {
+        std::vector<BYTE> data;
+        const int isRead = ReadSurveyedBytes(&pages, &resource, &data);
+        EXPECT_EQ(isRead, resource.isInFile);
+        EXPECT_EQ(data.size(), isRead ? resource.size : 0);
+        told.lines.push_back(Told(resource.type) + " " + Told(resource.name) + " " +
+                             std::to_string(resource.language) + " " +
+                             (isRead ? std::string(data.begin(), data.end()) : "-"));
+    }
+    fclose(file);
+    return told;
+}
+
+static ExecutableDescription DescribeFour()
+{
+    return {.resources = {{u"OWN", u"\u00C9\u4E00", Text("named")},
+                          {2, 1, Text("German"), 0x407},
+                          {2, 1, Text("English"), 0x409},
+                          {24, 7, Text("manifest"), 0}}};
+}
+
+static const Lines fourLines = {"'OWN' '\xC3\x89\xE4\xB8\x80' 1033 named", "2 1 1031 German",
+                                "2 1 1033 English", "24 7 0 manifest"};
+
+TEST(Survey, FindsWhatLoadersFindWhereverItLies)
+{
+    for (const bool is64 : {false, true}) {
+        ExecutableDescription description = DescribeFour();
+        description.is64 = is64;
+        description.sectionsBefore = {{".text", Bytes(5000, 'c')}};
+        for (const char *name : {".rsrc", "DATA"}) {
+            description.sectionName = name;
+            const BuiltExecutable built = BuildPe(description);
+            const Surveyed told = SurveyBytes(built.bytes);
+            EXPECT_EQ(told.outcome, ProbeRead);
+            EXPECT_EQ(told.lines, fourLines);
+            EXPECT_EQ(told.kind.format, is64 ? FormatPe32Plus : FormatPe32);
+            EXPECT_EQ(told.kind.machine, is64 ? 0x8664 : 0x14C);
+            EXPECT_TRUE(told.kind.isLibrary);
+
+            // Without the directory of the headers the section's name leads there, or nothing.
+            Bytes without = built.bytes;
+            PutU32(without, built.header + 24 + (is64 ? 112 : 96) + 16, 0);
+            EXPECT_EQ(SurveyBytes(without).outcome, ProbeRead);
+            EXPECT_EQ(SurveyBytes(without).lines, name[0] == '.' ? fourLines : Lines{});
+        }
+    }
+}
+
+TEST(Survey, KeepsWhatItCanReadOfADamagedFile)
+{
+    const uint32_t outside = 0x7FFFFFF0;
+    const BuiltExecutable good = BuildPe(DescribeFour());
+    const ResourcePlaces &own = good.resources[0];
+    const ResourcePlaces &german = good.resources[1];
+    const Lines withoutOwn(fourLines.begin() + 1, fourLines.end());
+    Lines germanMissing = fourLines;
+    germanMissing[1] = "2 1 1031 -";
+    const struct {
+        const char *defect;
+        size_t offset;
+        uint32_t value;
+        FailureKind failure;
+        Lines left;
+    } cases[] = {
+        {"type directory",
+         german.type.entry + 4,
+         outside | 0x80000000,
+         FailureDirectory,
+         {fourLines[0], fourLines[3]}},
+        {"type's name", own.type.entry, outside | 0x80000000, FailureName, withoutOwn},
+        {"name", own.entry, outside | 0x80000000, FailureName, withoutOwn},
+        {"data entry",
+         german.languageEntry + 4,
+         outside,
+         FailureDataEntry,
+         {fourLines[0], fourLines[2], fourLines[3]}},
+        {"data address", german.dataEntry, outside, FailureDataAddress, germanMissing},
+        {"section's stored bytes",
+         good.sectionHeader + 16,
+         (uint32_t)(german.data - good.table),
+         FailureNone,
+         {fourLines[0], germanMissing[1], "2 1 1033 -", "24 7 0 -"}},
+        {"resources' address", good.header + 24 + 96 + 16, outside, FailureNone, fourLines},
+        {"header's format", good.header + 24, 0x107, FailureHeaders, {}},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.defect);
+        Bytes bytes = good.bytes;
+        PutU32(bytes, row.offset, row.value);
+        const Surveyed told = SurveyBytes(bytes);
+        EXPECT_EQ(told.failure, row.failure);
+        EXPECT_EQ(told.outcome, row.failure == FailureNone ? ProbeRead : ProbeFailed);
+        EXPECT_EQ(told.lines, row.left);
+    }
+    Bytes cut = good.bytes;
+    cut.resize(good.resources[3].data);
+    EXPECT_EQ(SurveyBytes(cut).failure, FailureData);
+    EXPECT_EQ(SurveyBytes(cut).lines.back(), "24 7 0 -");
+}
+
+TEST(Survey, ReadsNamesOf16BitFilesInTheirCodePage)
+{
+    BuiltExecutable built = BuildNe({.resources = {{u"\u00D2\u00C8\u00CF", 1, Text("typed")},
+                                                   {2, u"\u0083\u0065", Text("picture")},
+                                                   {4, 3, Text("menu")}},
+                                     .keepOrder = true});
+    const auto dataOf = [](const char *text) { return text + std::string(16 - strlen(text), 0); };
+    const Surveyed russian = SurveyBytes(built.bytes, 1251);
+    EXPECT_EQ(russian.kind.format, FormatNe);
+    EXPECT_EQ(russian.lines[0], "'\xD0\xA2\xD0\x98\xD0\x9F' 1 0 " + dataOf("typed"));
+    EXPECT_EQ(SurveyBytes(built.bytes, 932).lines[1], "2 '\xE3\x83\x86' 0 " + dataOf("picture"));
+    EXPECT_EQ(SurveyBytes(built.bytes, 12345).lines[1],
+              "2 '\xEF\xBF\xBD\x65' 0 " + dataOf("picture"));
+
+    // What lies past the end does not keep the rest.
+    PutU16(built.bytes, built.resources[1].entry, 0xFFFF);
+    const Surveyed damaged = SurveyBytes(built.bytes, 1251);
+    EXPECT_EQ(damaged.failure, FailureData);
+    EXPECT_EQ(damaged.lines.size(), 3u);
+    EXPECT_EQ(damaged.lines[2], "4 3 0 " + dataOf("menu"));
+}
+
+TEST(Survey, RefusesNamesThatAreNamedOverAndOver)
+{
+    ExecutableDescription description = {.resources = {{std::u16string(65535, u'N'), 1, {}}}};
+    for (int i = 1; i < 1000; i++)
+        description.emptyTypes.push_back(i);
+    BuiltExecutable built = BuildPe(description);
+    for (const TypePlaces &type : built.types)
+        PutU32(built.bytes, type.entry, GetU32(built.bytes, built.types[0].entry));
+    EXPECT_EQ(SurveyBytes(built.bytes).failure, FailureNames);
+}
+
+TEST(Survey, SurvivesEveryCutAndEveryWildByte)
+{
+    ExecutableDescription wide = DescribeFour();
+    wide.is64 = true;
+    for (const Bytes &good : {BuildPe(wide).bytes, BuildNe(DescribeFour()).bytes}) {
+        for (size_t length = 0; length < good.size(); length++) {
+            const Surveyed told =
+                SurveyBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length));
+            EXPECT_EQ(told.outcome == ProbeRead, told.failure == FailureNone);
+            if (told.outcome == ProbeRead) {
+                EXPECT_EQ(told.lines.size(), 4u);
+            }
+        }
+        Bytes bytes = good;
+        for (size_t at = 60; at < good.size(); at++) {
+            for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
+                bytes[at] = (unsigned char)value;
+                const Surveyed told = SurveyBytes(bytes);
+                EXPECT_EQ(told.outcome == ProbeRead, told.failure == FailureNone);
+            }
+            bytes[at] = good[at];
+        }
+    }
+}
