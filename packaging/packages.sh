@@ -1,8 +1,9 @@
 # Sourced by ./run, ./test and ./package: installs what is missing, and says what.
 # Sets nothing else and asks nothing; works as root, and with sudo as a user.
 
-# What the native build is configured with, its tests included.
-native_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev zlib1g-dev libsdl2-dev libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev"
+# What the Linux programs are built with, and what their tests need besides.
+program_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev zlib1g-dev libsdl2-dev libcli11-dev nlohmann-json3-dev"
+native_packages="$program_packages libgtest-dev libgmock-dev"
 # What the window needs when it runs: the faces it draws with, one for its menus (with the others
 # alone "sans" is a typewriter's), Wayland, and the desktop's applications for the manual.
 window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
@@ -15,6 +16,9 @@ fuzz_packages="clang libclang-rt-14-dev llvm"
 cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 libz-mingw-w64-dev"
 wine_packages="wine64 libwine xvfb xauth"
 zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
+# What the Debian packages are built and looked through with, and what their test asks besides.
+deb_packages="dpkg-dev debhelper lintian perl"
+deb_test_packages="debootstrap appstream desktop-file-utils mandoc zsh fish"
 
 # need_packages NAME...: installs those that the machine lacks.
 need_packages() {
@@ -49,13 +53,13 @@ need_packages() {
     fi
 }
 
-# build_preset PRESET [TARGET...]: configures once, then builds with at most two jobs; quiet unless
-# something fails.
+# build_preset PRESET [TARGET...]: configures, once and when the presets have changed, then builds with
+# at most two jobs; quiet unless something fails.
 build_preset() {
     preset=$1
     shift
     log=$(mktemp)
-    if { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+    if { [ "build/$preset/build.ninja" -nt CMakePresets.json ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
         cmake --build --preset "$preset" ${1:+--target} "$@" >"$log" 2>&1
     then
         rm -f "$log"
