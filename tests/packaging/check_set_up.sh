@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Runs the set-up script for Windows users and its undoing under Wine, in a prefix of its own that is
 # new each time, and compares the registry and the settings file before and after. The registry is
-# asked through reg.exe: the files that it is kept in lag behind. Wine's cscript knows no //E, so the
-# command files run without it.
+# asked through reg.exe: the files that it is kept in lag behind.
 set -u
 root=$(dirname "$(dirname "$(dirname "$(readlink -f "$0")")")")
 mkdir -p "$root/build"
@@ -63,7 +62,7 @@ make_program() {
     : >"$1/VLXPRO.EXE"
     cp "$root/packaging/windows/set-up.js" "$1"
     for script in set-up.cmd undo.cmd; do
-        sed 's, //E:JScript,,; s/$/\r/' "$root/packaging/windows/$script" >"$1/$script"
+        sed 's/$/\r/' "$root/packaging/windows/$script" >"$1/$script"
     done
 }
 
