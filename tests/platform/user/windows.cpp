@@ -221,3 +221,24 @@ TEST_F(MessageTest, MovingSendsTheSizeOnlyWhenTheClientAreaChanges)
 }
 
 } // namespace
+
+TEST_F(MessageTest, APointFindsTheTopmostWindowThatShowsAndTakesInput)
+{
+    const POINT point = {110, 110};
+    HWND below = Make("below"), above = Make("above"), child = Make("child", above, WS_CHILD, 5);
+    for (HWND window : {below, above})
+        MoveWindow(window, 100, 100, 50, 50, TRUE);
+    MoveWindow(child, 0, 0, 50, 5, TRUE);
+    EXPECT_NE(WindowFromPoint(point), below);
+    for (HWND window : {below, above, child})
+        ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(WindowFromPoint(point), above);
+    MoveWindow(child, 0, 0, 50, 50, TRUE);
+    EXPECT_EQ(WindowFromPoint(point), child);
+    EXPECT_NE(WindowFromPoint({150, 110}), child);
+    TakeInput(above, false);
+    EXPECT_EQ(WindowFromPoint(point), below);
+    TakeInput(above, true);
+    ShowWindow(above, SW_HIDE);
+    EXPECT_EQ(WindowFromPoint(point), below);
+}

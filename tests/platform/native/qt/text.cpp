@@ -17,6 +17,8 @@ TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)
     }
     const Font courier = {13, 0, "Courier New"};
     EXPECT_EQ(MeasureText(courier, "iiii", 4), MeasureText(courier, "WWWW", 4));
+    const Font sans = {14, 0, "MS Sans Serif"};
+    EXPECT_LT(MeasureText(sans, "iiii", 4), MeasureText(sans, "WWWW", 4));
     EXPECT_EQ(FromCaption("\xC3\xA9t\xC3\xA9"), QString::fromUtf8("été"));
     EXPECT_EQ(FromCaption("\xE9t\xE9"), QString::fromUtf8("été"));
     EXPECT_EQ(TitleFrom("a\xE2\x80\xAE"
