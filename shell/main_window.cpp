@@ -175,13 +175,13 @@ static void OnOpen(HWND window)
         OpenInstead(window, path);
 }
 
-// Of several files that are dropped the first is opened.
+// Of several files that are dropped the first is opened; none while a dialog waits for an answer.
 static void OnDropFiles(HWND window, HDROP drop)
 {
     std::string path(DragQueryFileA(drop, 0, nullptr, 0), 0);
     DragQueryFileA(drop, 0, path.data(), (UINT)path.size() + 1);
     DragFinish(drop);
-    if (!path.empty())
+    if (!path.empty() && IsWindowEnabled(window))
         OpenInstead(window, path.c_str());
 }
 

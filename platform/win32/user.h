@@ -113,7 +113,12 @@ BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int h
 BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
 
 // The window that shows at a point of the screen, by the layer's own rectangles; NULL for none.
+// Children that take no input are passed over.
 HWND WINAPI WindowFromPoint(POINT point);
+
+// Whether the window itself takes input, which an owner does not while its dialog runs. FALSE for a
+// dead handle.
+BOOL WINAPI IsWindowEnabled(HWND window);
 
 // A window's text: a frame's caption, a button's or static's label. Frames show UTF-8 when the text
 // is valid UTF-8. The text is copied; NULL is an empty one. FALSE for a dead handle.

@@ -297,7 +297,12 @@ TEST(Stories, OpeningAndFailing)
         Select("BINARY DATA", "500");
         Drop(second + '\0' + good + '\0' + '\0');
     });
-    Step("drop nothing", [] { Drop(std::string(2, 0)); });
+    Step("drop nothing, and one on a window that waits for its dialog", [&] {
+        Drop(std::string(2, 0));
+        TakeInput(globals.mainWindow, false);
+        Drop(good + '\0' + '\0');
+        TakeInput(globals.mainWindow, true);
+    });
     Step("open one that is there no more", [&] {
         Open(good);
         Select("BITMAP", "101");

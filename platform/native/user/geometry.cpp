@@ -190,7 +190,9 @@ static HWND TopmostAt(const std::vector<HWND> &windows, POINT point)
 {
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         const Window *record = WindowOf(*window);
-        if (!IsShown(record) || !TakesInput(record) || !Holds(record, point))
+        // A child that takes no input is passed over; its frame is not, as in Windows.
+        const bool isPassedOver = record->parent && !TakesInput(record);
+        if (!IsShown(record) || isPassedOver || !Holds(record, point))
             continue;
         HWND child = TopmostAt(record->children, point);
         return child ? child : *window;
@@ -222,6 +224,12 @@ BOOL WINAPI ShowWindow(HWND window, int command)
     if (isToldSize)
         TellSize(window);
     return wasVisible;
+}
+
+BOOL WINAPI IsWindowEnabled(HWND window)
+{
+    const Window *record = WindowOf(window);
+    return record && !(record->style & WS_DISABLED);
 }
 
 void SetTakesInput(HWND window, bool takesInput)

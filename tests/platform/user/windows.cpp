@@ -236,8 +236,10 @@ TEST_F(MessageTest, APointFindsTheTopmostWindowThatShowsAndTakesInput)
     MoveWindow(child, 0, 0, 50, 50, TRUE);
     EXPECT_EQ(WindowFromPoint(point), child);
     EXPECT_NE(WindowFromPoint({150, 110}), child);
+    TakeInput(child, false);
+    EXPECT_EQ(WindowFromPoint(point), above);
     TakeInput(above, false);
-    EXPECT_EQ(WindowFromPoint(point), below);
+    EXPECT_EQ(WindowFromPoint(point), above);
     TakeInput(above, true);
     ShowWindow(above, SW_HIDE);
     EXPECT_EQ(WindowFromPoint(point), below);
