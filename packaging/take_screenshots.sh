@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Takes the pictures that software centres show, packaging/screenshots/*.png, of the program in
+# Takes the pictures that software centres show, manual/html/*.png, of the program in
 # build/release on a virtual display. They are kept in the repository, and published below
 # QUILLMOOR_HOMEPAGE.
 set -u
@@ -16,7 +16,7 @@ export QT_QPA_PLATFORM=xcb
 
 # take NAME KEY...: the window after these keys in its tree.
 take() {
-    local picture=packaging/screenshots/$1.png window
+    local picture=manual/html/$1.png window
     shift
     build/release/quillmoor build/release/samples/heather.dll 2>/dev/null &
     program=$!
