@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
 # Runs a Windows program under Wine: wine.sh PROGRAM [ARGUMENT...]
 # The prefix is the build's own, made once, without add-on downloads; with no display a virtual one
-# is started for the program's time.
+# is started for the program's time. quillmoor.exe has a prefix apart from the tests', in which it is
+# set up as set-up.cmd leaves it.
 root=$(dirname "$(dirname "$(readlink -f "$0")")")
-export WINEPREFIX=$root/build/wineprefix
+case ${1:-} in
+    quillmoor.exe | */quillmoor.exe) export WINEPREFIX=$root/build/wineprefix.set-up ;;
+    *) export WINEPREFIX=$root/build/wineprefix ;;
+esac
 export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe='
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEARCH=win64
@@ -19,14 +23,27 @@ make_prefix() {
         touch "$WINEPREFIX/made"
 }
 
+# set_up PROGRAM: the settings name the folder of the program, and of VLXPRO.EXE.
+set_up() {
+    local settings
+    settings=$(find "$WINEPREFIX/drive_c/users" -type d -path '*/AppData/Roaming' \
+        ! -path '*/Public/*')/Orrindale
+    mkdir -p "$settings"
+    printf '[Vellumax]\r\nApplicationPath=Z:%s\r\n' \
+        "$(dirname "$(readlink -f "$1")" | tr / '\\')" | iconv -f UTF-8 -t CP1252 >"$settings/VLXPRO30.INI"
+}
+
 start() {
     if [ ! -f "$WINEPREFIX/made" ]; then
         mkdir -p "$WINEPREFIX"
         (
             flock 9
             [ -f "$WINEPREFIX/made" ] || make_prefix
-        ) 9>"$root/build/wineprefix.lock" >/dev/null 2>&1
+        ) 9>"$WINEPREFIX.lock" >/dev/null 2>&1
     fi
+    case $WINEPREFIX in
+        *.set-up) set_up "$1" ;;
+    esac
     "$wine" "$@"
 }
 
