@@ -29,8 +29,9 @@ static int AddSections(FilePages *pages, uint64_t table, int count, PeImage *ima
 int ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image)
 {
     BYTE bytes[FILE_HEADER_SIZE + OPTIONAL_HEADER_SIZE] = {};
-    const size_t length =
-        headers >= pages->length ? 0 : std::min<uint64_t>(sizeof bytes, pages->length - headers);
+    const size_t length = headers >= pages->length
+                              ? 0
+                              : (size_t)std::min<uint64_t>(sizeof bytes, pages->length - headers);
     if (length < FILE_HEADER_SIZE + 2 || !ReadPages(pages, headers, bytes, length))
         return 0;
     ByteReader reader = OpenBytes(bytes, sizeof bytes);
