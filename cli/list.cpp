@@ -73,12 +73,13 @@ static std::string EscapeSteering(const std::string &json)
     std::string escaped;
     for (size_t at = 0; at < json.size();) {
         const Utf8Letter letter = LetterAt(json, at);
-        char code[8];
-        snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
-        if (SteersText(letter.code))
+        if (SteersText(letter.code)) {
+            char code[8];
+            snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
             escaped += code;
-        else
+        } else {
             escaped.append(json, at, letter.length);
+        }
         at += letter.length;
     }
     return escaped;

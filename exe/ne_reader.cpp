@@ -31,7 +31,7 @@ static int KeepData(NeTableWalk *walk, ResourceEntry *entry)
     NeReading *reading = (NeReading *)walk->taker;
     FILE *file = walk->pages->file;
     if (entry->size > reading->keptBytesLeft) {
-        NoteFailure(FailureKeptBytes, entry->fileOffset);
+        NoteFailure(FailureKeptBytes, KeptBytesLimit(walk->pages->length));
         return 0;
     }
     reading->keptBytesLeft -= entry->size;

@@ -7,6 +7,17 @@
 #define DIRECTORY_ENTRY_SIZE 8
 #define DEEPEST_LEVEL 8
 
+// How many directories, and entries in them, are followed, each as often as it is named.
+static uint64_t MostDirectories(uint64_t fileLength)
+{
+    return std::max<uint64_t>(10000, fileLength / 8);
+}
+
+static uint64_t MostEntries(uint64_t fileLength)
+{
+    return std::max<uint64_t>(1000000, fileLength / 4);
+}
+
 void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset)
 {
     walk->failed = 1;
@@ -34,8 +45,12 @@ static int EnterDirectory(PeDirectoryWalk *walk, PeDirectory *directory)
     }
     ByteReader reader = OpenBytes(record, sizeof record);
     directory->entryCount = ReadU16(&reader, 12) + ReadU16(&reader, 14);
-    if (walk->directoriesLeft == 0 || walk->entriesLeft < (uint64_t)directory->entryCount) {
-        StopPeWalk(walk, FailureDirectoryCount, directory->offset);
+    if (walk->directoriesLeft == 0) {
+        StopPeWalk(walk, FailureDirectoryCount, MostDirectories(walk->fileLength));
+        return 0;
+    }
+    if (walk->entriesLeft < (uint64_t)directory->entryCount) {
+        StopPeWalk(walk, FailureEntryCount, MostEntries(walk->fileLength));
         return 0;
     }
     walk->directoriesLeft--;
@@ -69,8 +84,9 @@ static void WalkDirectory(PeDirectoryWalk *walk, PeDirectory directory)
 
 int WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength)
 {
-    walk->directoriesLeft = std::max<uint64_t>(10000, fileLength / 8);
-    walk->entriesLeft = std::max<uint64_t>(1000000, fileLength / 4);
+    walk->fileLength = fileLength;
+    walk->directoriesLeft = MostDirectories(fileLength);
+    walk->entriesLeft = MostEntries(fileLength);
     walk->failed = 0;
     walk->stopped = 0;
     WalkDirectory(walk, {walk->root, 0, 0, 0});

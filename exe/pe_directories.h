@@ -42,6 +42,7 @@ struct PeDirectoryWalk {
     int stopped; // 1 once the walk is over before its end
 
     // The walk's own.
+    uint64_t fileLength;
     uint64_t directoriesLeft;
     uint64_t entriesLeft;
 };
@@ -50,6 +51,6 @@ struct PeDirectoryWalk {
 // reason noted, and the walk goes on unless it was stopped. Returns 1, or 0 when walk->failed.
 int WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength);
 
-// Note a failure of the walk, which goes on or is over.
+// Note a failure of the walk, which goes on or is over. offset is as for NoteFailure.
 void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset);
 void StopPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset);

@@ -82,7 +82,7 @@ static void CatalogueResource(PeDirectoryWalk *walk, DWORD nameField, size_t dat
     if (entry.name[0] == 0)
         return;
     if (entry.size > reading->keptBytesLeft) {
-        StopPeWalk(walk, FailureKeptBytes, entry.fileOffset);
+        StopPeWalk(walk, FailureKeptBytes, KeptBytesLimit(reading->image.total));
         return;
     }
     reading->keptBytesLeft -= entry.size;

@@ -43,7 +43,8 @@ static const struct {
     {24, "manifest"},
 };
 
-// A reason is told as before, the offset and after; without after there is no offset in it.
+// A reason is told as before, the offset or bound and after; without after there is no number in
+// it.
 static const struct {
     FailureKind kind;
     const char *before;
@@ -66,11 +67,14 @@ static const struct {
     {FailureData, "The resource data at offset ", " do not lie in the file"},
     {FailureDataAddress, "The address in the data entry at offset ", " lies in no section"},
     {FailureTable, "At offset ", " the resource table is cut short"},
-    {FailureDepth, "The resource directory at offset ", " lies too deep inside others"},
-    {FailureDirectoryCount,
-     "The resource directories are named over and over, more often than is followed", nullptr},
-    {FailureKeptBytes, "The resources together are longer than what is kept of a file of this size",
-     nullptr},
+    {FailureDepth, "The resource directory at offset ", " lies more than 8 levels below the first"},
+    {FailureDirectoryCount, "The resource directories are named over and over; no more than ",
+     " are followed in a file of this size"},
+    {FailureEntryCount,
+     "The entries of the resource directories are named over and over; no more than ",
+     " are followed in a file of this size"},
+    {FailureKeptBytes, "The resources together are longer than the ",
+     " bytes that are kept of a file of this size"},
     {FailureNames,
      "The names of the resources together are longer than what is kept of a file of this size",
      nullptr},

@@ -23,7 +23,8 @@ enum FailureKind {
     FailureDataAddress,    // a data entry's address lies in no section
     FailureTable,          // the NE resource table is cut short
     FailureDepth,          // directories lie too deep in each other
-    FailureDirectoryCount, // more directories, or entries in them, than are followed
+    FailureDirectoryCount, // more directories than are followed
+    FailureEntryCount,     // more entries of directories than are followed
     FailureKeptBytes,      // the resources together are longer than what is kept
     FailureNames,          // the resources' types and names are, each time they are named
 };
@@ -31,7 +32,8 @@ enum FailureKind {
 // Forgets what was noted. Called before each reading.
 void ClearFailure();
 
-// Notes a failure at a file offset (bytes); the first one is kept.
+// Notes a failure at a file offset (bytes), or past a bound, which is given in the offset's place;
+// the first one is kept.
 void NoteFailure(FailureKind kind, unsigned long long offset);
 
 // Notes a new header, at a file offset, that is neither NE nor PE, with its first two bytes.

@@ -4,6 +4,7 @@
 #include "samples/builder/builder.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
+#include "tests/support/worst_files.h"
 
 #include <gtest/gtest.h>
 
@@ -213,6 +214,7 @@ static void WriteRefused(const TempFolder &folder)
                                                      {std::u16string(60, u'N'), 1, {1}},
                                                      {240, 1, {1}}}})
                                   .bytes);
+    folder.Write("over.dll", MakeWorstPe(10, 1025, Bytes(65536)));
     folder.Write("rsrc1.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".rsrc1"}).bytes);
 }
 
