@@ -51,8 +51,8 @@ fuzz() {
 # The files whose lines count for a target.
 own_files() {
     case $1 in
-        pe_reader) echo exe/pe_reader.cpp exe/pe_headers.cpp ;;
-        ne_reader) echo exe/ne_reader.cpp ;;
+        pe_reader) echo exe/pe_reader.cpp exe/pe_directories.cpp exe/pe_headers.cpp ;;
+        ne_reader) echo exe/ne_reader.cpp exe/ne_table.cpp exe/file_pages.cpp ;;
         probe) echo exe/probe.cpp exe/pe_headers.cpp exe/refusal.cpp ;;
         bitmap) echo content/dib.cpp viewer/dib_draw.cpp platform/native/gdi/dib_decode.cpp ;;
         icon) echo content/dib.cpp viewer/dib_draw.cpp viewer/png.cpp ;;
