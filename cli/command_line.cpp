@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/list.h"
+#include "cli/reading.h"
 #include "cli/save.h"
 #include "platform/console.h"
 #include "platform/files.h"
@@ -49,10 +50,11 @@ ExitStatus RunCommandLine(const std::vector<std::string> &arguments, FILE *out, 
     try {
         return ParseAndRun(arguments, out, err);
     } catch (const std::bad_alloc &) {
-        PrintText(err, "quillmoor-cli: There is not enough memory.\n");
+        PrintNoMemory(err);
         return ExitFailed;
     } catch (const std::exception &failure) {
-        PrintText(err, std::string("quillmoor-cli: ") + failure.what() + "\n");
+        fprintf(err, "quillmoor-cli: %s\n", failure.what());
+        fflush(err);
         return ExitFailed;
     }
 }

@@ -8,6 +8,7 @@
 #include "platform/utf8.h"
 
 #include <CLI/CLI.hpp>
+#include <new>
 #include <nlohmann/json.hpp>
 
 #define PART_SIZE 65536
@@ -85,24 +86,29 @@ static std::string EscapeSteering(const std::string &json)
     return escaped;
 }
 
+static std::string Quoted(const std::string &text)
+{
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+// The library's objects allocate while they are destroyed, and end the program where that fails;
+// its texts do not.
 static void AppendObjects(Listing *listing, const std::string &path, int withFile)
 {
     ResourceEntry entry;
     for (LONG index = 0; index < openCatalog.count && !listing->failed; index++) {
         if (!GetEntry(openCatalog.entries, &entry, index))
             continue;
-        nlohmann::ordered_json object;
-        object["index"] = index;
-        object["category"] = entry.category;
-        object["label"] = CategoryLabel(entry.category);
-        object["name"] = TextToUtf8(entry.name);
-        object["size"] = entry.size;
-        object["fileOffset"] = entry.fileOffset;
-        object["isWave"] = entry.isWave != 0;
+        std::string object = "{\"index\":" + std::to_string(index);
+        object += ",\"category\":" + std::to_string(entry.category);
+        object += ",\"label\":" + Quoted(CategoryLabel(entry.category));
+        object += ",\"name\":" + Quoted(TextToUtf8(entry.name));
+        object += ",\"size\":" + std::to_string(entry.size);
+        object += ",\"fileOffset\":" + std::to_string(entry.fileOffset);
+        object += entry.isWave ? ",\"isWave\":true" : ",\"isWave\":false";
         if (withFile)
-            object["file"] = path;
-        const auto replace = nlohmann::json::error_handler_t::replace;
-        Append(listing, EscapeSteering(object.dump(-1, ' ', false, replace)) + '\n');
+            object += ",\"file\":" + Quoted(path);
+        Append(listing, EscapeSteering(object) + "}\n");
     }
 }
 
@@ -113,11 +119,10 @@ static HWND CreateHiddenTree()
                            nullptr, nullptr);
 }
 
-ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
+static ExitStatus ListFiles(const ListOptions &options, HWND tree, FILE *out, FILE *err)
 {
     ExitStatus status = ExitDone;
     const int several = options.files.size() > 1;
-    HWND tree = options.json ? nullptr : CreateHiddenTree();
     Listing listing = {out, "", 0};
     for (const std::string &path : options.files) {
         if (!ReadExecutable(path, tree, options.salvage, err)) {
@@ -137,6 +142,23 @@ ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
             break;
         }
     }
+    return status;
+}
+
+ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
+{
+    ExitStatus status = ExitFailed;
+    HWND tree = options.json ? nullptr : CreateHiddenTree();
+    if (tree == nullptr && !options.json) {
+        PrintNoMemory(err);
+        return status;
+    }
+    try {
+        status = ListFiles(options, tree, out, err);
+    } catch (const std::bad_alloc &) {
+        PrintNoMemory(err);
+    }
+    ReleaseCatalog(&openCatalog);
     if (tree != nullptr)
         DestroyWindow(tree);
     return status;

@@ -28,6 +28,12 @@ void PrintFault(FILE *err, const std::string &path, const std::string &text)
     PrintText(err, "quillmoor-cli: " + SafeText(path) + ": " + SafeText(text) + "\n");
 }
 
+void PrintNoMemory(FILE *err)
+{
+    fputs("quillmoor-cli: There is not enough memory.\n", err);
+    fflush(err);
+}
+
 static std::string FailureText()
 {
     char reason[REASON_SIZE];

@@ -15,5 +15,8 @@ int ReadExecutable(const std::string &path, HWND tree, int salvage, FILE *err);
 // Prints "quillmoor-cli: PATH: TEXT" as one line.
 void PrintFault(FILE *err, const std::string &path, const std::string &text);
 
+// Prints that there is not enough memory, without asking for any.
+void PrintNoMemory(FILE *err);
+
 // A text of the ANSI code page as UTF-8.
 std::string TextToUtf8(const char *text);

@@ -120,11 +120,11 @@ static void PutInPlace(SaveRun *run, const OutputFolder *from, const std::string
         MoveBetween(from, oldName.c_str(), to, name.c_str(), run->options->force);
     if (moved == MoveDone)
         return;
+    DeleteInFolder(from, oldName.c_str());
     if (moved == MoveExists)
         Fault(run, shown, "The file is there already; --force replaces it.");
     else
         Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
-    DeleteInFolder(from, oldName.c_str());
 }
 
 static std::string Shown(DWORD category, const std::string &name)
@@ -218,9 +218,12 @@ static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
     const std::string shown = Shown(entry.category, name);
     if (place->unfinished.empty())
         SaveBeside(run, place->folder, name, shown, entry);
-    else if (FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
-                      entry))
+    else {
         place->made.push_back(name);
+        if (!FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
+                      entry))
+            place->made.pop_back();
+    }
 }
 
 static void ShowProgress(SaveRun *run, LONG done)
@@ -271,6 +274,31 @@ static std::string DefaultOutput(const std::string &file)
     return std::string(name.begin(), name.end()) + ".resources";
 }
 
+// Does a step of the run. One that runs out of memory is told, and does not stop the next one.
+template <typename Step> static void Guard(SaveRun *run, Step step)
+{
+    try {
+        step();
+    } catch (const std::bad_alloc &) {
+        PrintNoMemory(run->err);
+        run->status = ExitFailed;
+    }
+}
+
+static void SaveInto(SaveRun *run)
+{
+    const SaveOptions &options = *run->options;
+    const std::string output =
+        options.output.empty() ? DefaultOutput(options.file) : options.output;
+    // Nobody named the default one: a link that lies in its place leads elsewhere.
+    run->output =
+        options.output.empty() ? OpenFolderHere(output.c_str()) : OpenFolder(output.c_str());
+    if (run->output == nullptr)
+        Fault(run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
+    else
+        SaveEntries(run);
+}
+
 ExitStatus RunSave(const SaveOptions &options, FILE *err)
 {
     SaveRun run = {};
@@ -282,17 +310,9 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
     if (!ReadExecutable(options.file, nullptr, options.salvage, err))
         return ExitFailed;
     CatchStopRequests();
-    const std::string output =
-        options.output.empty() ? DefaultOutput(options.file) : options.output;
-    // Nobody named the default one: a link that lies in its place leads elsewhere.
-    run.output =
-        options.output.empty() ? OpenFolderHere(output.c_str()) : OpenFolder(output.c_str());
-    if (run.output == nullptr)
-        Fault(&run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
-    else
-        SaveEntries(&run);
-    for (auto &[category, folder] : run.folders)
-        FinishFolder(&run, category, folder);
+    Guard(&run, [&run] { SaveInto(&run); });
+    for (const auto &place : run.folders)
+        Guard(&run, [&run, &place] { FinishFolder(&run, place.first, place.second); });
     CloseFolder(run.output);
     ReleaseCatalog(&openCatalog);
     return run.status;

@@ -9,6 +9,8 @@
 #include "platform/byte_reader.h"
 #include "program/ids.h"
 
+#include <new>
+
 // Empties the tree and gives it its pictures for a new reading.
 static void PrepareTree(HWND tree)
 {
@@ -40,7 +42,7 @@ ProbeOutcome FindNewHeader(FilePages *pages, NewHeader *header)
     return ProbeNotStandard;
 }
 
-ProbeOutcome ProbeFile(HWND tree, FILE *file)
+static ProbeOutcome RecogniseAndRead(HWND tree, FILE *file)
 {
     NewHeader header;
     FilePages pages;
@@ -56,6 +58,16 @@ ProbeOutcome ProbeFile(HWND tree, FILE *file)
     const int result = header.signature == NE_SIGNATURE ? ReadNeResources(tree, file, header.offset)
                                                         : ReadPeResources(tree, file);
     return result ? ProbeRead : ProbeFailed;
+}
+
+ProbeOutcome ProbeFile(HWND tree, FILE *file)
+{
+    try {
+        return RecogniseAndRead(tree, file);
+    } catch (const std::bad_alloc &) {
+        NoteFailure(FailureMemory, 0);
+        return ProbeFailed;
+    }
 }
 
 int ProbeMessageIds(ProbeOutcome outcome, LONG count, UINT ids[2])

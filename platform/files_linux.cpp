@@ -218,7 +218,12 @@ static OutputFolder *OpenFolderAt(int parent, const char *name, int flags)
         lastError = errno;
         return nullptr;
     }
-    return new OutputFolder{descriptor};
+    auto *folder = new (std::nothrow) OutputFolder{descriptor};
+    if (!folder) {
+        lastError = ENOMEM;
+        close(descriptor);
+    }
+    return folder;
 }
 
 OutputFolder *OpenFolder(const char *path)
@@ -264,9 +269,12 @@ void CloseFolder(OutputFolder *folder)
 
 FILE *CreateNewFile(const OutputFolder *folder, const char *name)
 {
-    return OpenDescriptor(openat(folder->descriptor, name,
-                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666),
-                          "wb");
+    const int descriptor = openat(folder->descriptor, name,
+                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+    FILE *file = OpenDescriptor(descriptor, "wb");
+    if (!file && descriptor >= 0)
+        unlinkat(folder->descriptor, name, 0);
+    return file;
 }
 
 // Without replacing, where the file system has no such move and gives no second names either: the

@@ -264,7 +264,10 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name)
 {
     HANDLE handle = CreateFileW((folder->path + Wide(name)).c_str(), GENERIC_READ | GENERIC_WRITE,
                                 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return OpenHandle(handle, _O_RDWR, "w+b");
+    FILE *file = OpenHandle(handle, _O_RDWR, "w+b");
+    if (!file && handle != INVALID_HANDLE_VALUE)
+        DeleteInFolder(folder, name);
+    return file;
 }
 
 MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,

@@ -89,16 +89,17 @@ const CodePage &AnsiCodePage()
     return page;
 }
 
-static void AppendUtf8(std::string *out, uint32_t character)
+// Stores a character as UTF-8 and gives its length.
+static int EncodeUtf8(uint32_t character, char bytes[4])
 {
-    if (character < 0x80) {
-        *out += static_cast<char>(character);
-        return;
-    }
+    bytes[0] = static_cast<char>(character);
+    if (character < 0x80)
+        return 1;
     const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    *out += static_cast<char>((0xF80 >> following & 0xFF) | character >> 6 * following);
-    for (int i = following - 1; i >= 0; --i)
-        *out += static_cast<char>(0x80 | (character >> 6 * i & 0x3F));
+    bytes[0] = static_cast<char>((0xF80 >> following & 0xFF) | character >> 6 * following);
+    for (int i = following; i > 0; --i, character >>= 6)
+        bytes[i] = static_cast<char>(0x80 | (character & 0x3F));
+    return following + 1;
 }
 
 static char ByteOfUnit(const CodePage &page, WCHAR unit)
@@ -126,20 +127,28 @@ std::string TakeWideText(ByteReader *reader)
     return text;
 }
 
-static std::string UnitsToUtf8(LPCWSTR wide, int units)
+// Writes UTF-8 and gives its length in bytes; 0 when it is more than outSize, where that is not 0.
+static int UnitsToUtf8(LPCWSTR wide, int units, char *out, int outSize)
 {
-    std::string out;
+    int64_t length = 0;
     for (int i = 0; i < units; ++i) {
-        const unsigned unit = wide[i];
-        const unsigned next = i + 1 < units ? wide[i + 1] : 0;
-        if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
-            AppendUtf8(&out, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
+        uint32_t character = wide[i];
+        const uint32_t next = i + 1 < units ? wide[i + 1] : 0;
+        if (character >= 0xD800 && character < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+            character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
             ++i;
-        } else {
-            AppendUtf8(&out, unit >= 0xD800 && unit < 0xE000 ? 0xFFFD : unit);
+        } else if (character >= 0xD800 && character < 0xE000) {
+            character = 0xFFFD;
         }
+        char bytes[4];
+        const int count = EncodeUtf8(character, bytes);
+        if (outSize != 0 && length + count > outSize)
+            return 0;
+        if (outSize != 0)
+            memcpy(out + length, bytes, static_cast<size_t>(count));
+        length += count;
     }
-    return out;
+    return length <= INT_MAX ? static_cast<int>(length) : 0;
 }
 
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPSTR out,
@@ -150,14 +159,8 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int uni
         return 0;
     if (units < 0)
         units = LengthWithTerminator(wide);
-    if (codePage == CP_UTF8) {
-        const std::string utf8 = UnitsToUtf8(wide, units);
-        const int length = static_cast<int>(utf8.size());
-        if (outSize == 0 || length > outSize)
-            return outSize == 0 ? length : 0;
-        memcpy(out, utf8.data(), utf8.size());
-        return length;
-    }
+    if (codePage == CP_UTF8)
+        return UnitsToUtf8(wide, units, out, outSize);
     if (outSize == 0 || units == 0)
         return units;
     const CodePage &page = AnsiCodePage();

@@ -1,0 +1,139 @@
+#include "tests/faults/failing.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <malloc.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+static Failing failing;
+static long untilFailure;  // calls; 0 lets none fail
+static const char *failed; // the call that has
+
+// Whether this call is the one that fails.
+static bool IsTurnOf(Failing kind, const char *name)
+{
+    if (untilFailure == 0 || kind != failing || --untilFailure > 0)
+        return false;
+    failed = name;
+    errno = kind == Failing::Allocations ? ENOMEM : ENOSPC;
+    return true;
+}
+
+// --- allocation ---
+
+extern "C" {
+
+void *__libc_malloc(size_t size);
+void *__libc_calloc(size_t count, size_t size);
+void *__libc_realloc(void *block, size_t size);
+void *__libc_memalign(size_t alignment, size_t size);
+
+void *malloc(size_t size)
+{
+    return IsTurnOf(Failing::Allocations, "malloc") ? nullptr : __libc_malloc(size);
+}
+
+void *calloc(size_t count, size_t size)
+{
+    return IsTurnOf(Failing::Allocations, "calloc") ? nullptr : __libc_calloc(count, size);
+}
+
+void *realloc(void *block, size_t size)
+{
+    if (size > 0 && IsTurnOf(Failing::Allocations, "realloc"))
+        return nullptr;
+    return __libc_realloc(block, size);
+}
+
+void *memalign(size_t alignment, size_t size)
+{
+    return IsTurnOf(Failing::Allocations, "memalign") ? nullptr : __libc_memalign(alignment, size);
+}
+
+void *aligned_alloc(size_t alignment, size_t size)
+{
+    return memalign(alignment, size);
+}
+
+int posix_memalign(void **block, size_t alignment, size_t size)
+{
+    *block = memalign(alignment, size);
+    return *block == nullptr ? ENOMEM : 0;
+}
+
+// --- the calls that the linker sends here ---
+
+#define WRAP(result, name, parameters, arguments, kind, failure)                                   \
+    result __real_##name parameters;                                                               \
+    result __wrap_##name parameters;                                                               \
+    result __wrap_##name parameters                                                                \
+    {                                                                                              \
+        return IsTurnOf(kind, #name) ? failure : __real_##name arguments;                          \
+    }
+
+WRAP(void *, mmap, (void *at, size_t size, int protection, int flags, int file, off_t offset),
+     (at, size, protection, flags, file, offset), Failing::Allocations, MAP_FAILED)
+WRAP(int, open, (const char *path, int flags, mode_t mode), (path, flags, mode), Failing::Files, -1)
+WRAP(int, openat, (int folder, const char *path, int flags, mode_t mode),
+     (folder, path, flags, mode), Failing::Files, -1)
+WRAP(FILE *, fopen, (const char *path, const char *mode), (path, mode), Failing::Files, nullptr)
+WRAP(FILE *, fdopen, (int file, const char *mode), (file, mode), Failing::Files, nullptr)
+WRAP(int, fflush, (FILE * file), (file), Failing::Files, EOF)
+WRAP(int, mkdir, (const char *path, mode_t mode), (path, mode), Failing::Files, -1)
+WRAP(int, mkdirat, (int folder, const char *path, mode_t mode), (folder, path, mode),
+     Failing::Files, -1)
+WRAP(int, renameat, (int from, const char *oldName, int to, const char *newName),
+     (from, oldName, to, newName), Failing::Files, -1)
+WRAP(int, renameat2, (int from, const char *oldName, int to, const char *newName, unsigned flags),
+     (from, oldName, to, newName, flags), Failing::Files, -1)
+
+// Those that fail when a part is done.
+
+size_t __real_fwrite(const void *bytes, size_t size, size_t count, FILE *file);
+size_t __wrap_fwrite(const void *bytes, size_t size, size_t count, FILE *file);
+size_t __wrap_fwrite(const void *bytes, size_t size, size_t count, FILE *file)
+{
+    if (!IsTurnOf(Failing::Files, "fwrite"))
+        return __real_fwrite(bytes, size, count, file);
+    const size_t written = __real_fwrite(bytes, size, count / 2, file);
+    errno = ENOSPC;
+    return written;
+}
+
+int __real_fclose(FILE *file);
+int __wrap_fclose(FILE *file);
+int __wrap_fclose(FILE *file)
+{
+    const bool fails = IsTurnOf(Failing::Files, "fclose");
+    const int closed = __real_fclose(file);
+    if (fails)
+        errno = ENOSPC;
+    return fails ? EOF : closed;
+}
+}
+
+int FailEachOnce(Failing kind, const std::function<void()> &act, const std::function<void()> &check)
+{
+    for (int number = 1;; number++) {
+        failed = nullptr;
+        failing = kind;
+        untilFailure = number;
+        try {
+            act();
+            untilFailure = 0;
+        } catch (const std::exception &exception) {
+            untilFailure = 0;
+            ADD_FAILURE() << exception.what();
+        }
+        SCOPED_TRACE(testing::Message() << "call " << number << ", " << (failed ? failed : "none"));
+        check();
+        if (failed == nullptr || testing::Test::HasFatalFailure())
+            return number - 1;
+    }
+}
