@@ -1,5 +1,6 @@
 #include "cli/command_line.h"
 
+#include "cli/icon.h"
 #include "cli/list.h"
 #include "cli/reading.h"
 #include "cli/save.h"
@@ -27,6 +28,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
                  "quillmoor-cli");
     ListOptions listOptions;
     SaveOptions saveOptions;
+    IconOptions iconOptions;
     app.set_version_flag("--version", "quillmoor-cli " QUILLMOOR_VERSION);
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
@@ -34,12 +36,15 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
                "failed, 2 wrong usage.");
     CLI::App *list = AddListCommand(app, &listOptions);
     AddSaveCommand(app, &saveOptions);
+    CLI::App *icon = AddIconCommand(app, &iconOptions);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError &error) {
         return ReportParsing(app, error, out, err);
     }
+    if (icon->parsed())
+        return RunIcon(iconOptions, out, err);
     return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, err);
 }
 

@@ -93,6 +93,7 @@ GroupOutcome ReadGroup(FilePages *pages, const PictureIndex *index, const Survey
     if (!ReadSurveyedBytes(pages, group, &bytes))
         return GroupUnreadable;
     ByteReader reader = OpenBytes(bytes.data(), bytes.size());
+    const DWORD least = IsCursorGroup(group) ? HOT_SPOT_SIZE : 0;
     const size_t count = ReadU16(&reader, 4);
     SkipBytes(&reader, GROUP_HEADER_SIZE);
     if (reader.failed)
@@ -106,7 +107,7 @@ GroupOutcome ReadGroup(FilePages *pages, const PictureIndex *index, const Survey
         if (member.picture == nullptr)
             continue;
         // Only the group tells where a padded picture ends.
-        const int isPadded = index->isNe && member.size > HOT_SPOT_SIZE;
+        const int isPadded = index->isNe && member.size > least;
         member.size = isPadded ? std::min(member.size, member.picture->size) : member.picture->size;
         members->push_back(member);
     }

@@ -66,37 +66,6 @@ static bool WriteWhole(const char *path, const PngBytes &bytes)
     return false;
 }
 
-static HGLOBAL MakeBlock(const BITMAPINFOHEADER &header, size_t rowsSize)
-{
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof header + rowsSize);
-    if (!block)
-        return nullptr;
-    memcpy(GlobalLock(block), &header, sizeof header);
-    GlobalUnlock(block);
-    return block;
-}
-
-static BITMAPINFOHEADER HeaderOf(uint32_t width, uint32_t height, uint32_t bits)
-{
-    BITMAPINFOHEADER header = {};
-    header.biSize = sizeof header;
-    header.biWidth = static_cast<LONG>(width);
-    header.biHeight = static_cast<LONG>(height);
-    header.biPlanes = 1;
-    header.biBitCount = static_cast<WORD>(bits);
-    header.biCompression = BI_RGB;
-    return header;
-}
-
-HGLOBAL MakeCodecDib(DWORD width, DWORD height)
-{
-    if (width == 0 || height == 0 || width > mostDecodedPixels / height)
-        return nullptr;
-    BITMAPINFOHEADER header = HeaderOf(width, height, 32);
-    header.biSizeImage = width * height * 4;
-    return MakeBlock(header, header.biSizeImage);
-}
-
 // The rows of a locked block, from the top as a PNG file has them. Empty when it holds no such DIB.
 static PngBytes RowsOf(const uint8_t *dib, size_t size, BITMAPINFOHEADER *header)
 {
@@ -145,16 +114,14 @@ try {
     PngHeader header;
     if (!ReadPngHeader(ReadStart(path, 64), &header))
         return nullptr;
-    return MakeBlock(HeaderOf(header.width, header.height, header.bits), 0);
+    return MakeDibBlock(header.width, header.height, header.bits, 0);
 } catch (const std::bad_alloc &) {
     return nullptr;
 }
 
 HGLOBAL PNGReadGraphicFile(const char *path)
 try {
-    const PngBytes file = ReadStart(path, SIZE_MAX);
-    HGLOBAL block = DecodePng(file);
-    return block ? block : DecodePng(MendPng(file));
+    return DecodeOrMendPng(ReadStart(path, SIZE_MAX));
 } catch (const std::bad_alloc &) {
     return nullptr;
 }

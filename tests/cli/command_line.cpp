@@ -218,8 +218,26 @@ static void WriteRefused(const TempFolder &folder)
     folder.Write("rsrc1.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".rsrc1"}).bytes);
 }
 
+// The icon of the program is the one with a name, in a 64-bit file.
+static void WriteIcons(const TempFolder &folder)
+{
+    const Bytes icon = MakeIconImage(MakePicture(4, 4, 0xFF336699), 24);
+    const std::vector<ResourceDescription> resources = {
+        {3, 1, icon},
+        {3, 2, Text("two")},
+        {14, 1, MakeIconGroup({{4, 4, 4, 3, 2}})},
+        {14, u"MAIN", MakeIconGroup({{4, 4, 24, icon.size(), 1}, {4, 4, 4, 9, 9}})},
+        {2, 5, Text("bitmap")}};
+    BuiltExecutable built = BuildPe({.resources = resources, .is64 = true});
+    folder.Write("icon64.exe", built.bytes);
+    PutU32(built.bytes, built.resources[4].dataEntry, 0x7FFFFFF0);
+    folder.Write("-icon.exe", built.bytes);
+    folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
+}
+
 static void WriteFiles(const TempFolder &folder)
 {
+    WriteIcons(folder);
     WritePe(folder);
     WriteNe(folder);
     WriteRefused(folder);

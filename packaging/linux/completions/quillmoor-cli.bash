@@ -3,6 +3,7 @@
 # A line for each command: its options.
 _quillmoor_cli_commands='
 list --json --salvage --help
+icon --size --force --help
 save --output --category --force --salvage --help
 '
 
@@ -15,6 +16,7 @@ _quillmoor_cli() {
     done <<<"$_quillmoor_cli_commands"
     case $before in
         --output) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
+        --size) mapfile -t COMPREPLY < <(compgen -W '16 32 48 128 256' -- "$word"); return ;;
         --category) mapfile -t COMPREPLY < <(compgen -W 'bitmap icon string binary' -- "$word"); return ;;
     esac
     if [ "$COMP_CWORD" -eq 1 ]; then

@@ -1,0 +1,206 @@
+#include "cli/icon.h"
+
+#include "cli/icon_picture.h"
+#include "cli/reading.h"
+#include "exe/refusal.h"
+#include "exe/survey.h"
+#include "export/group_file.h"
+#include "platform/console.h"
+#include "platform/files.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+
+// One run of the command.
+struct IconRun {
+    const IconOptions *options;
+    FILE *out;
+    FILE *err;
+    FilePages pages;
+    Survey survey;
+    PictureIndex pictures;
+};
+
+CLI::App *AddIconCommand(CLI::App &app, IconOptions *options)
+{
+    CLI::App *icon = app.add_subcommand("icon", "Save the program's icon as ICO, or one PNG");
+    icon->add_option("--size", options->size,
+                     "Save the best picture as PNG, at most this many pixels wide and high")
+        ->type_name("PIXELS")
+        ->check(CLI::Range(1, 65535).description(""));
+    icon->add_flag("--force", options->force, "Replace a file that is there already");
+    icon->add_option("FILE", options->file, "Executable or library")->required();
+    icon->add_option("OUT", options->output,
+                     "File to save to, - for standard output (default: the file's name with .ico "
+                     "or .png, here)");
+    return icon;
+}
+
+static ExitStatus Fail(const IconRun *run, const std::string &path, const std::string &text)
+{
+    PrintFault(run->err, path, text);
+    return ExitFailed;
+}
+
+static std::string FailureText()
+{
+    char reason[REASON_SIZE];
+    DescribeFailure(reason);
+    return TextToUtf8(reason);
+}
+
+// The group that desktops take a file's icon from; NULL when there is none.
+static const SurveyedResource *FindFirstGroup(const Survey *survey)
+{
+    const SurveyedResource *first = nullptr;
+    for (const SurveyedResource &resource : survey->resources) {
+        if (!IsIconGroup(&resource))
+            continue;
+        if (resource.name.isText)
+            return &resource;
+        if (first == nullptr || resource.name.number < first->name.number)
+            first = &resource;
+    }
+    return first;
+}
+
+static int WriteWhole(FILE *stream, const std::vector<BYTE> &bytes)
+{
+    return fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+}
+
+static ExitStatus WriteToStream(const IconRun *run, const std::vector<BYTE> &bytes)
+{
+    if (WriteWhole(run->out, bytes) && fflush(run->out) == 0)
+        return ExitDone;
+    NoteStreamError();
+    return Fail(run, "standard output",
+                std::string("The icon cannot be written: ") + FileErrorText() + ".");
+}
+
+// Fills a file beside the one that is wanted, then gives it its name.
+static ExitStatus WriteInFolder(const IconRun *run, const OutputFolder *folder,
+                                const std::string &name, const std::string &shown,
+                                const std::vector<BYTE> &bytes)
+{
+    std::string beside;
+    FILE *stream = CreateUnfinishedFile(folder, &beside);
+    if (stream == nullptr)
+        return Fail(run, shown,
+                    std::string("The file cannot be created: ") + FileErrorText() + ".");
+    const int isWhole = WriteWhole(stream, bytes);
+    if (fclose(stream) != 0 || !isWhole) {
+        NoteStreamError();
+        DeleteInFolder(folder, beside.c_str());
+        return Fail(run, shown,
+                    std::string("The file cannot be written: ") + FileErrorText() + ".");
+    }
+    const MoveResult moved =
+        MoveBetween(folder, beside.c_str(), folder, name.c_str(), run->options->force);
+    if (moved == MoveDone)
+        return ExitDone;
+    DeleteInFolder(folder, beside.c_str());
+    if (moved == MoveExists)
+        return Fail(run, shown, "The file is there already; --force replaces it.");
+    return Fail(run, shown,
+                std::string("The file cannot be put in place: ") + FileErrorText() + ".");
+}
+
+static std::string Utf8Of(const std::filesystem::path &path)
+{
+    const std::u8string utf8 = path.u8string();
+    return std::string(utf8.begin(), utf8.end());
+}
+
+static std::filesystem::path PathOf(const std::string &utf8)
+{
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+static ExitStatus WriteOutput(const IconRun *run, const std::vector<BYTE> &bytes)
+{
+    if (run->options->output == "-")
+        return WriteToStream(run, bytes);
+    const char *extension = run->options->size > 0 ? ".png" : ".ico";
+    const std::string output = run->options->output.empty()
+                                   ? Utf8Of(PathOf(run->options->file).stem()) + extension
+                                   : run->options->output;
+    const std::filesystem::path path = PathOf(output);
+    if (!path.has_filename())
+        return Fail(run, output, "That is a folder; the name of a file is wanted.");
+    const std::string parent = Utf8Of(path.parent_path());
+    CatchStopRequests();
+    OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
+    if (folder == nullptr)
+        return Fail(run, output,
+                    std::string("The folder cannot be used: ") + FileErrorText() + ".");
+    const ExitStatus status = WriteInFolder(run, folder, Utf8Of(path.filename()), output, bytes);
+    CloseFolder(folder);
+    return status;
+}
+
+static const char *GroupText(GroupOutcome outcome)
+{
+    switch (outcome) {
+    case GroupEmpty: return "None of its icon's pictures is in the file.";
+    case GroupTooLarge: return "Its icon's pictures together are longer than what is saved.";
+    default: return "Its icon's directory cannot be read.";
+    }
+}
+
+static ExitStatus SaveAll(IconRun *run, const SurveyedResource *group)
+{
+    GroupFile file;
+    const GroupOutcome outcome = MakeGroupFile(&run->pages, &run->pictures, group, &file);
+    if (outcome != GroupDone)
+        return Fail(run, run->options->file, GroupText(outcome));
+    if (file.missing > 0)
+        PrintFault(
+            run->err, run->options->file,
+            "Pictures of its icon that are not in the file: " + std::to_string(file.missing) + ".");
+    return WriteOutput(run, file.bytes);
+}
+
+static ExitStatus SaveBest(IconRun *run, const SurveyedResource *group)
+{
+    std::vector<GroupMember> members;
+    size_t missing;
+    const GroupOutcome outcome = ReadGroup(&run->pages, &run->pictures, group, &members, &missing);
+    if (outcome != GroupDone)
+        return Fail(run, run->options->file, GroupText(outcome));
+    const std::vector<BYTE> png = MakeIconPng(&run->pages, members, run->options->size);
+    if (png.empty())
+        return Fail(run, run->options->file, "None of its icon's pictures can be drawn.");
+    return WriteOutput(run, png);
+}
+
+static ExitStatus SaveIcon(IconRun *run)
+{
+    const ProbeOutcome outcome = SurveyFile(&run->pages, 0, &run->survey);
+    const SurveyedResource *group = FindFirstGroup(&run->survey);
+    if (outcome != ProbeRead && group == nullptr)
+        return Fail(run, run->options->file, FailureText());
+    if (group == nullptr)
+        return Fail(run, run->options->file, "It carries no icon.");
+    // The icon may be whole whatever else is not.
+    if (outcome != ProbeRead)
+        PrintFault(run->err, run->options->file, "The file is damaged. " + FailureText());
+    IndexPictures(&run->survey, &run->pictures);
+    return run->options->size > 0 ? SaveBest(run, group) : SaveAll(run, group);
+}
+
+ExitStatus RunIcon(const IconOptions &options, FILE *out, FILE *err)
+{
+    IconRun run = {};
+    run.options = &options;
+    run.out = out;
+    run.err = err;
+    FILE *file = OpenForReading(options.file.c_str());
+    if (file == nullptr)
+        return Fail(&run, options.file,
+                    std::string("It cannot be opened: ") + FileErrorText() + ".");
+    OpenPages(&run.pages, file);
+    const ExitStatus status = SaveIcon(&run);
+    fclose(file);
+    return status;
+}

@@ -1,0 +1,113 @@
+#include "cli/icon_picture.h"
+
+#include "content/dib.h"
+#include "exe/survey.h"
+#include "export/picture_pixels.h"
+#include "platform/codec/decode.h"
+#include "platform/codec/png_file.h"
+
+#include <algorithm>
+
+#define START_SIZE 64                  // bytes that tell size and depth
+#define MOST_TRIES 4                   // of a hostile file none of a great many can be drawn
+#define MOST_PICTURE_BYTES (72u << 20) // past what mostDecodedPixels take
+
+// A picture by its own header: what the group tells of it may be 0.
+struct IconCandidate {
+    const GroupMember *member;
+    LONG side; // pixels, the longer one
+    DWORD bits;
+};
+
+static int MeasurePicture(FilePages *pages, const GroupMember *member, IconCandidate *candidate)
+{
+    PngBytes start(std::min<size_t>(START_SIZE, member->size));
+    PngHeader png;
+    DibHeader dib;
+    candidate->member = member;
+    if (member->size > MOST_PICTURE_BYTES ||
+        !ReadPages(pages, member->picture->fileOffset, start.data(), start.size()))
+        return 0;
+    if (ReadPngHeader(start, &png)) {
+        candidate->side = (LONG)std::max(png.width, png.height);
+        candidate->bits = png.bits;
+        return 1;
+    }
+    if (!ReadDibHeader(start.data(), (DWORD)start.size(), &dib) || dib.height <= 0)
+        return 0;
+    candidate->side = std::max(dib.width, dib.height / 2);
+    candidate->bits = dib.bitCount;
+    return 1;
+}
+
+static std::vector<IconCandidate> SortPictures(FilePages *pages,
+                                               const std::vector<GroupMember> &members, LONG size)
+{
+    std::vector<IconCandidate> candidates;
+    for (const GroupMember &member : members) {
+        IconCandidate candidate;
+        if (MeasurePicture(pages, &member, &candidate))
+            candidates.push_back(candidate);
+    }
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [size](const IconCandidate &a, const IconCandidate &b) {
+                         if (a.side == b.side)
+                             return a.bits > b.bits;
+                         const int isEnough = a.side >= size && b.side >= size;
+                         return isEnough ? a.side < b.side : a.side > b.side;
+                     });
+    return candidates;
+}
+
+static int ReadPngPixels(const PngBytes &file, PicturePixels *pixels)
+{
+    HGLOBAL block = DecodeOrMendPng(file);
+    if (block == nullptr)
+        return 0;
+    const BYTE *dib = (const BYTE *)GlobalLock(block);
+    const int isRead = dib != nullptr && ReadDecodedPixels(dib, (DWORD)GlobalSize(block), pixels);
+    GlobalUnlock(block);
+    GlobalFree(block);
+    return isRead;
+}
+
+static int ReadPixels(FilePages *pages, const GroupMember *member, PicturePixels *pixels)
+{
+    PngBytes bytes(member->size);
+    PngHeader png;
+    if (!ReadPages(pages, member->picture->fileOffset, bytes.data(), bytes.size()))
+        return 0;
+    if (ReadPngHeader(bytes, &png))
+        return ReadPngPixels(bytes, pixels);
+    return ReadIconPixels(bytes.data(), member->size, pixels);
+}
+
+static PngBytes PackPixels(const PicturePixels *pixels)
+{
+    PngBytes rows;
+    rows.reserve((1 + 4 * (size_t)pixels->width) * (size_t)pixels->height);
+    const DWORD *value = pixels->values.data();
+    for (LONG y = 0; y < pixels->height; y++) {
+        rows.push_back(0);
+        for (LONG x = 0; x < pixels->width; x++, value++)
+            for (int shift = 0; shift < 32; shift += 8)
+                rows.push_back((BYTE)(*value >> shift));
+    }
+    return MakePngFile((DWORD)pixels->width, (DWORD)pixels->height, true, rows);
+}
+
+std::vector<BYTE> MakeIconPng(FilePages *pages, const std::vector<GroupMember> &members, int size)
+{
+    int tries = 0;
+    for (const IconCandidate &candidate : SortPictures(pages, members, size)) {
+        PicturePixels pixels;
+        if (ReadPixels(pages, candidate.member, &pixels)) {
+            ShrinkPixels(&pixels, size);
+            return PackPixels(&pixels);
+        }
+        tries++;
+        if (tries == MOST_TRIES)
+            break;
+    }
+    return {};
+}

@@ -1,0 +1,196 @@
+#include "export/picture_pixels.h"
+
+#include "content/dib.h"
+#include "platform/picture_limit.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#define OPAQUE_ALPHA 0xFF000000u
+
+// A picture that is known to lie in its block.
+struct PictureSource {
+    const BYTE *bytes;
+    DWORD size;
+    DibHeader header;
+    LONG height;      // rows of colours
+    size_t start;     // of the colours
+    size_t stride;    // bytes a row
+    size_t maskStart; // of an icon's mask; 0 when there is none
+    size_t maskStride;
+};
+
+static DWORD ColorOf(const BYTE *blue, DWORD alpha)
+{
+    return blue[2] | (DWORD)blue[1] << 8 | (DWORD)blue[0] << 16 | alpha;
+}
+
+static DWORD IndexedColor(const PictureSource *source, DWORD index)
+{
+    const DibHeader *header = &source->header;
+    if (index >= header->colorCount)
+        return OPAQUE_ALPHA;
+    return ColorOf(source->bytes + header->headerSize + (size_t)index * header->colorSize,
+                   OPAQUE_ALPHA);
+}
+
+// Five bits as eight.
+static DWORD WidenChannel(DWORD bits)
+{
+    return (bits & 31) << 3 | (bits & 31) >> 2;
+}
+
+static DWORD ReadColor(const PictureSource *source, const BYTE *row, size_t x)
+{
+    const BYTE *p;
+    DWORD bits;
+    switch (source->header.bitCount) {
+    case 1: return IndexedColor(source, row[x / 8] >> (7 - x % 8) & 1u);
+    case 4: return IndexedColor(source, x % 2 == 0 ? row[x / 2] >> 4u : row[x / 2] & 15u);
+    case 8: return IndexedColor(source, row[x]);
+    case 16:
+        bits = row[2 * x] | (DWORD)row[2 * x + 1] << 8;
+        return WidenChannel(bits >> 10) | WidenChannel(bits >> 5) << 8 | WidenChannel(bits) << 16 |
+               OPAQUE_ALPHA;
+    case 24: return ColorOf(row + 3 * x, OPAQUE_ALPHA);
+    default: p = row + 4 * x; return ColorOf(p, (DWORD)p[3] << 24);
+    }
+}
+
+static void ReadColors(const PictureSource *source, PicturePixels *pixels)
+{
+    pixels->values.reserve((size_t)source->header.width * (size_t)source->height);
+    for (LONG y = source->height - 1; y >= 0; y--) {
+        const BYTE *row = source->bytes + source->start + source->stride * (size_t)y;
+        for (LONG x = 0; x < source->header.width; x++)
+            pixels->values.push_back(ReadColor(source, row, (size_t)x));
+    }
+}
+
+static void ClearMasked(const PictureSource *source, PicturePixels *pixels)
+{
+    DWORD *value = pixels->values.data();
+    for (LONG y = source->height - 1; y >= 0; y--) {
+        const BYTE *row = source->bytes + source->maskStart + source->maskStride * (size_t)y;
+        for (LONG x = 0; x < source->header.width; x++, value++)
+            if ((row[x / 8] & 0x80 >> x % 8) != 0)
+                *value = 0;
+    }
+}
+
+static int HasAlpha(const PicturePixels *pixels)
+{
+    for (const DWORD value : pixels->values)
+        if ((value & OPAQUE_ALPHA) != 0)
+            return 1;
+    return 0;
+}
+
+// The mask of an icon image, when it lies in the block: of 32 bits it need not be there.
+static void FindMask(PictureSource *source)
+{
+    source->maskStride = (size_t)DibStride(source->header.width, 1);
+    const size_t start = source->start + source->stride * (size_t)source->height;
+    if (source->maskStride * (size_t)source->height <= source->size - start)
+        source->maskStart = start;
+}
+
+static int FindPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source)
+{
+    if (!PictureFits(bytes, size, isIcon) || !ReadDibHeader(bytes, size, &source->header))
+        return 0;
+    if (!isIcon && (source->header.compression != BI_RGB || source->header.height < 0 ||
+                    source->header.bitCount != 32))
+        return 0;
+    source->bytes = bytes;
+    source->size = size;
+    source->height = isIcon ? source->header.height / 2 : source->header.height;
+    source->start = (size_t)DibPixelStart(&source->header);
+    source->stride = (size_t)DibStride(source->header.width, source->header.bitCount);
+    if (isIcon)
+        FindMask(source);
+    return (DWORD)source->header.width <= mostDecodedPixels / (DWORD)source->height;
+}
+
+static int ReadPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source,
+                       PicturePixels *pixels)
+{
+    *pixels = {};
+    if (!FindPicture(bytes, size, isIcon, source))
+        return 0;
+    pixels->width = source->header.width;
+    pixels->height = source->height;
+    ReadColors(source, pixels);
+    return 1;
+}
+
+int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
+{
+    PictureSource source = {};
+    if (!ReadPicture(icon, size, 1, &source, pixels))
+        return 0;
+    if (source.header.bitCount == 32 && HasAlpha(pixels))
+        return 1;
+    for (DWORD &value : pixels->values)
+        value |= OPAQUE_ALPHA;
+    if (source.maskStart != 0)
+        ClearMasked(&source, pixels);
+    return 1;
+}
+
+int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
+{
+    PictureSource source = {};
+    return ReadPicture(dib, size, 0, &source, pixels);
+}
+
+// The share of a source pixel in a target pixel along one side: both are laid on a line of
+// sourceLength * targetLength parts.
+static uint64_t Overlap(uint64_t source, uint64_t sourceLength, uint64_t target,
+                        uint64_t targetLength)
+{
+    const uint64_t begin = std::max(source * targetLength, target * sourceLength);
+    const uint64_t end = std::min((source + 1) * targetLength, (target + 1) * sourceLength);
+    return end - begin;
+}
+
+static DWORD AverageOf(const PicturePixels *pixels, const PicturePixels *target, LONG x, LONG y)
+{
+    const uint64_t width = (uint64_t)pixels->width, height = (uint64_t)pixels->height;
+    const uint64_t newWidth = (uint64_t)target->width, newHeight = (uint64_t)target->height;
+    const uint64_t toX = (uint64_t)x, toY = (uint64_t)y;
+    uint64_t sums[3] = {}, alphas = 0;
+    for (uint64_t fromY = toY * height / newHeight; fromY * newHeight < (toY + 1) * height; fromY++)
+        for (uint64_t fromX = toX * width / newWidth; fromX * newWidth < (toX + 1) * width;
+             fromX++) {
+            const DWORD value = pixels->values[(size_t)(fromY * width + fromX)];
+            const uint64_t weight = Overlap(fromX, width, toX, newWidth) *
+                                    Overlap(fromY, height, toY, newHeight) * (value >> 24);
+            alphas += weight;
+            for (int channel = 0; channel < 3; channel++)
+                sums[channel] += weight * (value >> 8 * channel & 0xFF);
+        }
+    if (alphas == 0)
+        return 0;
+    const uint64_t area = width * height;
+    DWORD average = (DWORD)((alphas + area / 2) / area) << 24;
+    for (int channel = 0; channel < 3; channel++)
+        average |= (DWORD)((sums[channel] + alphas / 2) / alphas) << 8 * channel;
+    return average;
+}
+
+void ShrinkPixels(PicturePixels *pixels, LONG side)
+{
+    const LONG longest = std::max(pixels->width, pixels->height);
+    if (longest <= side)
+        return;
+    PicturePixels target = {};
+    target.width = std::max<LONG>(1, (LONG)((int64_t)pixels->width * side / longest));
+    target.height = std::max<LONG>(1, (LONG)((int64_t)pixels->height * side / longest));
+    target.values.reserve((size_t)target.width * (size_t)target.height);
+    for (LONG y = 0; y < target.height; y++)
+        for (LONG x = 0; x < target.width; x++)
+            target.values.push_back(AverageOf(pixels, &target, x, y));
+    *pixels = std::move(target);
+}

@@ -1,0 +1,91 @@
+#include "export/picture_pixels.h"
+#include "samples/builder/pictures.h"
+
+#include <gtest/gtest.h>
+
+// The pixels' values as the samples' pictures have them, 0xAARRGGBB.
+static std::vector<uint32_t> ColorsOf(const PicturePixels &pixels)
+{
+    std::vector<uint32_t> colors;
+    for (const DWORD value : pixels.values)
+        colors.push_back((value & 0xFF00FF00) | (value & 0xFF) << 16 | (value >> 16 & 0xFF));
+    return colors;
+}
+
+static PicturePixels PixelsOf(const Picture &picture)
+{
+    PicturePixels pixels = {picture.width, picture.height, {}};
+    for (const uint32_t color : picture.pixels)
+        pixels.values.push_back((color & 0xFF00FF00) | (color & 0xFF) << 16 | (color >> 16 & 0xFF));
+    return pixels;
+}
+
+// Nine pixels wide, so that rows end inside a byte.
+static Picture MakeMarked()
+{
+    Picture picture = MakePicture(9, 2, 0xFF000000);
+    picture.At(8, 0) = 0xFFFFFFFF;
+    picture.At(0, 1) = 0;
+    picture.At(8, 1) = 0;
+    return picture;
+}
+
+TEST(PicturePixels, OfIconsAreColoredWhereTheMaskLetsThem)
+{
+    for (const int bits : {1, 4, 8, 24, 32}) {
+        SCOPED_TRACE(bits);
+        Picture picture = MakeMarked();
+        if (bits > 1)
+            picture.At(1, 0) = 0xFF204060;
+        const std::vector<uint32_t> colors = {0, 0xFFFFFF, 0x204060};
+        const Bytes icon =
+            MakeIconImage(picture, bits, {colors.begin(), colors.begin() + (bits == 1 ? 2 : 3)});
+        PicturePixels pixels;
+        ASSERT_TRUE(ReadIconPixels(icon.data(), (DWORD)icon.size(), &pixels));
+        EXPECT_EQ(pixels.width, 9);
+        EXPECT_EQ(ColorsOf(pixels), picture.pixels);
+        EXPECT_FALSE(ReadIconPixels(icon.data(), 60, &pixels));
+        EXPECT_TRUE(pixels.values.empty());
+    }
+}
+
+TEST(PicturePixels, OfOld32BitIconsWithoutAlphaTakeTheMask)
+{
+    const Picture picture = MakePicture(2, 1, 0x00123456);
+    Bytes icon = MakeIconImage(picture, 32);
+    PicturePixels pixels;
+    icon.resize(40 + 8); // without the mask, which it need not have
+    ASSERT_TRUE(ReadIconPixels(icon.data(), (DWORD)icon.size(), &pixels));
+    EXPECT_EQ(ColorsOf(pixels), (std::vector<uint32_t>{0xFF123456, 0xFF123456}));
+    AddU32(icon, 0x40);
+    ASSERT_TRUE(ReadIconPixels(icon.data(), (DWORD)icon.size(), &pixels));
+    EXPECT_EQ(ColorsOf(pixels), (std::vector<uint32_t>{0xFF123456, 0}));
+}
+
+TEST(PicturePixels, AreShrunkByAreaWithColorsWeighedByAlpha)
+{
+    const struct {
+        Picture picture;
+        LONG side;
+        Picture shrunk;
+    } cases[] = {
+        {{2, 1, {0xFF000000, 0xFF0000FF}}, 2, {2, 1, {0xFF000000, 0xFF0000FF}}},
+        {{1, 1, {0x80FFFFFF}}, 64, {1, 1, {0x80FFFFFF}}},
+        {{2, 2, {0xFF102030, 0xFF304050, 0xFF102030, 0xFF304050}}, 1, {1, 1, {0xFF203040}}},
+        // What is clear has no colour that counts.
+        {{2, 1, {0xFFFF0000, 0x0000FF00}}, 1, {1, 1, {0x80FF0000}}},
+        // The middle one belongs to both.
+        {{3, 1, {0xFF000000, 0xFF000060, 0xFF0000C0}}, 2, {2, 1, {0xFF000020, 0xFF0000A0}}},
+        {{4, 1, {0xFF000001, 0xFF000003, 0xFF000005, 0xFF000007}},
+         2,
+         {2, 1, {0xFF000002, 0xFF000006}}},
+        {{1, 3, {0, 0, 0}}, 1, {1, 1, {0}}},
+    };
+    for (const auto &row : cases) {
+        PicturePixels pixels = PixelsOf(row.picture);
+        ShrinkPixels(&pixels, row.side);
+        EXPECT_EQ(pixels.width, row.shrunk.width);
+        EXPECT_EQ(pixels.height, row.shrunk.height);
+        EXPECT_EQ(ColorsOf(pixels), row.shrunk.pixels);
+    }
+}
