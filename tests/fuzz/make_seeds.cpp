@@ -224,6 +224,7 @@ static std::map<std::string, Start> Starts()
               {Text("NE"), Words({0x8002}), Words({0x8003}), Words({0x8006}), Words({0x800A}),
                Words({31}), Words({0, 0}), Words({-1})}}},
             {"probe", {headers, PeWords()}},
+            {"survey", {headers, PeWords()}},
             {"module", {PeFiles(), PeWords()}},
             {"bitmap", {Bitmaps(), DibWords()}},
             {"icon", {icons, DibWords()}},

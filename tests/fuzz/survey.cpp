@@ -1,0 +1,51 @@
+#include "exe/survey.h"
+
+#include "content/message_table.h"
+#include "exe/refusal.h"
+#include "export/group_file.h"
+#include "tests/fuzz/fuzz.h"
+
+// What the resource's own layout tells.
+static void ReadContent(FilePages *pages, const Survey &survey, const PictureIndex &pictures,
+                        const SurveyedResource &resource)
+{
+    if (IsIconGroup(&resource) || IsCursorGroup(&resource)) {
+        GroupFile file;
+        const GroupOutcome outcome = MakeGroupFile(pages, &pictures, &resource, &file);
+        Check((outcome == GroupDone) == !file.bytes.empty());
+        return;
+    }
+    std::vector<BYTE> bytes;
+    if (!ReadSurveyedBytes(pages, &resource, &bytes))
+        return;
+    Check(bytes.size() == resource.size);
+    const StringFormat format = {survey.kind.format == FormatNe, 1252};
+    std::vector<TableText> texts;
+    ReadStringTable(bytes.data(), bytes.size(), &format, FirstStringId(resource.name.number),
+                    &texts);
+    Check(texts.size() <= STRING_BLOCK_SLOTS);
+    ReadMessageTable(bytes.data(), bytes.size(), 1252, &texts);
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    FILE *file = fopen(FileOf(data, size), "rb");
+    static FilePages pages;
+    Survey survey;
+    PictureIndex pictures;
+    OpenPages(&pages, file);
+    ClearFailure();
+    const ProbeOutcome outcome = SurveyFile(&pages, 0, &survey);
+    Check((outcome == ProbeRead) == (NotedFailure() == FailureNone));
+    IndexPictures(&survey, &pictures);
+    size_t left = 200; // a file may name the same bytes many times
+    for (const SurveyedResource &resource : survey.resources) {
+        Check(!resource.isInFile || resource.size == 0 ||
+              (resource.fileOffset <= size && resource.size <= size - resource.fileOffset));
+        if (left-- == 0)
+            break;
+        ReadContent(&pages, survey, pictures, resource);
+    }
+    fclose(file);
+    return 0;
+}
