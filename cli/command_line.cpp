@@ -4,6 +4,7 @@
 #include "cli/list.h"
 #include "cli/reading.h"
 #include "cli/save.h"
+#include "cli/strings.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "program/globals.h"
@@ -29,6 +30,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     ListOptions listOptions;
     SaveOptions saveOptions;
     IconOptions iconOptions;
+    StringsOptions stringsOptions;
     app.set_version_flag("--version", "quillmoor-cli " QUILLMOOR_VERSION);
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
@@ -37,6 +39,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     CLI::App *list = AddListCommand(app, &listOptions);
     AddSaveCommand(app, &saveOptions);
     CLI::App *icon = AddIconCommand(app, &iconOptions);
+    CLI::App *strings = AddStringsCommand(app, &stringsOptions);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -45,6 +48,8 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     }
     if (icon->parsed())
         return RunIcon(iconOptions, out, err);
+    if (strings->parsed())
+        return RunStrings(stringsOptions, out, err);
     return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, err);
 }
 

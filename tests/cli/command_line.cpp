@@ -235,9 +235,35 @@ static void WriteIcons(const TempFolder &folder)
     folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
 }
 
+static Bytes OneMessage()
+{
+    Bytes table;
+    for (const uint32_t number : {1u, 0xC0000005u, 0xC0000005u, 16u, 8u})
+        AddU32(table, number);
+    AddText(table, "\xC7\xE8!\n");
+    return table;
+}
+
+static void WriteStrings(const TempFolder &folder)
+{
+    Bytes cut = MakeStringBlock({u"whole", u"cut"});
+    cut.resize(16);
+    folder.Write("texts.dll",
+                 BuildPe({.resources = {{6, 1, MakeStringBlock({u"a\\b\r\n\t\u202E\u4E00"})},
+                                        {6, 2, MakeStringBlock({u"", u"\xD800."}), 0x407},
+                                        {6, 2, cut, 0x7FFF},
+                                        {6, u"NAME", MakeStringBlock({u"", u"of a name"})},
+                                        {11, 1, OneMessage()}},
+                          .is64 = true})
+                     .bytes);
+    folder.Write("texts.exe",
+                 BuildNe({.resources = {{6, 3, MakeNeStringBlock({"", "\xC7\xE8"})}}}).bytes);
+}
+
 static void WriteFiles(const TempFolder &folder)
 {
     WriteIcons(folder);
+    WriteStrings(folder);
     WritePe(folder);
     WriteNe(folder);
     WriteRefused(folder);

@@ -5,6 +5,7 @@ _quillmoor_cli_commands='
 list --json --salvage --help
 icon --size --force --help
 save --output --category --force --salvage --help
+strings --json --language --code-page --help
 '
 
 _quillmoor_cli() {
@@ -18,6 +19,7 @@ _quillmoor_cli() {
         --output) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
         --size) mapfile -t COMPREPLY < <(compgen -W '16 32 48 128 256' -- "$word"); return ;;
         --category) mapfile -t COMPREPLY < <(compgen -W 'bitmap icon string binary' -- "$word"); return ;;
+        --language | --code-page) return ;;
     esac
     if [ "$COMP_CWORD" -eq 1 ]; then
         mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$word")
