@@ -13,10 +13,40 @@
 #include <new>
 #include <sstream>
 
-static ExitStatus ReportParsing(CLI::App &app, const CLI::ParseError &error, FILE *out, FILE *err)
+// What was wrong, and how it is right.
+static std::string UsageText(const CLI::App *app, const CLI::Error &error)
+{
+    std::string commands;
+    for (const CLI::App *command : app->get_subcommands([](const CLI::App *) { return true; })) {
+        if (command->parsed())
+            return std::string("quillmoor-cli: ") + error.what() + "\nUsage: quillmoor-cli " +
+                   command->get_name() + " [OPTIONS] FILE...; quillmoor-cli " +
+                   command->get_name() + " --help tells the options.\n";
+        commands += (commands.empty() ? "" : ", ") + command->get_name();
+    }
+    return std::string("quillmoor-cli: ") + error.what() + "\nUsage: quillmoor-cli COMMAND; " +
+           "the commands are " + commands + "; quillmoor-cli --help tells of them.\n";
+}
+
+// A file where a command is to stand.
+static int NamesAFile(const std::vector<std::string> &arguments)
+{
+    if (arguments.empty())
+        return 0;
+    FILE *file = OpenForReading(arguments[0].c_str());
+    if (file != nullptr)
+        fclose(file);
+    return file != nullptr;
+}
+
+static ExitStatus ReportParsing(CLI::App &app, const CLI::ParseError &error,
+                                const std::vector<std::string> &arguments, FILE *out, FILE *err)
 {
     std::ostringstream toOut, toErr;
     const int status = app.exit(error, toOut, toErr);
+    if (status != 0 && NamesAFile(arguments))
+        toErr.str("quillmoor-cli: A command stands before the file: quillmoor-cli list " +
+                  SafeText(arguments[0]) + "\n");
     if (!PrintText(out, toOut.str()) || !PrintText(err, toErr.str()))
         return ExitFailed;
     return status == 0 ? ExitDone : ExitUsage;
@@ -25,7 +55,8 @@ static ExitStatus ReportParsing(CLI::App &app, const CLI::ParseError &error, FIL
 static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *out, FILE *err)
 {
     CLI::App app("Lists and saves the bitmaps, icons, string tables and raw data that Windows\n"
-                 "executables and libraries carry (32-bit PE, 16-bit NE).",
+                 "executables and libraries carry (32-bit PE, 16-bit NE), and lists all that\n"
+                 "they and 64-bit ones carry.",
                  "quillmoor-cli");
     ListOptions listOptions;
     SaveOptions saveOptions;
@@ -34,6 +65,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     app.set_version_flag("--version", "quillmoor-cli " QUILLMOOR_VERSION);
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
+    app.failure_message(UsageText);
     app.footer("Exit status: 0 all that was asked was done, 1 a file was refused or a write\n"
                "failed, 2 wrong usage.");
     CLI::App *list = AddListCommand(app, &listOptions);
@@ -44,7 +76,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError &error) {
-        return ReportParsing(app, error, out, err);
+        return ReportParsing(app, error, arguments, out, err);
     }
     if (icon->parsed())
         return RunIcon(iconOptions, out, err);

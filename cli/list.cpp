@@ -1,115 +1,98 @@
 #include "cli/list.h"
 
+#include "cli/list_catalog.h"
+#include "cli/list_survey.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
-#include "exe/categories.h"
-#include "exe/tree_items.h"
 #include "platform/console.h"
-#include "platform/utf8.h"
 
 #include <CLI/CLI.hpp>
 #include <new>
-#include <nlohmann/json.hpp>
-
-#define PART_SIZE 65536
 
 CLI::App *AddListCommand(CLI::App &app, ListOptions *options)
 {
     CLI::App *list =
         app.add_subcommand("list", "Print the tree of resources, as the window shows it");
-    list->add_flag("--json", options->json, "Print one JSON object a line, in catalogue order");
+    list->add_flag("--all", options->all,
+                   "Print every resource: any kind, any language, 64-bit too");
+    list->add_flag("--json", options->json, "Print one JSON object a line, in the file's order");
     list->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
     list->add_option("FILE", options->files, "Executables or libraries")->required();
     return list;
 }
 
-// What is printed, handed on a part at a time.
-struct Listing {
-    FILE *out;
-    std::string part;
-    int failed; // nothing more is wanted
+// One run of the command.
+struct ListRun {
+    const ListOptions *options;
+    FILE *err;
+    HWND tree;  // NULL when no tree is printed
+    FILE *file; // that is read; NULL between two
+    Listing listing;
 };
 
-static void Flush(Listing *listing)
+static void AppendHeading(ListRun *run, const std::string &path)
 {
-    if (!listing->failed && !listing->part.empty())
-        listing->failed = !PrintText(listing->out, listing->part);
-    listing->part.clear();
+    if (run->options->files.size() > 1 && !run->options->json)
+        AppendText(&run->listing, SafeText(path) + "\n");
 }
 
-static void Append(Listing *listing, const std::string &text)
+static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *file,
+                                 std::string *reason)
 {
-    listing->part += text;
-    if (listing->part.size() >= PART_SIZE)
-        Flush(listing);
+    ReadingOptions options;
+    options.salvage = run->options->salvage;
+    options.hasAll = true;
+    const ReadingResult result = ReadExecutable(file, run->tree, options, reason);
+    if (result != ReadingDone)
+        return result;
+    AppendHeading(run, path);
+    if (run->options->json)
+        AppendCatalog(&run->listing, path, file);
+    else
+        AppendTree(&run->listing, run->tree);
+    ReleaseCatalog(&openCatalog);
+    return result;
 }
 
-static void AppendItems(Listing *listing, HWND tree, HTREEITEM first, size_t level)
+static ReadingResult ListSurvey(ListRun *run, const std::string &path, FILE *file,
+                                std::string *reason)
 {
-    for (HTREEITEM item = first; item != nullptr && !listing->failed;
-         item = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_NEXT, (LPARAM)item)) {
-        char label[LABEL_SIZE];
-        TVITEMA get = {};
-        get.mask = TVIF_TEXT;
-        get.hItem = item;
-        get.pszText = label;
-        get.cchTextMax = sizeof label;
-        if (!SendMessageA(tree, TVM_GETITEM, 0, (LPARAM)&get))
-            continue;
-        Append(listing, std::string(level * 2, ' ') + SafeText(TextToUtf8(get.pszText)) + '\n');
-        HTREEITEM child = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD, (LPARAM)item);
-        AppendItems(listing, tree, child, level + 1);
+    FilePages pages;
+    Survey survey;
+    OpenPages(&pages, file);
+    const ReadingResult result =
+        SurveyExecutable(&pages, 0, run->options->salvage, &survey, reason);
+    if (result != ReadingDone)
+        return result;
+    AppendHeading(run, path);
+    if (run->options->json)
+        AppendSurveyObjects(&run->listing, &pages, survey, path);
+    else
+        AppendSurveyLines(&run->listing, &pages, survey);
+    return result;
+}
+
+// Lists one file. Returns 0 when it was refused.
+static int ListFile(ListRun *run, const std::string &path)
+{
+    std::string reason;
+    ReadingResult result = ReadingRefused;
+    run->file = OpenExecutable(path, &reason);
+    if (run->file != nullptr) {
+        result = run->options->all ? ListSurvey(run, path, run->file, &reason)
+                                   : ListCatalog(run, path, run->file, &reason);
+        fclose(run->file);
+        run->file = nullptr;
     }
-}
-
-static void AppendTree(Listing *listing, const std::string &heading, HWND tree)
-{
-    Append(listing, heading);
-    AppendItems(listing, tree, (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0), 0);
-}
-
-// JSON text with the letters that steer text escaped; other letters stay as they are.
-static std::string EscapeSteering(const std::string &json)
-{
-    std::string escaped;
-    for (size_t at = 0; at < json.size();) {
-        const Utf8Letter letter = LetterAt(json, at);
-        if (SteersText(letter.code)) {
-            char code[8];
-            snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
-            escaped += code;
-        } else {
-            escaped.append(json, at, letter.length);
-        }
-        at += letter.length;
+    if (result == ReadingRefused && run->options->json) {
+        JsonObject object;
+        AddTextField(&object, "file", path);
+        AddTextField(&object, "reason", reason);
+        AppendObject(&run->listing, object);
     }
-    return escaped;
-}
-
-static std::string Quoted(const std::string &text)
-{
-    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
-// The library's objects allocate while they are destroyed, and end the program where that fails;
-// its texts do not.
-static void AppendObjects(Listing *listing, const std::string &path, int withFile)
-{
-    ResourceEntry entry;
-    for (LONG index = 0; index < openCatalog.count && !listing->failed; index++) {
-        if (!GetEntry(openCatalog.entries, &entry, index))
-            continue;
-        std::string object = "{\"index\":" + std::to_string(index);
-        object += ",\"category\":" + std::to_string(entry.category);
-        object += ",\"label\":" + Quoted(CategoryLabel(entry.category));
-        object += ",\"name\":" + Quoted(TextToUtf8(entry.name));
-        object += ",\"size\":" + std::to_string(entry.size);
-        object += ",\"fileOffset\":" + std::to_string(entry.fileOffset);
-        object += entry.isWave ? ",\"isWave\":true" : ",\"isWave\":false";
-        if (withFile)
-            object += ",\"file\":" + Quoted(path);
-        Append(listing, EscapeSteering(object) + "}\n");
-    }
+    if (!reason.empty())
+        PrintFault(run->err, path, reason);
+    return result != ReadingRefused;
 }
 
 // The window class of trees is met by its name alone: the list needs items, not a picture of them.
@@ -119,28 +102,14 @@ static HWND CreateHiddenTree()
                            nullptr, nullptr);
 }
 
-static ExitStatus ListFiles(const ListOptions &options, HWND tree, FILE *out, FILE *err)
+static ExitStatus ListFiles(ListRun *run)
 {
     ExitStatus status = ExitDone;
-    const int several = options.files.size() > 1;
-    Listing listing = {out, "", 0};
-    for (const std::string &path : options.files) {
-        if (!ReadExecutable(path, tree, options.salvage, err)) {
+    for (const std::string &path : run->options->files) {
+        if (!ListFile(run, path))
             status = ExitFailed;
-            continue;
-        }
-        if (options.json)
-            AppendObjects(&listing, path, several);
-        else
-            AppendTree(&listing, several ? SafeText(path) + "\n" : "", tree);
-        Flush(&listing);
-        ReleaseCatalog(&openCatalog);
-        if (listing.failed) {
-            if (!OutputIsClosed())
-                PrintText(err, "quillmoor-cli: The list cannot be written.\n");
-            status = ExitFailed;
-            break;
-        }
+        if (!FinishListing(&run->listing, run->err))
+            return ExitFailed;
     }
     return status;
 }
@@ -148,18 +117,23 @@ static ExitStatus ListFiles(const ListOptions &options, HWND tree, FILE *out, FI
 ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
 {
     ExitStatus status = ExitFailed;
-    HWND tree = options.json ? nullptr : CreateHiddenTree();
-    if (tree == nullptr && !options.json) {
+    ListRun run = {&options, err, nullptr, nullptr, {out, "", 0}};
+    const int hasTree = !options.json && !options.all;
+    if (hasTree)
+        run.tree = CreateHiddenTree();
+    if (hasTree && run.tree == nullptr) {
         PrintNoMemory(err);
         return status;
     }
     try {
-        status = ListFiles(options, tree, out, err);
+        status = ListFiles(&run);
     } catch (const std::bad_alloc &) {
         PrintNoMemory(err);
     }
+    if (run.file != nullptr)
+        fclose(run.file);
     ReleaseCatalog(&openCatalog);
-    if (tree != nullptr)
-        DestroyWindow(tree);
+    if (run.tree != nullptr)
+        DestroyWindow(run.tree);
     return status;
 }

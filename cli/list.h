@@ -13,6 +13,7 @@ class App;
 }
 
 struct ListOptions {
+    bool all = false;
     bool json = false;
     bool salvage = false;
     std::vector<std::string> files;
@@ -21,6 +22,7 @@ struct ListOptions {
 // Adds the command and its options, which are stored in `options`.
 CLI::App *AddListCommand(CLI::App &app, ListOptions *options);
 
-// Prints each file's tree to out, or with json one object a line in catalogue order. A file that
-// is refused is told on err and does not stop the others.
+// Prints each file's tree to out, or with all everything that it carries, or with json one object a
+// line in the file's order. A file that is refused is told, on err in one line or among the
+// objects, and does not stop the others.
 ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err);

@@ -1,26 +1,16 @@
 #include "cli/reading.h"
 
 #include "exe/catalog.h"
-#include "exe/probe.h"
 #include "exe/refusal.h"
 #include "platform/console.h"
 #include "platform/files.h"
-#include "program/texts.h"
+#include "platform/page_text.h"
 
-#include <algorithm>
 #include <cstring>
-#include <vector>
 
 std::string TextToUtf8(const char *text)
 {
-    std::vector<WCHAR> units(strlen(text) + 1);
-    const int count = MultiByteToWideChar(CP_ACP, 0, text, -1, units.data(), (int)units.size());
-    // The terminator is left out; a code unit takes up to three bytes.
-    std::string utf8((size_t)std::max(count - 1, 0) * 3, 0);
-    if (count > 1)
-        utf8.resize((size_t)WideCharToMultiByte(CP_UTF8, 0, units.data(), count - 1, utf8.data(),
-                                                (int)utf8.size(), nullptr, nullptr));
-    return utf8;
+    return PageTextToUtf8(0, text, strlen(text));
 }
 
 void PrintFault(FILE *err, const std::string &path, const std::string &text)
@@ -34,6 +24,14 @@ void PrintNoMemory(FILE *err)
     fflush(err);
 }
 
+FILE *OpenExecutable(const std::string &path, std::string *reason)
+{
+    FILE *file = OpenForReading(path.c_str());
+    if (file == nullptr)
+        *reason = std::string("It cannot be opened: ") + FileErrorText() + ".";
+    return file;
+}
+
 static std::string FailureText()
 {
     char reason[REASON_SIZE];
@@ -41,31 +39,54 @@ static std::string FailureText()
     return TextToUtf8(reason);
 }
 
-static void PrintRefusal(const std::string &path, ProbeOutcome outcome, FILE *err)
+// What a survey makes of a file that the catalogue's reader has nothing of.
+static std::string AdviseAll(FILE *file, const char *whenRead)
 {
-    UINT ids[2];
-    const int count = ProbeMessageIds(outcome, openCatalog.count, ids);
-    for (int i = 0; i < count; i++)
-        PrintFault(err, path, TextToUtf8(LoadMessageText(ids[i])));
-    PrintFault(err, path, FailureText());
+    FilePages pages;
+    Survey survey;
+    OpenPages(&pages, file);
+    const ProbeOutcome outcome = SurveyFile(&pages, 0, &survey);
+    if (survey.resources.empty())
+        return "";
+    return outcome == ProbeRead ? whenRead : " --all --salvage keeps what could be read.";
 }
 
-int ReadExecutable(const std::string &path, HWND tree, int salvage, FILE *err)
+ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &options,
+                             std::string *reason)
 {
-    FILE *file = OpenForReading(path.c_str());
-    if (file == nullptr) {
-        PrintFault(err, path, std::string("It cannot be opened: ") + FileErrorText() + ".");
-        return 0;
-    }
     const ProbeOutcome outcome = ProbeFile(tree, file);
-    fclose(file);
-    if (outcome == ProbeRead && openCatalog.count > 0)
-        return 1;
-    if (outcome == ProbeFailed && openCatalog.count > 0 && salvage) {
-        PrintFault(err, path, "The file is damaged; what could be read is kept. " + FailureText());
-        return 1;
+    const int isEmpty = openCatalog.count == 0;
+    *reason = "";
+    if (outcome == ProbeRead && !isEmpty)
+        return ReadingDone;
+    *reason = FailureText();
+    if (outcome == ProbeFailed && !isEmpty && options.salvage) {
+        *reason = "The file is damaged; what could be read is kept. " + *reason;
+        return ReadingDone;
     }
-    PrintRefusal(path, outcome, err);
     ReleaseCatalog(&openCatalog);
-    return 0;
+    if (outcome == ProbeFailed && !isEmpty)
+        *reason += " --salvage keeps what could be read.";
+    else if (options.hasAll)
+        *reason +=
+            AdviseAll(file, outcome == ProbeRead ? " --all lists them." : " --all reads it.");
+    return outcome == ProbeRead ? ReadingEmpty : ReadingRefused;
+}
+
+ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Survey *survey,
+                               std::string *reason)
+{
+    const ProbeOutcome outcome = SurveyFile(pages, codePage, survey);
+    const int isEmpty = survey->resources.empty();
+    *reason = "";
+    if (outcome == ProbeRead && !isEmpty)
+        return ReadingDone;
+    *reason = FailureText();
+    if (outcome == ProbeFailed && !isEmpty && salvage) {
+        *reason = "The file is damaged; what could be read is kept. " + *reason;
+        return ReadingDone;
+    }
+    if (!isEmpty)
+        *reason += " --salvage keeps what could be read.";
+    return outcome == ProbeRead ? ReadingEmpty : ReadingRefused;
 }

@@ -1,16 +1,36 @@
-// Opening an executable for a command: reading it into the catalogue, and telling why not.
+// Opening an executable for a command: reading it into the catalogue or surveying it, and telling
+// why not.
 #pragma once
 
-#include "platform/win32.h"
+#include "exe/survey.h"
 
 #include <cstdio>
 #include <string>
 
-// Reads the file into openCatalog, which is empty before, and into the tree, which may be NULL.
-// Refusals go to err: every text that the window would show, in its order, and the reason. With
-// salvage, what a damaged file gave is kept, and err says that the file is damaged. Returns 1 when
-// there are entries to work on; on 0 the catalogue is empty.
-int ReadExecutable(const std::string &path, HWND tree, int salvage, FILE *err);
+enum ReadingResult {
+    ReadingRefused, // the reason tells why
+    ReadingEmpty,   // a healthy file with nothing to work on; the reason tells what it holds
+    ReadingDone,    // the reason is empty, or tells that the file is damaged
+};
+
+// Opens a file for reading; the caller closes it. NULL, with the reason, when it cannot be opened.
+FILE *OpenExecutable(const std::string &path, std::string *reason);
+
+struct ReadingOptions {
+    bool salvage = false; // keep what a damaged file gave
+    bool hasAll = false;  // the command has --all, which a reason may name
+};
+
+// Reads the file into openCatalog, which is empty before and, unless ReadingDone is returned,
+// afterwards, and into the tree, which may be NULL. A reason is a line for people, without a line
+// end; it names the option that reads what is refused.
+ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &options,
+                             std::string *reason);
+
+// The same for a survey of the file, whose names are in a code page when it is an NE file (0: the
+// ANSI page).
+ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Survey *survey,
+                               std::string *reason);
 
 // Prints "quillmoor-cli: PATH: TEXT" as one line.
 void PrintFault(FILE *err, const std::string &path, const std::string &text);

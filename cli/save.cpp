@@ -38,14 +38,26 @@ struct SaveRun {
     int isDiskFull; // nothing more is written
 };
 
-CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
+// Makes the number of a category of its word, for the parser. Returns what is wrong with the word,
+// empty for nothing.
+static std::string CategoryNumber(std::string &word)
 {
-    std::map<std::string, DWORD> words;
     std::string choice;
     for (const Category &row : categories) {
-        words[row.word] = row.category;
-        choice += (choice.empty() ? "" : "|") + std::string(row.word);
+        if (FoldName(word) == row.word) {
+            word = std::to_string(row.category);
+            return "";
+        }
+        choice += (choice.empty() ? "" : ", ") + std::string(row.word);
     }
+    return SafeText(word) + " is no category; there are " + choice + ".";
+}
+
+CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
+{
+    std::string choice;
+    for (const Category &row : categories)
+        choice += (choice.empty() ? "" : "|") + std::string(row.word);
     CLI::App *save = app.add_subcommand("save", "Save resources as BMP, ICO, TXT, WAV and BIN");
     save->add_option("--output", options->output,
                      "Folder to save to (default: the file's name and .resources, here)")
@@ -53,7 +65,7 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
     save->add_option("--category", options->categories, "Save only this kind; may be repeated")
         ->type_name(choice)
         ->allow_extra_args(false)
-        ->transform(CLI::CheckedTransformer(words, CLI::ignore_case).description(""));
+        ->transform(CLI::Validator(CategoryNumber, "", ""));
     save->add_flag("--force", options->force, "Replace files that are there already");
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
     save->add_option("FILE", options->file, "Executable or library")->required();
@@ -299,6 +311,23 @@ static void SaveInto(SaveRun *run)
         SaveEntries(run);
 }
 
+// Reads the file into openCatalog. Returns 0, with the reason told, when there is nothing to save.
+static int ReadForSaving(const SaveOptions &options, FILE *err)
+{
+    std::string reason;
+    ReadingOptions reading;
+    reading.salvage = options.salvage;
+    FILE *file = OpenExecutable(options.file, &reason);
+    ReadingResult result = ReadingRefused;
+    if (file != nullptr) {
+        result = ReadExecutable(file, nullptr, reading, &reason);
+        fclose(file);
+    }
+    if (!reason.empty())
+        PrintFault(err, options.file, reason);
+    return result == ReadingDone;
+}
+
 ExitStatus RunSave(const SaveOptions &options, FILE *err)
 {
     SaveRun run = {};
@@ -307,7 +336,7 @@ ExitStatus RunSave(const SaveOptions &options, FILE *err)
     run.nameMatched.resize(options.names.size());
     run.buffer.resize(1 << 16);
     run.start = Clock::now();
-    if (!ReadExecutable(options.file, nullptr, options.salvage, err))
+    if (!ReadForSaving(options, err))
         return ExitFailed;
     CatchStopRequests();
     Guard(&run, [&run] { SaveInto(&run); });

@@ -61,7 +61,8 @@ PePlace FindPePlace(const PeImage *image, DWORD address, DWORD size, uint64_t *o
     const DWORD inside = address - section->address;
     if (inside >= std::max(section->length, section->storedLength))
         return PlaceNowhere;
-    if (inside > section->storedLength || size > section->storedLength - inside)
+    const uint64_t end = (uint64_t)inside + size;
+    if (inside >= section->storedLength || (end > section->storedLength && end <= section->length))
         return PlaceNotStored;
     *offset = (uint64_t)section->fileOffset + inside;
     return PlaceStored;

@@ -23,7 +23,7 @@ struct PeImage {
 int ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image);
 
 enum PePlace {
-    PlaceStored,    // all bytes are stored by one section
+    PlaceStored,    // the file stores them, or they run past all that a section is
     PlaceNotStored, // they are memory of a section for which the file has no bytes
     PlaceNowhere,   // they begin in no section
 };

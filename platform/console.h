@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-// The program's arguments, without its own name, as UTF-8 (on Linux the bytes as given).
+// The program's arguments, without its own name, as UTF-8. On Linux they are the bytes as given; on
+// Windows, whose shells do not, a pattern of * and ? in the last part of a path is replaced by the
+// files that it stands for, when there are any.
 std::vector<std::string> ConsoleArguments(int count, char **arguments);
 
 // Makes standard output take UTF-8 bytes unchanged. Called once, before the first output.

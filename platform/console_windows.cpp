@@ -20,13 +20,35 @@ static std::string Utf8(const WCHAR *wide)
     return text;
 }
 
+// Adds the names that a pattern in a path's last part stands for, by name; the argument itself when
+// it holds no pattern or none has such a name. The system's shells leave this to programs.
+static void AddExpanded(const WCHAR *argument, std::vector<std::string> *result)
+{
+    const std::wstring pattern = argument;
+    const size_t folder = pattern.find_last_of(L"\\/:") + 1; // 0 when there is none
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW found;
+    if (argument[0] != L'-' && pattern.find_first_of(L"*?", folder) != std::wstring::npos) {
+        HANDLE search = FindFirstFileW(argument, &found);
+        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found))
+            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                names.push_back(Utf8((pattern.substr(0, folder) + found.cFileName).c_str()));
+        if (search != INVALID_HANDLE_VALUE)
+            FindClose(search);
+    }
+    if (names.empty())
+        names.push_back(Utf8(argument));
+    std::sort(names.begin(), names.end());
+    result->insert(result->end(), names.begin(), names.end());
+}
+
 std::vector<std::string> ConsoleArguments(int, char **)
 {
     std::vector<std::string> result;
     int count = 0;
     WCHAR **arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     for (int i = 1; i < count; ++i)
-        result.push_back(Utf8(arguments[i]));
+        AddExpanded(arguments[i], &result);
     LocalFree(arguments);
     return result;
 }

@@ -199,6 +199,40 @@ static void WriteNe(const TempFolder &folder)
     folder.Write("spread.exe", spread.bytes);
 }
 
+// What the window does not show.
+static void WriteSurveyed(const TempFolder &folder)
+{
+    folder.Write("every64.dll", BuildPe({.resources = {{2, 1, Text("English"), 0x409},
+                                                       {2, 1, Text("German"), 0x407},
+                                                       {24, 1, Text("manifest"), 0},
+                                                       {16, u"\u4E00", Text("odd"), 0x7FFF},
+                                                       {u"OWN\n", u"", Text("named")}},
+                                         .is64 = true})
+                                    .bytes);
+    const Picture picture = MakePicture(4, 2, 0xFF336699);
+    Bytes wide = MakeIconGroup({{4, 2, 4, 0, 5}, {4, 2, 32, 0, 6}});
+    folder.Write("pictures.dll",
+                 BuildPe({.resources = {{1, 8, MakeCursorImage(picture, 1, 1)},
+                                        {2, 1, MakeDib(picture, 8)},
+                                        {2, 2, MakeDib(picture, 4, DibForm::Core)},
+                                        {2, 3, MakeDib(picture, 24, DibForm::TopDown)},
+                                        {3, 5, MakeIconImage(picture, 4)},
+                                        {3, 6, MakePng(picture)},
+                                        {3, 7, MakeIconImage(picture, 1), 0x407},
+                                        {3, 7, MakeIconImage(picture, 8), 0x409},
+                                        {3, 9, MakeIconImage(picture, 8)},
+                                        {12, 20, MakeIconGroup({{4, 2, 1, 0, 8}})},
+                                        {14, u"MAIN", wide},
+                                        {14, 30, MakeIconGroup({{4, 2, 1, 0, 7}}), 0x407},
+                                        {14, 31, MakeIconGroup({{4, 2, 8, 0, 7}}), 0x409}}})
+                     .bytes);
+    BuiltExecutable unpacks =
+        BuildPe({.resources = {{10, 1, Text("kept")}, {10, 2, Text("packed")}}});
+    PutU32(unpacks.bytes, unpacks.sectionHeader + 16,
+           (uint32_t)(unpacks.resources[1].data - unpacks.table));
+    folder.Write("unpacks.exe", unpacks.bytes);
+}
+
 static void WriteRefused(const TempFolder &folder)
 {
     folder.Write("empty", {});
@@ -267,6 +301,7 @@ static void WriteFiles(const TempFolder &folder)
     WritePe(folder);
     WriteNe(folder);
     WriteRefused(folder);
+    WriteSurveyed(folder);
     BuiltExecutable damaged = BuildFour();
     folder.Write("four.dll", damaged.bytes);
     folder.Write("a\xC3\xA9 b.dll", damaged.bytes);

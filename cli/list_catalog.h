@@ -1,0 +1,12 @@
+// The parts of the list command that print what the window shows.
+#pragma once
+
+#include "cli/listing.h"
+#include "platform/win32.h"
+
+// Adds the tree's items, two blanks a level.
+void AppendTree(Listing *listing, HWND tree);
+
+// Adds openCatalog's entries as JSON, each with the path as its file. The file, which is the one
+// that was read, tells the groups of the icons.
+void AppendCatalog(Listing *listing, const std::string &path, FILE *file);

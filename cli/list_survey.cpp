@@ -1,0 +1,129 @@
+#include "cli/list_survey.h"
+
+#include "content/picture_info.h"
+#include "exe/language_tags.h"
+#include "exe/picture_groups.h"
+#include "exe/survey.h"
+#include "exe/type_names.h"
+#include "platform/console.h"
+
+#define TYPE_BITMAP 2
+
+// Whether a resource is a picture, and which.
+static int IsPicture(const SurveyedResource &resource, PictureKind *kind)
+{
+    const DWORD type = resource.type.isText ? 0 : resource.type.number;
+    *kind = type == TYPE_ICON ? PictureIcon : type == TYPE_CURSOR ? PictureCursor : PictureBitmap;
+    return type == TYPE_BITMAP || type == TYPE_ICON || type == TYPE_CURSOR;
+}
+
+// Reads what a picture's first bytes tell. Returns 0 when they tell nothing.
+static int ReadInfo(FilePages *pages, const SurveyedResource &resource, PictureKind kind,
+                    PictureInfo *info)
+{
+    BYTE start[PICTURE_START_SIZE];
+    const size_t size = ReadSurveyedStart(pages, &resource, start, sizeof start);
+    return ReadPictureInfo(start, size, kind, info);
+}
+
+static std::string IdToText(const SurveyId &id)
+{
+    return id.isText ? '"' + SafeText(id.text) + '"' : std::to_string(id.number);
+}
+
+static std::string TypeToText(const SurveyId &type)
+{
+    const char *name = type.isText ? nullptr : StandardTypeName(type.number);
+    return name == nullptr ? IdToText(type) : name;
+}
+
+static std::string LanguageToText(WORD language)
+{
+    const char *tag = LanguageTag(language);
+    return language == 0 ? "neutral" : tag != nullptr ? tag : std::to_string(language);
+}
+
+static std::string ResourceToText(FilePages *pages, const Survey &survey,
+                                  const SurveyedResource &resource)
+{
+    PictureKind kind;
+    PictureInfo info;
+    std::string line = "  " + IdToText(resource.name);
+    if (survey.kind.format != FormatNe)
+        line += "  " + LanguageToText(resource.language);
+    line += "  " + std::to_string(resource.size) + " bytes";
+    if (IsPicture(resource, &kind) && ReadInfo(pages, resource, kind, &info))
+        line += "  " + std::to_string(info.width) + " x " + std::to_string(info.height) + ", " +
+                std::to_string(info.bits) + (info.bits == 1 ? " bit" : " bits");
+    return line + (resource.isInFile ? "\n" : "  not in the file\n");
+}
+
+void AppendSurveyLines(Listing *listing, FilePages *pages, const Survey &survey)
+{
+    const SurveyId *type = nullptr;
+    for (const SurveyedResource &resource : survey.resources) {
+        if (listing->failed)
+            break;
+        if (type == nullptr || type->isText != resource.type.isText ||
+            type->number != resource.type.number || type->text != resource.type.text)
+            AppendText(listing, TypeToText(resource.type) + "\n");
+        type = &resource.type;
+        AppendText(listing, ResourceToText(pages, survey, resource));
+    }
+}
+
+static void AddFormatFields(JsonObject *object, const Survey &survey,
+                            const SurveyedResource &resource)
+{
+    const char *tag = LanguageTag(resource.language);
+    if (survey.kind.format == FormatNe) {
+        AddNumberField(object, "flags", resource.flags);
+        return;
+    }
+    AddNumberField(object, "language", resource.language);
+    if (tag != nullptr)
+        AddTextField(object, "languageTag", tag);
+    else
+        AddField(object, "languageTag", "null");
+    AddNumberField(object, "codePage", resource.codePage);
+}
+
+static void AddPicture(JsonObject *object, FilePages *pages, const PictureGroups &groups,
+                       const SurveyedResource &resource)
+{
+    PictureKind kind;
+    PictureInfo info;
+    if (!IsPicture(resource, &kind))
+        return;
+    AddPictureFields(object, ReadInfo(pages, resource, kind, &info) ? &info : nullptr);
+    if (kind == PictureBitmap)
+        return;
+    const SurveyedResource *group = FindPictureGroup(&groups, &resource);
+    if (group != nullptr)
+        AddIdField(object, "group", group->name);
+    else
+        AddField(object, "group", "null");
+}
+
+void AppendSurveyObjects(Listing *listing, FilePages *pages, const Survey &survey,
+                         const std::string &path)
+{
+    PictureGroups groups;
+    ReadPictureGroups(pages, &survey, &groups);
+    for (const SurveyedResource &resource : survey.resources) {
+        if (listing->failed)
+            break;
+        JsonObject object;
+        AddTextField(&object, "file", path);
+        AddIdField(&object, "type", resource.type);
+        AddIdField(&object, "name", resource.name);
+        AddFormatFields(&object, survey, resource);
+        if (resource.isInFile)
+            AddNumberField(&object, "fileOffset", resource.fileOffset);
+        else
+            AddField(&object, "fileOffset", "null");
+        AddNumberField(&object, "size", resource.size);
+        AddPicture(&object, pages, groups, resource);
+        AppendObject(listing, object);
+    }
+}
