@@ -496,7 +496,7 @@ TEST_F(QtWindow, MessagesAreDispatchedWhileALoopOfQtsOwnRuns)
                           cancel});
     EXPECT_EQ(asked.size(), 1);
     EXPECT_TRUE(hasClosed());
-    EXPECT_EQ(Tree()->model()->rowCount(), 0);
+    EXPECT_TRUE(WaitFor([] { return Tree()->model()->rowCount() == 0; })); // it follows later
 }
 
 // Opens a chooser, and in it does what ends the program.
