@@ -82,7 +82,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
         return RunIcon(iconOptions, out, err);
     if (strings->parsed())
         return RunStrings(stringsOptions, out, err);
-    return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, err);
+    return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, out, err);
 }
 
 ExitStatus RunCommandLine(const std::vector<std::string> &arguments, FILE *out, FILE *err)

@@ -1,41 +1,41 @@
 #include "cli/save.h"
 
-#include "cli/file_names.h"
 #include "cli/reading.h"
+#include "cli/save_folder.h"
+#include "cli/save_text.h"
 #include "exe/catalog.h"
-#include "exe/categories.h"
+#include "exe/survey.h"
 #include "export/formats.h"
 #include "platform/console.h"
-#include "platform/files.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
-#include <map>
+#include <memory>
+#include <new>
 
 typedef std::chrono::steady_clock Clock;
-
-// Where the entries of one category go.
-struct CategoryFolder {
-    OutputFolder *folder;          // NULL when it cannot be used
-    std::string unfinished;        // the name that a folder made by this run has until it is whole
-    std::vector<std::string> made; // its files, while it has that name
-    NamesInFolder names;
-};
 
 // One run of the command.
 struct SaveRun {
     const SaveOptions *options;
+    FILE *out;
     FILE *err;
-    OutputFolder *output;
-    std::map<DWORD, CategoryFolder> folders;
     std::vector<int> nameMatched; // of options->names
-    std::vector<char> buffer;     // of the one file that is written; most fit whole
+    NamesInFolder folderNames;    // of the files' folders
     Clock::time_point start;
     Clock::time_point lastProgress;
+    int anyRead; // whether a file was
     ExitStatus status;
-    int isDiskFull; // nothing more is written
+    int isStopped; // no further file is read
+};
+
+// The texts of a file's string tables, in the code page.
+struct TextLosses {
+    std::string losing; // numbers of the blocks that lose characters
+    std::string empty;  // of those that come out empty
 };
 
 // Makes the number of a category of its word, for the parser. Returns what is wrong with the word,
@@ -59,24 +59,23 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
     for (const Category &row : categories)
         choice += (choice.empty() ? "" : "|") + std::string(row.word);
     CLI::App *save = app.add_subcommand("save", "Save resources as BMP, ICO, TXT, WAV and BIN");
-    save->add_option("--output", options->output,
-                     "Folder to save to (default: the file's name and .resources, here)")
+    save->add_option("-o,--output", options->output,
+                     "Folder to save to (default: the file's name and .resources, here); of "
+                     "several files, the folder that theirs are made in")
         ->type_name("DIR");
     save->add_option("--category", options->categories, "Save only this kind; may be repeated")
         ->type_name(choice)
         ->allow_extra_args(false)
         ->transform(CLI::Validator(CategoryNumber, "", ""));
-    save->add_flag("--force", options->force, "Replace files that are there already");
+    save->add_option("--name", options->names, "Save only what has this name; may be repeated")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    save->add_flag("-f,--force", options->force, "Replace files that are there already");
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
-    save->add_option("FILE", options->file, "Executable or library")->required();
-    save->add_option("NAME", options->names, "Names of the resources to save (default: all)");
+    save->add_flag("--utf8", options->utf8,
+                   "String tables as UTF-8, with each string's identifier");
+    save->add_option("FILE", options->files, "Executables or libraries")->required();
     return save;
-}
-
-static void Fault(SaveRun *run, const std::string &path, const std::string &text)
-{
-    PrintFault(run->err, path, text);
-    run->status = ExitFailed;
 }
 
 static int IsWanted(SaveRun *run, const ResourceEntry &entry)
@@ -95,147 +94,62 @@ static int IsWanted(SaveRun *run, const ResourceEntry &entry)
     return wanted;
 }
 
-// The first unfinished folder of a run has the first name, unless another run's has it.
-static void TellLeftOver(const SaveRun *run, const std::string &first)
+static void NoteLosses(const ResourceEntry &entry, const BYTE *data, TextLosses *losses)
 {
-    if (!first.empty() && !first.ends_with("-1"))
-        PrintFault(run->err, run->options->file,
-                   "In the folder there is .unfinished-1 of another run; if that has ended, it can "
-                   "be deleted.");
+    std::string *noted = nullptr;
+    if (LosesCharacters(data, entry.size))
+        noted = &losses->losing;
+    else if (ComesOutEmpty(data, entry.size))
+        noted = &losses->empty;
+    if (noted != nullptr)
+        *noted += (noted->empty() ? "" : ", ") + TextToUtf8(entry.name);
 }
 
-// A folder that is there already is filled file by file. A new one is filled under another name,
-// which it keeps until the run ends: so its files need not be moved one by one.
-static CategoryFolder *FindFolder(SaveRun *run, DWORD category)
+static void TellLosses(const SaveRun *run, const SaveFolder *folder, const TextLosses &losses)
 {
-    const auto [place, isNew] = run->folders.try_emplace(category);
-    CategoryFolder *found = &place->second;
-    if (isNew) {
-        if (ExistsInFolder(run->output, CategoryLabel(category)))
-            found->folder = OpenSubfolder(run->output, CategoryLabel(category));
-        else
-            found->folder = MakeUnfinishedFolder(run->output, &found->unfinished);
-        if (run->folders.size() == 1 && found->folder != nullptr)
-            TellLeftOver(run, found->unfinished);
-        if (found->folder == nullptr)
-            Fault(run, CategoryLabel(category),
-                  std::string("The folder cannot be used: ") + FileErrorText() + ".");
-    }
-    return found;
+    if (!losses.losing.empty())
+        PrintFault(run->err, folder->source,
+                   "Characters that the code page lacks are ? in the string tables " +
+                       losses.losing + "; --utf8 keeps them.");
+    if (!losses.empty.empty())
+        PrintFault(run->err, folder->source,
+                   "There is no text in the string tables " + losses.empty + ".");
 }
 
-// Gives a file its name; one that cannot have it is deleted.
-static void PutInPlace(SaveRun *run, const OutputFolder *from, const std::string &oldName,
-                       const OutputFolder *to, const std::string &name, const std::string &shown)
+// Text that begins with no number is block 1, whose strings count from 0.
+static DWORD BlockNumber(const ResourceEntry &entry)
 {
-    const MoveResult moved =
-        MoveBetween(from, oldName.c_str(), to, name.c_str(), run->options->force);
-    if (moved == MoveDone)
-        return;
-    DeleteInFolder(from, oldName.c_str());
-    if (moved == MoveExists)
-        Fault(run, shown, "The file is there already; --force replaces it.");
+    char *end;
+    const unsigned long number = strtoul(entry.name, &end, 10);
+    return *end == 0 && number <= 0xFFFF ? (DWORD)number : 1;
+}
+
+static WriteOutcome WriteText(FILE *stream, const ResourceEntry &entry, const SaveRun *run,
+                              const StringFormat &format, TextLosses *losses)
+{
+    const BYTE *data = (const BYTE *)GlobalLock(entry.data);
+    if (data == nullptr)
+        return WriteDataUnavailable;
+    WriteOutcome outcome = WriteDone;
+    if (run->options->utf8)
+        outcome =
+            WriteUtf8Texts(stream, data, entry.size, &format, FirstStringId(BlockNumber(entry)));
     else
-        Fault(run, shown, std::string("The file cannot be put in place: ") + FileErrorText() + ".");
+        NoteLosses(entry, data, losses);
+    GlobalUnlock(entry.data);
+    return run->options->utf8 ? outcome : FindExportFormat(&entry)->writeStream(stream, &entry);
 }
 
-static std::string Shown(DWORD category, const std::string &name)
+static void SaveEntry(const SaveRun *run, SaveFolder *folder, const ResourceEntry &entry,
+                      const StringFormat &format, TextLosses *losses)
 {
-    return std::string(CategoryLabel(category)) + pathSeparator + name;
-}
-
-// Another run has put its folder in place meanwhile: this one's files go there one by one.
-static int MergeFolder(SaveRun *run, DWORD category, const CategoryFolder &folder)
-{
-    OutputFolder *from = OpenSubfolder(run->output, folder.unfinished.c_str());
-    OutputFolder *to = from ? OpenSubfolder(run->output, CategoryLabel(category)) : nullptr;
-    if (to != nullptr)
-        for (const std::string &name : folder.made)
-            PutInPlace(run, from, name, to, name, Shown(category, name));
-    CloseFolder(from);
-    CloseFolder(to);
-    if (to != nullptr)
-        DeleteSubfolder(run->output, folder.unfinished.c_str());
-    return to != nullptr;
-}
-
-static void DropFolder(const SaveRun *run, const CategoryFolder &folder)
-{
-    for (const std::string &name : folder.made)
-        DeleteInFolder(folder.folder, name.c_str());
-    CloseFolder(folder.folder);
-    DeleteSubfolder(run->output, folder.unfinished.c_str());
-}
-
-static void FinishFolder(SaveRun *run, DWORD category, const CategoryFolder &folder)
-{
-    const int isUnfinished = folder.folder != nullptr && !folder.unfinished.empty();
-    if (isUnfinished && run->isDiskFull) {
-        DropFolder(run, folder);
-        return;
-    }
-    CloseFolder(folder.folder);
-    if (!isUnfinished)
-        return;
-    const char *label = CategoryLabel(category);
-    const MoveResult moved =
-        MoveBetween(run->output, folder.unfinished.c_str(), run->output, label, 0);
-    if (moved != MoveDone && !(moved == MoveExists && MergeFolder(run, category, folder)))
-        Fault(run, label,
-              "The folder cannot be put in place and is left as " + folder.unfinished + ": " +
-                  FileErrorText() + ".");
-}
-
-// Fills a file that was just created. Returns 0, with the file deleted, on failure.
-static int FillFile(SaveRun *run, const OutputFolder *folder, FILE *stream, const std::string &name,
-                    const std::string &shown, const ResourceEntry &entry)
-{
-    if (stream == nullptr) {
-        Fault(run, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
-        return 0;
-    }
-    setvbuf(stream, run->buffer.data(), _IOFBF, run->buffer.size());
-    const WriteOutcome outcome = FindExportFormat(&entry)->writeStream(stream, &entry);
-    const int closed = fclose(stream) == 0;
-    if (outcome == WriteDone && closed)
-        return 1;
-    NoteStreamError();
-    DeleteInFolder(folder, name.c_str());
-    run->isDiskFull = outcome != WriteDataUnavailable && DiskWasFull();
-    Fault(run, shown,
-          outcome == WriteDataUnavailable
-              ? "The resource's data are not available."
-              : std::string("The file cannot be written: ") + FileErrorText() + ".");
-    return 0;
-}
-
-// Fills a file beside the one that is wanted, then gives it its name.
-static void SaveBeside(SaveRun *run, const OutputFolder *folder, const std::string &name,
-                       const std::string &shown, const ResourceEntry &entry)
-{
-    std::string beside;
-    FILE *stream = CreateUnfinishedFile(folder, &beside);
-    if (!FillFile(run, folder, stream, beside, shown, entry))
-        return;
-    PutInPlace(run, folder, beside, folder, name, shown);
-}
-
-static void SaveEntry(SaveRun *run, const ResourceEntry &entry)
-{
-    CategoryFolder *place = FindFolder(run, entry.category);
-    if (place->folder == nullptr)
-        return;
-    const std::string name = NextFileName(&place->names, EncodeFileName(TextToUtf8(entry.name)),
-                                          PathExtension(FindExportFormat(&entry)->defaultName));
-    const std::string shown = Shown(entry.category, name);
-    if (place->unfinished.empty())
-        SaveBeside(run, place->folder, name, shown, entry);
-    else {
-        place->made.push_back(name);
-        if (!FillFile(run, place->folder, CreateNewFile(place->folder, name.c_str()), name, shown,
-                      entry))
-            place->made.pop_back();
-    }
+    const ExportFormat *written = FindExportFormat(&entry);
+    SaveFile(folder, CategoryLabel(entry.category), TextToUtf8(entry.name),
+             PathExtension(written->defaultName), [&](FILE *stream) {
+                 return entry.category == CategoryString
+                            ? WriteText(stream, entry, run, format, losses)
+                            : written->writeStream(stream, &entry);
+             });
 }
 
 static void ShowProgress(SaveRun *run, LONG done)
@@ -253,37 +167,58 @@ static void ClearProgress(SaveRun *run)
 {
     if (run->lastProgress != Clock::time_point())
         fprintf(run->err, "\r%40s\r", "");
+    run->lastProgress = Clock::time_point();
 }
 
-static void SaveEntries(SaveRun *run)
+static void SaveEntries(SaveRun *run, SaveFolder *folder, const StringFormat &format,
+                        TextLosses *losses)
 {
     ResourceEntry entry;
     for (LONG index = 0; index < openCatalog.count; index++) {
         if (StopRequested()) {
             ClearProgress(run);
-            Fault(run, run->options->file, "Stopped before everything was saved.");
+            FaultOf(folder, folder->source, "Stopped before everything was saved.");
+            run->isStopped = 1;
             return;
         }
         if (GetEntry(openCatalog.entries, &entry, index) && IsWanted(run, entry))
-            SaveEntry(run, entry);
-        if (run->isDiskFull) {
-            ClearProgress(run);
-            return;
-        }
+            SaveEntry(run, folder, entry, format, losses);
+        if (folder->isDiskFull || folder->isUnusable)
+            break;
         ShowProgress(run, index + 1);
     }
     ClearProgress(run);
-    for (size_t i = 0; i < run->nameMatched.size(); i++)
-        if (!run->nameMatched[i])
-            Fault(run, run->options->file,
-                  "No resource asked for is named " + run->options->names[i] + ".");
 }
 
-static std::string DefaultOutput(const std::string &file)
+// How the file's strings lie: an NE file's are taken apart by their own layout for UTF-8 alone.
+static StringFormat FormatOf(FILE *file)
+{
+    StringFormat format = {};
+    const auto pages = std::make_unique<FilePages>();
+    ExecutableKind kind;
+    OpenPages(pages.get(), file);
+    format.isNe = IdentifyFile(pages.get(), &kind) == ProbeRead && kind.format == FormatNe;
+    return format;
+}
+
+static std::string BaseName(const std::string &file)
 {
     const std::u8string utf8(file.begin(), file.end());
     const std::u8string name = std::filesystem::path(utf8).filename().u8string();
-    return std::string(name.begin(), name.end()) + ".resources";
+    return std::string(name.begin(), name.end());
+}
+
+static void PlaceFolder(SaveRun *run, const std::string &path, SaveFolder *folder)
+{
+    const SaveOptions &options = *run->options;
+    folder->err = run->err;
+    folder->source = path;
+    folder->isGiven = !options.output.empty() && options.files.size() == 1;
+    folder->parent = folder->isGiven ? "" : options.output;
+    folder->name = folder->isGiven ? options.output
+                                   : NextFileName(&run->folderNames, BaseName(path), ".resources");
+    folder->replaces = options.force;
+    folder->buffer.resize(1 << 16);
 }
 
 // Does a step of the run. One that runs out of memory is told, and does not stop the next one.
@@ -297,52 +232,88 @@ template <typename Step> static void Guard(SaveRun *run, Step step)
     }
 }
 
-static void SaveInto(SaveRun *run)
+static void TellCount(SaveRun *run, const SaveFolder *folder)
 {
-    const SaveOptions &options = *run->options;
-    const std::string output =
-        options.output.empty() ? DefaultOutput(options.file) : options.output;
-    // Nobody named the default one: a link that lies in its place leads elsewhere.
-    run->output =
-        options.output.empty() ? OpenFolderHere(output.c_str()) : OpenFolder(output.c_str());
-    if (run->output == nullptr)
-        Fault(run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
+    std::string text = FolderPath(folder);
+    if (folder->count > 0)
+        text = std::to_string(folder->count) + (folder->count == 1 ? " file in " : " files in ") +
+               text;
     else
-        SaveEntries(run);
+        text = "No files in " + text;
+    if (PrintText(run->out, SafeText(text) + "\n"))
+        return;
+    run->status = ExitFailed;
+    if (!OutputIsClosed())
+        PrintText(run->err, "quillmoor-cli: How many files went where cannot be written.\n");
 }
 
 // Reads the file into openCatalog. Returns 0, with the reason told, when there is nothing to save.
-static int ReadForSaving(const SaveOptions &options, FILE *err)
+static int ReadForSaving(const SaveRun *run, const std::string &path, StringFormat *format)
 {
     std::string reason;
     ReadingOptions reading;
-    reading.salvage = options.salvage;
-    FILE *file = OpenExecutable(options.file, &reason);
+    reading.salvage = run->options->salvage;
+    FILE *file = OpenExecutable(path, &reason);
     ReadingResult result = ReadingRefused;
     if (file != nullptr) {
+        if (run->options->utf8)
+            *format = FormatOf(file);
         result = ReadExecutable(file, nullptr, reading, &reason);
         fclose(file);
     }
     if (!reason.empty())
-        PrintFault(err, options.file, reason);
+        PrintFault(run->err, path, reason);
     return result == ReadingDone;
 }
 
-ExitStatus RunSave(const SaveOptions &options, FILE *err)
+static void SaveOne(SaveRun *run, const std::string &path)
+{
+    SaveFolder folder = {};
+    TextLosses losses;
+    StringFormat format = {};
+    PlaceFolder(run, path, &folder);
+    if (!ReadForSaving(run, path, &format)) {
+        run->status = ExitFailed;
+        return;
+    }
+    run->anyRead = 1;
+    Guard(run, [&] { SaveEntries(run, &folder, format, &losses); });
+    Guard(run, [&] {
+        if (FinishSaveFolder(&folder) != ExitDone)
+            run->status = ExitFailed;
+    });
+    run->isStopped = run->isStopped || folder.isDiskFull;
+    Guard(run, [&] { TellLosses(run, &folder, losses); });
+    Guard(run, [&] { TellCount(run, &folder); });
+    ReleaseCatalog(&openCatalog);
+}
+
+static void TellUnmatched(SaveRun *run)
+{
+    const std::vector<std::string> &files = run->options->files;
+    if (!run->anyRead || run->isStopped)
+        return;
+    for (size_t i = 0; i < run->nameMatched.size(); i++) {
+        if (run->nameMatched[i])
+            continue;
+        PrintFault(run->err, files.size() == 1 ? files[0] : std::to_string(files.size()) + " files",
+                   "No resource asked for is named " + run->options->names[i] + ".");
+        run->status = ExitFailed;
+    }
+}
+
+ExitStatus RunSave(const SaveOptions &options, FILE *out, FILE *err)
 {
     SaveRun run = {};
     run.options = &options;
+    run.out = out;
     run.err = err;
     run.nameMatched.resize(options.names.size());
-    run.buffer.resize(1 << 16);
     run.start = Clock::now();
-    if (!ReadForSaving(options, err))
-        return ExitFailed;
     CatchStopRequests();
-    Guard(&run, [&run] { SaveInto(&run); });
-    for (const auto &place : run.folders)
-        Guard(&run, [&run, &place] { FinishFolder(&run, place.first, place.second); });
-    CloseFolder(run.output);
-    ReleaseCatalog(&openCatalog);
+    for (const std::string &path : options.files)
+        if (!run.isStopped)
+            SaveOne(&run, path);
+    TellUnmatched(&run);
     return run.status;
 }

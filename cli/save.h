@@ -1,4 +1,4 @@
-// The command that saves what an executable holds.
+// The command that saves what executables hold.
 #pragma once
 
 #include "cli/exit_status.h"
@@ -14,17 +14,20 @@ class App;
 }
 
 struct SaveOptions {
-    std::string output; // folder; empty: the file's base name and ".resources"
+    std::string output; // folder; empty: for each file its base name and ".resources"
     std::vector<DWORD> categories;
     bool force = false;
     bool salvage = false;
-    std::string file;
-    std::vector<std::string> names; // resource names; none: all
+    bool utf8 = false;
+    std::vector<std::string> names; // of the resources to save; none: all
+    std::vector<std::string> files;
 };
 
 // Adds the command and its options, which are stored in `options`.
 CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options);
 
-// Writes the entries asked for to OUTPUT/LABEL/NAME.EXT. Refusals, failures and, when it takes
-// long and err is a terminal, its progress go to err.
-ExitStatus RunSave(const SaveOptions &options, FILE *err);
+// Writes the entries asked for of each file to OUTPUT/LABEL/NAME.EXT; of several files each has a
+// folder of its own in OUTPUT. How many files went where goes to out; refusals, failures and, when
+// it takes long and err is a terminal, its progress go to err. A file that is refused does not stop
+// the others.
+ExitStatus RunSave(const SaveOptions &options, FILE *out, FILE *err);

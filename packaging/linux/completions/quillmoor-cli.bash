@@ -4,7 +4,7 @@
 _quillmoor_cli_commands='
 list --json --salvage --help
 icon --size --force --help
-save --output --category --force --salvage --help
+save --output --category --name --force --salvage --utf8 --help
 strings --json --language --code-page --help
 '
 
@@ -16,7 +16,7 @@ _quillmoor_cli() {
         [ "$name" != "${COMP_WORDS[1]}" ] || found=$options
     done <<<"$_quillmoor_cli_commands"
     case $before in
-        --output) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
+        -o | --output) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
         --size) mapfile -t COMPREPLY < <(compgen -W '16 32 48 128 256' -- "$word"); return ;;
         --category) mapfile -t COMPREPLY < <(compgen -W 'bitmap icon string binary' -- "$word"); return ;;
         --language | --code-page) return ;;

@@ -1,0 +1,51 @@
+#include "cli/save_text.h"
+
+#include "cli/reading.h"
+#include "content/string_block.h"
+#include "platform/byte_reader.h"
+#include "platform/page_text.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
+                            int64_t firstId)
+{
+    std::vector<TableText> texts;
+    ReadStringTable(data, size, format, firstId, &texts);
+    for (const TableText &text : texts) {
+        const auto replace = nlohmann::json::error_handler_t::replace;
+        const std::string line = std::to_string(text.id) + ",\t" +
+                                 nlohmann::json(text.text).dump(-1, ' ', false, replace) + "\r\n";
+        if (fwrite(line.data(), 1, line.size(), stream) != line.size())
+            return WriteShort;
+    }
+    return fflush(stream) == 0 ? WriteDone : WriteShort;
+}
+
+int LosesCharacters(const BYTE *data, size_t size)
+{
+    ByteReader reader = OpenBytes(data, size);
+    while (!reader.failed) {
+        const size_t count = TakeU16(&reader);
+        const BYTE *units = BytesAt(&reader, reader.position, count * 2);
+        if (units == nullptr)
+            break;
+        SkipBytes(&reader, count * 2);
+        // As much of it as is written.
+        const size_t kept = std::min<size_t>(count, STRING_TEXT_LENGTH);
+        char text[STRING_TEXT_LENGTH + 1];
+        UnitsToText(units, (int)kept, text);
+        const std::string whole = UnitsToUtf8(units, kept);
+        if (TextToUtf8(text) != whole.substr(0, whole.find('\0')))
+            return 1;
+    }
+    return 0;
+}
+
+int ComesOutEmpty(const BYTE *data, size_t size)
+{
+    StringBlock block = {data, (DWORD)size, 0};
+    char text[STRING_TEXT_LENGTH + 1];
+    return !NextString(&block, text);
+}

@@ -1,0 +1,20 @@
+// String tables as text files: in UTF-8 with each string's own identifier, and what of them is lost
+// in the code page.
+#pragma once
+
+#include "content/string_table.h"
+#include "export/writers.h"
+
+#include <string>
+
+// Writes a block's strings: identifier, comma, tab, the text in UTF-8 between double quotes with
+// the escapes of JSON, carriage return and line feed. A block without a number has none: its
+// strings count from 0.
+WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
+                            int64_t firstId);
+
+// Whether a PE file's block has strings with characters that the ANSI code page lacks.
+int LosesCharacters(const BYTE *data, size_t size);
+
+// Whether no line is written of a PE file's block in the code page.
+int ComesOutEmpty(const BYTE *data, size_t size);
