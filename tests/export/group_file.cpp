@@ -63,6 +63,24 @@ TEST(GroupFile, OfOnePictureIsTheFileItWasMadeOf)
         }
 }
 
+// Expects what is made of the first group of a file with these resources. pictures are what lies
+// behind the directory.
+static void ExpectMade(const std::vector<ResourceDescription> &resources, GroupOutcome outcome,
+                       size_t missing, const std::string &pictures)
+{
+    const MadeFile made = MakeFirst(BuildPe({.resources = resources}).bytes);
+    EXPECT_EQ(made.outcome, outcome);
+    EXPECT_EQ(made.file.missing, missing);
+    if (outcome != GroupDone) {
+        EXPECT_TRUE(made.file.bytes.empty());
+        return;
+    }
+    const Bytes &file = made.file.bytes;
+    const size_t first = GetU32(file, 18);
+    EXPECT_EQ(first, 6 + 16 * GetU16(file, 4));
+    EXPECT_EQ(std::string(file.begin() + (ptrdiff_t)first, file.end()), pictures);
+}
+
 TEST(GroupFile, HoldsWhatTheFileHasOfItsPictures)
 {
     const Bytes two = MakeIconGroup({{256, 256, 32, 999, 1}, {16, 16, 4, 0, 2}});
@@ -115,17 +133,7 @@ TEST(GroupFile, HoldsWhatTheFileHasOfItsPictures)
     };
     for (const auto &row : cases) {
         SCOPED_TRACE(row.what);
-        const MadeFile made = MakeFirst(BuildPe({.resources = row.resources}).bytes);
-        EXPECT_EQ(made.outcome, row.outcome);
-        EXPECT_EQ(made.file.missing, row.missing);
-        if (row.outcome != GroupDone) {
-            EXPECT_TRUE(made.file.bytes.empty());
-            continue;
-        }
-        const Bytes &file = made.file.bytes;
-        const size_t first = GetU32(file, 18);
-        EXPECT_EQ(first, 6 + 16 * GetU16(file, 4));
-        EXPECT_EQ(std::string(file.begin() + (ptrdiff_t)first, file.end()), row.pictures);
+        ExpectMade(row.resources, row.outcome, row.missing, row.pictures);
     }
 }
 

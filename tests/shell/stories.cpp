@@ -237,6 +237,21 @@ static void OpenRefused(const std::string &good, const std::string &path, int me
     });
 }
 
+static void DropFiles(const std::string &good, const std::string &second)
+{
+    Step("drop two files on it", [&] {
+        Open(good);
+        Select("BINARY DATA", "500");
+        Drop(second + '\0' + good + '\0' + '\0');
+    });
+    Step("drop nothing, and one on a window that waits for its dialog", [&] {
+        Drop(std::string(2, 0));
+        TakeInput(globals.mainWindow, false);
+        Drop(good + '\0' + '\0');
+        TakeInput(globals.mainWindow, true);
+    });
+}
+
 static void OpenWithLittleMemory(const std::string &good)
 {
     for (int blocks = 0; blocks < 4; blocks++)
@@ -292,17 +307,7 @@ TEST(Stories, OpeningAndFailing)
     } refused[] = {{text, 0}, {stub, 1}, {dull, 1}, {other, 2}};
     for (const auto &c : refused)
         OpenRefused(good, c.path, c.messages);
-    Step("drop two files on it", [&] {
-        Open(good);
-        Select("BINARY DATA", "500");
-        Drop(second + '\0' + good + '\0' + '\0');
-    });
-    Step("drop nothing, and one on a window that waits for its dialog", [&] {
-        Drop(std::string(2, 0));
-        TakeInput(globals.mainWindow, false);
-        Drop(good + '\0' + '\0');
-        TakeInput(globals.mainWindow, true);
-    });
+    DropFiles(good, second);
     Step("open one that is there no more", [&] {
         Open(good);
         Select("BITMAP", "101");
