@@ -63,14 +63,15 @@ static Lines WordsOf(const std::string &command)
     return words;
 }
 
-// What is printed, without the system's own reasons, and in complaints its separators.
+// What is printed, without the system's own reasons, and in complaints and counts its separators.
 static Lines Printed(const std::string &text, const std::string &before)
 {
     static const std::regex reason("(cannot be (?:opened|used)): [^.]*\\.");
+    static const std::regex count("^(No|[0-9]+) files? in ");
     Lines lines;
     std::istringstream all(std::regex_replace(text, reason, "$1: ..."));
     for (std::string line; std::getline(all, line);) {
-        if (pathSeparator == '\\' && before == "! ")
+        if (pathSeparator == '\\' && (before == "! " || std::regex_search(line, count)))
             std::replace(line.begin(), line.end(), '\\', '/');
         lines.push_back(before + line);
     }
