@@ -2,8 +2,6 @@
 
 #include "cli/icon_picture.h"
 #include "cli/reading.h"
-#include "exe/refusal.h"
-#include "exe/survey.h"
 #include "export/group_file.h"
 #include "platform/console.h"
 #include "platform/files.h"
@@ -40,13 +38,6 @@ static ExitStatus Fail(const IconRun *run, const std::string &path, const std::s
 {
     PrintFault(run->err, path, text);
     return ExitFailed;
-}
-
-static std::string FailureText()
-{
-    char reason[REASON_SIZE];
-    DescribeFailure(reason);
-    return TextToUtf8(reason);
 }
 
 // The group that desktops take a file's icon from; NULL when there is none.
@@ -176,15 +167,15 @@ static ExitStatus SaveBest(IconRun *run, const SurveyedResource *group)
 
 static ExitStatus SaveIcon(IconRun *run)
 {
-    const ProbeOutcome outcome = SurveyFile(&run->pages, 0, &run->survey);
-    const SurveyedResource *group = FindFirstGroup(&run->survey);
-    if (outcome != ProbeRead && group == nullptr)
-        return Fail(run, run->options->file, FailureText());
-    if (group == nullptr)
-        return Fail(run, run->options->file, "It carries no icon.");
+    std::string reason;
     // The icon may be whole whatever else is not.
-    if (outcome != ProbeRead)
-        PrintFault(run->err, run->options->file, "The file is damaged. " + FailureText());
+    const ReadingResult result = SurveyExecutable(&run->pages, 0, true, &run->survey, &reason);
+    const SurveyedResource *group = FindFirstGroup(&run->survey);
+    if (group == nullptr)
+        return Fail(run, run->options->file,
+                    result == ReadingEmpty || reason.empty() ? "It carries no icon." : reason);
+    if (!reason.empty())
+        PrintFault(run->err, run->options->file, reason);
     IndexPictures(&run->survey, &run->pictures);
     return run->options->size > 0 ? SaveBest(run, group) : SaveAll(run, group);
 }
@@ -195,10 +186,10 @@ ExitStatus RunIcon(const IconOptions &options, FILE *out, FILE *err)
     run.options = &options;
     run.out = out;
     run.err = err;
-    FILE *file = OpenForReading(options.file.c_str());
+    std::string reason;
+    FILE *file = OpenExecutable(options.file, &reason);
     if (file == nullptr)
-        return Fail(&run, options.file,
-                    std::string("It cannot be opened: ") + FileErrorText() + ".");
+        return Fail(&run, options.file, reason);
     OpenPages(&run.pages, file);
     const ExitStatus status = SaveIcon(&run);
     fclose(file);

@@ -5,6 +5,7 @@
 #include "exe/catalog.h"
 #include "exe/picture_groups.h"
 #include "exe/tree_items.h"
+#include "exe/type_names.h"
 #include "platform/console.h"
 
 #include <algorithm>

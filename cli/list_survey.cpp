@@ -7,8 +7,6 @@
 #include "exe/type_names.h"
 #include "platform/console.h"
 
-#define TYPE_BITMAP 2
-
 // Whether a resource is a picture, and which.
 static int IsPicture(const SurveyedResource &resource, PictureKind *kind)
 {
@@ -75,16 +73,11 @@ void AppendSurveyLines(Listing *listing, FilePages *pages, const Survey &survey)
 static void AddFormatFields(JsonObject *object, const Survey &survey,
                             const SurveyedResource &resource)
 {
-    const char *tag = LanguageTag(resource.language);
     if (survey.kind.format == FormatNe) {
         AddNumberField(object, "flags", resource.flags);
         return;
     }
-    AddNumberField(object, "language", resource.language);
-    if (tag != nullptr)
-        AddTextField(object, "languageTag", tag);
-    else
-        AddField(object, "languageTag", "null");
+    AddLanguageFields(object, resource.language);
     AddNumberField(object, "codePage", resource.codePage);
 }
 

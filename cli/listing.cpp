@@ -1,5 +1,6 @@
 #include "cli/listing.h"
 
+#include "exe/language_tags.h"
 #include "platform/console.h"
 #include "platform/utf8.h"
 
@@ -21,17 +22,17 @@ void AppendText(Listing *listing, const std::string &text)
         Flush(listing);
 }
 
-static std::string EscapeSteering(const std::string &json)
+std::string EscapeSteering(const std::string &text)
 {
     std::string escaped;
-    for (size_t at = 0; at < json.size();) {
-        const Utf8Letter letter = LetterAt(json, at);
+    for (size_t at = 0; at < text.size();) {
+        const Utf8Letter letter = LetterAt(text, at);
         if (SteersText(letter.code)) {
             char code[8];
             snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
             escaped += code;
         } else {
-            escaped.append(json, at, letter.length);
+            escaped.append(text, at, letter.length);
         }
         at += letter.length;
     }
@@ -79,6 +80,13 @@ void AddPictureFields(JsonObject *object, const PictureInfo *info)
     AddField(object, "width", info == nullptr ? "null" : std::to_string(info->width));
     AddField(object, "height", info == nullptr ? "null" : std::to_string(info->height));
     AddField(object, "bits", info == nullptr ? "null" : std::to_string(info->bits));
+}
+
+void AddLanguageFields(JsonObject *object, WORD language)
+{
+    const char *tag = LanguageTag(language);
+    AddNumberField(object, "language", language);
+    AddField(object, "languageTag", tag == nullptr ? "null" : Quoted(tag));
 }
 
 void AppendObject(Listing *listing, const JsonObject &object)

@@ -17,6 +17,9 @@ struct Listing {
 // Adds text as it stands, which is UTF-8 and safe to print (SafeText).
 void AppendText(Listing *listing, const std::string &text);
 
+// Text with the letters that steer text in the escapes of JSON, other letters as they are.
+std::string EscapeSteering(const std::string &text);
+
 // Hands on what was added. Returns 0, with the fault told on err unless nobody reads the other end,
 // when it, or what was handed on before, could not be written.
 int FinishListing(Listing *listing, FILE *err);
@@ -35,6 +38,9 @@ void AddIdField(JsonObject *object, const char *name, const SurveyId &id);
 
 // Adds a picture's width, height and bits, null each when they are not known (NULL).
 void AddPictureFields(JsonObject *object, const PictureInfo *info);
+
+// Adds `language`, and `languageTag`, null for a number that has none.
+void AddLanguageFields(JsonObject *object, WORD language);
 
 // Adds an object as one line, with the letters that steer text escaped and other letters as they
 // are.

@@ -1,11 +1,11 @@
 #include "cli/strings.h"
 
+#include "cli/listing.h"
 #include "cli/reading.h"
 #include "content/message_table.h"
 #include "exe/catalog.h"
 #include "exe/language_tags.h"
-#include "exe/refusal.h"
-#include "exe/survey.h"
+#include "exe/type_names.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/page_text.h"
@@ -13,11 +13,6 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
-#include <nlohmann/json.hpp>
-
-#define TYPE_STRING 6
-#define TYPE_MESSAGE_TABLE 11
-#define PART_SIZE 65536
 
 // The number that a word is whole, decimal or with 0x hexadecimal, at most limit. Returns 0 when it
 // is none.
@@ -90,48 +85,16 @@ struct StringsRun {
     const StringsOptions *options;
     const std::string *path;
     FILE *err;
-    FILE *out;
-    std::string part;        // what is printed, handed on a part at a time
-    int failed;              // nothing more is wanted
+    Listing listing;
     unsigned long long left; // bytes that blocks and tables of the file may still have together
     int isDamaged;
 };
-
-static void Flush(StringsRun *run)
-{
-    if (!run->failed && !run->part.empty())
-        run->failed = !PrintText(run->out, run->part);
-    run->part.clear();
-}
-
-static void Append(StringsRun *run, const std::string &text)
-{
-    run->part += text;
-    if (run->part.size() >= PART_SIZE)
-        Flush(run);
-}
-
-// Adds text with the letters that steer text escaped; other letters stay as they are.
-static void AppendEscaped(std::string *escaped, const std::string &text)
-{
-    for (size_t at = 0; at < text.size();) {
-        const Utf8Letter letter = LetterAt(text, at);
-        if (SteersText(letter.code)) {
-            char code[8];
-            snprintf(code, sizeof code, "\\u%04x", (unsigned)letter.code & 0xFFFF);
-            *escaped += code;
-        } else {
-            escaped->append(text, at, letter.length);
-        }
-        at += letter.length;
-    }
-}
 
 // Text on a line of its own, so that each text has one form: backslashes doubled, and what would
 // end the line, steer the terminal or turn the text's direction in the escapes of JSON.
 static std::string EscapeLine(const std::string &text)
 {
-    std::string doubled, escaped;
+    std::string doubled;
     for (const char letter : text) {
         if (letter == '\\')
             doubled += "\\\\";
@@ -140,18 +103,7 @@ static std::string EscapeLine(const std::string &text)
         else
             doubled += letter;
     }
-    AppendEscaped(&escaped, doubled);
-    return escaped;
-}
-
-// A text of JSON. The library's objects allocate while they are destroyed, and end the program
-// where that fails; its texts do not.
-static std::string Quoted(const std::string &text)
-{
-    std::string escaped;
-    AppendEscaped(&escaped, nlohmann::json(text).dump(-1, ' ', false,
-                                                      nlohmann::json::error_handler_t::replace));
-    return escaped;
+    return EscapeSteering(doubled);
 }
 
 // A block with a name has no identifiers; its strings are the name's, by their slot.
@@ -170,23 +122,23 @@ static void AppendLine(StringsRun *run, const SurveyedResource &resource, const 
         line = resource.name.isText ? EscapeLine(NamedId(resource.name, text.id))
                                     : std::to_string(text.id);
     line += '\t' + (tag != nullptr ? std::string(tag) : std::to_string(resource.language));
-    Append(run, line + '\t' + EscapeLine(text.text) + '\n');
+    AppendText(&run->listing, line + '\t' + EscapeLine(text.text) + '\n');
 }
 
 static void AppendTextObject(StringsRun *run, const SurveyedResource &resource,
                              const TableText &text)
 {
-    const char *tag = LanguageTag(resource.language);
     const int isString = resource.type.number == TYPE_STRING;
-    std::string object = "{\"file\":" + Quoted(*run->path);
-    object += isString ? ",\"type\":\"string\"" : ",\"type\":\"message\"";
-    object += ",\"id\":";
-    object += isString && resource.name.isText ? Quoted(NamedId(resource.name, text.id))
-                                               : std::to_string(text.id);
-    object += ",\"language\":" + std::to_string(resource.language);
-    object += ",\"languageTag\":" + (tag != nullptr ? Quoted(tag) : std::string("null"));
-    object += ",\"text\":" + Quoted(text.text);
-    Append(run, object + "}\n");
+    JsonObject object;
+    AddTextField(&object, "file", *run->path);
+    AddTextField(&object, "type", isString ? "string" : "message");
+    if (isString && resource.name.isText)
+        AddTextField(&object, "id", NamedId(resource.name, text.id));
+    else
+        AddField(&object, "id", std::to_string(text.id));
+    AddLanguageFields(&object, resource.language);
+    AddTextField(&object, "text", text.text);
+    AppendObject(&run->listing, object);
 }
 
 static void TellDamage(StringsRun *run, const SurveyedResource &resource, const char *what)
@@ -250,9 +202,9 @@ static void ListSurveyed(StringsRun *run, FilePages *pages, const Survey &survey
     size_t count = 0;
     run->left = KeptBytesLimit(pages->length);
     if (run->options->files.size() > 1 && !run->options->json)
-        Append(run, SafeText(*run->path) + "\n");
+        AppendText(&run->listing, SafeText(*run->path) + "\n");
     for (const SurveyedResource &resource : survey.resources)
-        if (IsWanted(*run->options, resource) && !run->failed)
+        if (IsWanted(*run->options, resource) && !run->listing.failed)
             count += ListTexts(run, pages, survey, resource);
     if (count == 0 && !run->isDamaged)
         PrintFault(run->err, *run->path,
@@ -260,36 +212,34 @@ static void ListSurveyed(StringsRun *run, FilePages *pages, const Survey &survey
                                                   : "It holds no strings of that language.");
 }
 
-static std::string FailureText()
-{
-    char reason[REASON_SIZE];
-    DescribeFailure(reason);
-    return TextToUtf8(reason);
-}
-
 static void TellRefusal(StringsRun *run, const std::string &reason)
 {
     run->isDamaged = 1;
-    if (run->options->json)
-        Append(run, "{\"file\":" + Quoted(*run->path) + ",\"reason\":" + Quoted(reason) + "}\n");
-    else
+    if (!run->options->json) {
         PrintFault(run->err, *run->path, reason);
+        return;
+    }
+    JsonObject object;
+    AddTextField(&object, "file", *run->path);
+    AddTextField(&object, "reason", reason);
+    AppendObject(&run->listing, object);
 }
 
 static void SurveyAndList(StringsRun *run, FILE *file)
 {
     FilePages pages;
     Survey survey;
+    std::string reason;
     OpenPages(&pages, file);
-    const ProbeOutcome outcome = SurveyFile(&pages, run->options->codePage, &survey);
-    if (outcome != ProbeRead && survey.resources.empty()) {
-        TellRefusal(run, FailureText());
+    const ReadingResult result =
+        SurveyExecutable(&pages, run->options->codePage, true, &survey, &reason);
+    if (result == ReadingRefused) {
+        TellRefusal(run, reason);
         return;
     }
-    if (outcome != ProbeRead) {
+    if (result == ReadingDone && !reason.empty()) {
         run->isDamaged = 1;
-        PrintFault(run->err, *run->path,
-                   "The file is damaged; what could be read is printed. " + FailureText());
+        PrintFault(run->err, *run->path, reason);
     }
     ListSurveyed(run, &pages, survey);
 }
@@ -297,9 +247,10 @@ static void SurveyAndList(StringsRun *run, FILE *file)
 // Prints the texts of one file.
 static void ListFile(StringsRun *run)
 {
-    FILE *file = OpenForReading(run->path->c_str());
+    std::string reason;
+    FILE *file = OpenExecutable(*run->path, &reason);
     if (file == nullptr) {
-        TellRefusal(run, std::string("It cannot be opened: ") + FileErrorText() + ".");
+        TellRefusal(run, reason);
         return;
     }
     try {
@@ -314,19 +265,15 @@ static void ListFile(StringsRun *run)
 ExitStatus RunStrings(const StringsOptions &options, FILE *out, FILE *err)
 {
     ExitStatus status = ExitDone;
-    StringsRun run = {&options, nullptr, err, out, "", 0, 0, 0};
+    StringsRun run = {&options, nullptr, err, {out, "", 0}, 0, 0};
     for (const std::string &path : options.files) {
         run.path = &path;
         run.isDamaged = 0;
         ListFile(&run);
-        Flush(&run);
         if (run.isDamaged)
             status = ExitFailed;
-        if (run.failed) {
-            if (!OutputIsClosed())
-                PrintText(err, "quillmoor-cli: The texts cannot be written.\n");
+        if (!FinishListing(&run.listing, err))
             return ExitFailed;
-        }
     }
     return status;
 }

@@ -2,6 +2,7 @@
 
 #include "exe/catalog.h"
 #include "exe/survey.h"
+#include "exe/type_names.h"
 #include "platform/byte_reader.h"
 
 #define GROUP_HEADER_SIZE 6 // reserved, kind and count

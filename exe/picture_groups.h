@@ -8,11 +8,6 @@
 #include <map>
 #include <tuple>
 
-#define TYPE_CURSOR 1
-#define TYPE_ICON 3
-#define TYPE_CURSOR_GROUP 12
-#define TYPE_ICON_GROUP 14
-
 struct PictureGroups {
     // By the picture's type, number and language; the first group that names it.
     std::map<std::tuple<DWORD, DWORD, WORD>, const SurveyedResource *> ofPicture;

@@ -4,15 +4,11 @@
 #include "content/dib.h"
 #include "exe/catalog.h"
 #include "exe/survey.h"
+#include "exe/type_names.h"
 #include "platform/byte_reader.h"
 
 #include <algorithm>
 #include <cstring>
-
-#define TYPE_CURSOR 1
-#define TYPE_ICON 3
-#define TYPE_CURSOR_GROUP 12
-#define TYPE_ICON_GROUP 14
 
 #define ANY_LANGUAGE 0x10000 // past every language
 #define GROUP_HEADER_SIZE 6  // reserved, kind and count, in the resource and in the file
