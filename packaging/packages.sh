@@ -5,8 +5,9 @@
 program_packages="g++ cmake ninja-build binutils-mingw-w64-i686 qt6-base-dev libpng-dev zlib1g-dev libsdl2-dev libcli11-dev nlohmann-json3-dev"
 native_packages="$program_packages libgtest-dev libgmock-dev"
 # What the window needs when it runs: the faces it draws with, one for its menus (with the others
-# alone "sans" is a typewriter's), Wayland, and the desktop's applications for the manual.
-window_packages="fonts-liberation fonts-dejavu-core qt6-wayland xdg-utils"
+# alone "sans" is a typewriter's), the file choosers' languages, Wayland, and the desktop's
+# applications for the manual.
+window_packages="fonts-liberation fonts-dejavu-core qt6-translations-l10n qt6-wayland xdg-utils"
 # A virtual display, keys for it and its picture.
 screenshot_packages="xvfb xauth xdotool imagemagick"
 test_packages="icoutils"

@@ -296,6 +296,8 @@ void AttachDisplay(int *argc, char **argv)
     application->setApplicationName(QStringLiteral("quillmoor"));
     application->setDesktopFileName(QStringLiteral("quillmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
+    // Not turned round by a chooser's language.
+    QApplication::setLayoutDirection(Qt::LeftToRight);
     auto *keys = new DialogKeys;
     keys->setParent(application.get());
     application->installEventFilter(keys);

@@ -1,10 +1,14 @@
 #include "platform/native/qt/file_choosers.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLibraryInfo>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTranslator>
 #include <QTreeView>
 #include <cstring>
 
@@ -22,6 +26,29 @@ constexpr QSize chooserSize(760, 480);
 
 namespace
 {
+
+// While it lives Qt's own words are in the user's language, where Qt has it. No longer: the rest
+// of the program speaks English, as its menus and messages do.
+class UsersLanguage
+{
+  public:
+    UsersLanguage()
+    {
+        if (words.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)) &&
+            QApplication::installTranslator(&words))
+            direction = QLocale().textDirection();
+    }
+
+    Qt::LayoutDirection Direction() const
+    {
+        return direction;
+    }
+
+  private:
+    QTranslator words; // takes itself out
+    Qt::LayoutDirection direction = Qt::LeftToRight;
+};
 
 class Chooser : public QFileDialog
 {
@@ -72,12 +99,12 @@ class Chooser : public QFileDialog
         if (file.isDir())
             setDirectory(file.absoluteFilePath());
         else if (!isSave && !file.exists())
-            Refuse(QStringLiteral("%1\nThis file is not there.").arg(file.fileName()));
+            Refuse(tr("%1\nFile not found.\nPlease verify the correct file name was given.")
+                       .arg(file.fileName()));
         else if (!isSave || !file.exists() ||
                  QMessageBox::warning(
                      this, windowTitle(),
-                     QStringLiteral("%1 already exists.\nDo you want to replace it?")
-                         .arg(file.fileName()),
+                     tr("%1 already exists.\nDo you want to replace it?").arg(file.fileName()),
                      QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes)
             QDialog::accept();
     }
@@ -160,7 +187,9 @@ static void Loop(const QPointer<Chooser> &chooser)
 bool ChooseFile(FileChoice *choice)
 {
     const QStringList filters = FiltersOf(choice->filters);
+    const UsersLanguage language;
     const QPointer<Chooser> chooser = MakeChooser(*choice, filters);
+    chooser->setLayoutDirection(language.Direction());
     SetTakesInput(choice->owner, false);
     chooser->open();
     Loop(chooser);

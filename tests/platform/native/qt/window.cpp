@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -467,6 +468,24 @@ TEST_F(QtWindow, TheSaveChooserKeepsTheNameAndAsksBeforeItReplaces)
     EXPECT_TRUE(std::filesystem::exists(File("X \"\u00C3\u00A9\" Y.BIN")));
     EXPECT_EQ(asked.filter("X \"").size(), 1);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(QtWindow, AChooserSpeaksTheUsersLanguageAndNothingElseDoes)
+{
+    QLocale::setDefault(QLocale(QLocale::Arabic));
+    QString cancels;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
+    const auto look = [&] {
+        const auto *buttons = Shown<QFileDialog>()->findChild<QDialogButtonBox *>();
+        cancels = buttons->button(QDialogButtonBox::Cancel)->text();
+        direction = buttons->layoutDirection();
+    };
+    Command(IDM_OPEN, {{Shown<QFileDialog>, look}, cancel});
+    QLocale::setDefault(QLocale::system());
+    EXPECT_EQ(cancels.toStdString(), "\u0623\u0644\u063A\u0650");
+    EXPECT_EQ(direction, Qt::RightToLeft);
+    EXPECT_EQ(Client()->layoutDirection(), Qt::LeftToRight);
+    EXPECT_EQ(QFileDialog::tr("Files"), "Files");
 }
 
 TEST_F(QtWindow, TheSaveChooserRefusesWhatCannotBeAFile)
