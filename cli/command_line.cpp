@@ -2,6 +2,7 @@
 
 #include "cli/icon.h"
 #include "cli/list.h"
+#include "cli/page.h"
 #include "cli/reading.h"
 #include "cli/save.h"
 #include "cli/strings.h"
@@ -62,6 +63,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     SaveOptions saveOptions;
     IconOptions iconOptions;
     StringsOptions stringsOptions;
+    PageOptions pageOptions;
     app.set_version_flag("--version", "quillmoor-cli " QUILLMOOR_VERSION);
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
@@ -72,6 +74,7 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
     AddSaveCommand(app, &saveOptions);
     CLI::App *icon = AddIconCommand(app, &iconOptions);
     CLI::App *strings = AddStringsCommand(app, &stringsOptions);
+    CLI::App *page = AddPageCommand(app, &pageOptions);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -82,6 +85,8 @@ static ExitStatus ParseAndRun(const std::vector<std::string> &arguments, FILE *o
         return RunIcon(iconOptions, out, err);
     if (strings->parsed())
         return RunStrings(stringsOptions, out, err);
+    if (page->parsed())
+        return RunPage(pageOptions, out, err);
     return list->parsed() ? RunList(listOptions, out, err) : RunSave(saveOptions, out, err);
 }
 

@@ -1,11 +1,10 @@
 #include "cli/list_survey.h"
 
+#include "cli/survey_words.h"
 #include "content/picture_info.h"
-#include "exe/language_tags.h"
 #include "exe/picture_groups.h"
 #include "exe/survey.h"
 #include "exe/type_names.h"
-#include "platform/console.h"
 
 // Whether a resource is a picture, and which.
 static int IsPicture(const SurveyedResource &resource, PictureKind *kind)
@@ -22,23 +21,6 @@ static int ReadInfo(FilePages *pages, const SurveyedResource &resource, PictureK
     BYTE start[PICTURE_START_SIZE];
     const size_t size = ReadSurveyedStart(pages, &resource, start, sizeof start);
     return ReadPictureInfo(start, size, kind, info);
-}
-
-static std::string IdToText(const SurveyId &id)
-{
-    return id.isText ? '"' + SafeText(id.text) + '"' : std::to_string(id.number);
-}
-
-static std::string TypeToText(const SurveyId &type)
-{
-    const char *name = type.isText ? nullptr : StandardTypeName(type.number);
-    return name == nullptr ? IdToText(type) : name;
-}
-
-static std::string LanguageToText(WORD language)
-{
-    const char *tag = LanguageTag(language);
-    return language == 0 ? "neutral" : tag != nullptr ? tag : std::to_string(language);
 }
 
 static std::string ResourceToText(FilePages *pages, const Survey &survey,

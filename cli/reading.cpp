@@ -32,7 +32,7 @@ FILE *OpenExecutable(const std::string &path, std::string *reason)
     return file;
 }
 
-static std::string FailureText()
+std::string FailureText()
 {
     char reason[REASON_SIZE];
     DescribeFailure(reason);

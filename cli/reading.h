@@ -32,6 +32,9 @@ ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &option
 ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Survey *survey,
                                std::string *reason);
 
+// Why a file gave nothing, or not all (exe/refusal.h), as UTF-8.
+std::string FailureText();
+
 // Prints "quillmoor-cli: PATH: TEXT" as one line.
 void PrintFault(FILE *err, const std::string &path, const std::string &text);
 

@@ -1,0 +1,44 @@
+// A page of HTML that is written as it goes: one file that needs nothing else, runs no scripts and
+// asks no network (its Content-Security-Policy says so to the browser), readable in light and dark
+// and on paper.
+//
+// Whatever comes from a file goes through HtmlText or HtmlName, so that none of it is markup.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+struct HtmlPage {
+    FILE *stream;     // the caller's, which closes it
+    uint64_t limit;   // bytes that the page may have; what closes it comes on top
+    uint64_t length;  // bytes so far
+    std::string part; // of it, not handed on yet
+    int isFull;       // something was left out: nothing more is begun
+    int failed;       // a write did; the reason is noted (platform/files.h)
+};
+
+// Text as it stands in markup and in quoted attributes: the characters of markup as references,
+// what steers text as lists show it (platform/console.h), and U+FFFD for what is no UTF-8 and for
+// characters that no page may have.
+std::string HtmlText(const std::string &text);
+
+// The same as an element that keeps the text's direction to itself.
+std::string HtmlName(const std::string &text);
+
+// Adds markup.
+void AppendHtml(HtmlPage *page, const std::string &markup);
+
+// Whether so many bytes more have room. When not, the page is full from then on.
+int HasRoom(HtmlPage *page, uint64_t bytes);
+
+// Adds bytes in base 64 (RFC 4648). Of pieces that follow each other each but the last has a
+// multiple of three bytes.
+void AppendBase64(HtmlPage *page, const BYTE *bytes, size_t size);
+
+// Begins the page with a title, which is text, and its first heading; and ends it. EndPage hands on
+// what is left and returns 0 when not all could be written.
+void BeginPage(HtmlPage *page, const std::string &title);
+int EndPage(HtmlPage *page);

@@ -1,0 +1,261 @@
+#include "cli/page.h"
+
+#include "cli/page_file.h"
+#include "cli/reading.h"
+#include "exe/catalog.h"
+#include "platform/console.h"
+#include "platform/files.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+
+static const char existsText[] = "The file is there already; --force replaces it.";
+
+// A file that is refused.
+struct Refusal {
+    std::string path;
+    std::string reason;
+};
+
+// One run of the command.
+struct PageRun {
+    const PageOptions *options;
+    FILE *out;
+    FILE *err;
+    HtmlPage page;
+    std::vector<std::string> files; // that the page tells of
+    std::vector<Refusal> refusals;
+    uint64_t fileBytes; // of all files together
+    ExitStatus status;
+};
+
+CLI::App *AddPageCommand(CLI::App &app, PageOptions *options)
+{
+    CLI::App *page = app.add_subcommand("page", "Write one HTML page of everything, to read");
+    page->add_option("-o,--output", options->output, "File to write to, - for standard output")
+        ->type_name("OUT")
+        ->required();
+    page->add_flag("-f,--force", options->force, "Replace a file that is there already");
+    page->add_option("FILE", options->files, "Executables or libraries")->required();
+    return page;
+}
+
+static void Fail(PageRun *run, const std::string &path, const std::string &text)
+{
+    PrintFault(run->err, path, text);
+    run->status = ExitFailed;
+}
+
+static void FailBecause(PageRun *run, const std::string &path, const char *what)
+{
+    Fail(run, path, std::string(what) + ": " + FileErrorText() + ".");
+}
+
+// Calls `read` with the open file. Returns 0, with the reason, when it cannot be opened.
+template <typename Read>
+static int WithFile(const std::string &path, std::string *reason, Read read)
+{
+    FILE *stream = OpenExecutable(path, reason);
+    if (stream == nullptr)
+        return 0;
+    try {
+        read(stream);
+    } catch (...) {
+        fclose(stream);
+        throw;
+    }
+    fclose(stream);
+    return 1;
+}
+
+static void TakeFile(PageRun *run, const std::string &path)
+{
+    std::string reason;
+    WithFile(path, &reason, [&](FILE *stream) {
+        const auto pages = std::make_unique<FilePages>();
+        ExecutableKind kind;
+        OpenPages(pages.get(), stream);
+        if (IdentifyFile(pages.get(), &kind) == ProbeRead)
+            run->fileBytes += pages->length;
+        else
+            reason = FailureText();
+    });
+    if (reason.empty()) {
+        run->files.push_back(path);
+        return;
+    }
+    run->refusals.push_back({path, reason});
+    Fail(run, path, reason);
+}
+
+static std::string Utf8Of(const std::filesystem::path &path)
+{
+    const std::u8string utf8 = path.u8string();
+    return std::string(utf8.begin(), utf8.end());
+}
+
+static std::filesystem::path PathOf(const std::string &utf8)
+{
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+static std::string TitleOf(const PageRun *run)
+{
+    if (run->options->files.size() > 1)
+        return std::to_string(run->options->files.size()) + " files";
+    const std::filesystem::path path = PathOf(run->options->files[0]);
+    return path.has_filename() ? Utf8Of(path.filename()) : run->options->files[0];
+}
+
+static void AppendContents(PageRun *run)
+{
+    if (run->files.size() < 2)
+        return;
+    AppendHtml(&run->page, "<nav aria-label=\"Files\">\n<ul>\n");
+    for (size_t i = 0; i < run->files.size(); i++)
+        AppendHtml(&run->page, "<li><a href=\"#f" + std::to_string(i + 1) + "\">" +
+                                   HtmlName(run->files[i]) + "</a></li>\n");
+    AppendHtml(&run->page, "</ul>\n</nav>\n");
+}
+
+static void AppendFiles(PageRun *run)
+{
+    for (size_t i = 0; i < run->files.size(); i++) {
+        if (!HasRoom(&run->page, 0) || StopRequested() || run->page.failed)
+            break;
+        std::string reason;
+        const auto file = std::make_unique<PageFile>();
+        file->page = &run->page;
+        file->path = run->files[i];
+        file->number = i + 1;
+        file->level = run->files.size() > 1 ? 3 : 2;
+        file->err = run->err;
+        if (!WithFile(run->files[i], &reason,
+                      [&](FILE *stream) { AppendFile(file.get(), stream); })) {
+            run->refusals.push_back({run->files[i], reason});
+            Fail(run, run->files[i], reason);
+        }
+        if (file->hasFaults)
+            run->status = ExitFailed;
+    }
+}
+
+static void AppendRefusals(PageRun *run)
+{
+    if (run->refusals.empty())
+        return;
+    AppendHtml(&run->page, "<section>\n<h2>Files that are not read</h2>\n<table>\n<thead><tr>"
+                           "<th scope=\"col\">File</th><th scope=\"col\">Reason</th></tr></thead>\n"
+                           "<tbody>\n");
+    for (const Refusal &refusal : run->refusals)
+        AppendHtml(&run->page, "<tr><td>" + HtmlName(refusal.path) + "</td><td>" +
+                                   HtmlText(refusal.reason) + "</td></tr>\n");
+    AppendHtml(&run->page, "</tbody>\n</table>\n</section>\n");
+}
+
+// Writes the page. Returns 0, with the reason told, when it is not to be kept.
+static int WritePage(PageRun *run, FILE *stream, const std::string &shown)
+{
+    run->page = {stream, KeptBytesLimit(run->fileBytes), 0, "", 0, 0};
+    BeginPage(&run->page, TitleOf(run));
+    AppendContents(run);
+    AppendFiles(run);
+    if (run->page.isFull) {
+        const std::string text = "The page has the " + std::to_string(run->page.limit) +
+                                 " bytes that it may have of files of this size; what follows is "
+                                 "left out.";
+        AppendHtml(&run->page, "<p class=\"fault\">" + HtmlText(text) + "</p>\n");
+        Fail(run, shown, text);
+    }
+    AppendRefusals(run);
+    if (!EndPage(&run->page)) {
+        if (stream != run->out || !OutputIsClosed())
+            FailBecause(run, shown, "The page cannot be written");
+        run->status = ExitFailed;
+        return 0;
+    }
+    if (StopRequested())
+        Fail(run, shown, "Stopped before the page was whole.");
+    return !StopRequested();
+}
+
+// Writes a file beside the one that is wanted, then gives it its name.
+static void WriteInFolder(PageRun *run, const OutputFolder *folder, const std::string &name)
+{
+    const std::string &shown = run->options->output;
+    std::string beside;
+    if (!run->options->force && ExistsInFolder(folder, name.c_str())) {
+        Fail(run, shown, existsText);
+        return;
+    }
+    FILE *stream = CreateUnfinishedFile(folder, &beside);
+    if (stream == nullptr) {
+        FailBecause(run, shown, "The file cannot be created");
+        return;
+    }
+    int isWhole;
+    try {
+        isWhole = WritePage(run, stream, shown);
+    } catch (...) {
+        fclose(stream);
+        DeleteInFolder(folder, beside.c_str());
+        throw;
+    }
+    if (fclose(stream) != 0 && isWhole) {
+        NoteStreamError();
+        FailBecause(run, shown, "The page cannot be written");
+        isWhole = 0;
+    }
+    const MoveResult moved =
+        isWhole ? MoveBetween(folder, beside.c_str(), folder, name.c_str(), run->options->force)
+                : MoveFailed;
+    if (moved == MoveDone)
+        return;
+    DeleteInFolder(folder, beside.c_str());
+    if (moved == MoveExists)
+        Fail(run, shown, existsText);
+    else if (isWhole)
+        FailBecause(run, shown, "The file cannot be put in place");
+}
+
+static void WriteOutput(PageRun *run)
+{
+    const std::string &output = run->options->output;
+    if (output == "-") {
+        WritePage(run, run->out, "standard output");
+        return;
+    }
+    const std::filesystem::path path = PathOf(output);
+    if (!path.has_filename()) {
+        Fail(run, output, "That is a folder; the name of a file is wanted.");
+        return;
+    }
+    const std::string parent = Utf8Of(path.parent_path());
+    OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
+    if (folder == nullptr) {
+        FailBecause(run, output, "The folder cannot be used");
+        return;
+    }
+    try {
+        WriteInFolder(run, folder, Utf8Of(path.filename()));
+    } catch (...) {
+        CloseFolder(folder);
+        throw;
+    }
+    CloseFolder(folder);
+}
+
+ExitStatus RunPage(const PageOptions &options, FILE *out, FILE *err)
+{
+    PageRun run = {};
+    run.options = &options;
+    run.out = out;
+    run.err = err;
+    CatchStopRequests();
+    for (const std::string &path : options.files)
+        TakeFile(&run, path);
+    if (!run.files.empty())
+        WriteOutput(&run);
+    return run.status;
+}
