@@ -1,5 +1,6 @@
 #include "cli/icon.h"
 
+#include "cli/finished_file.h"
 #include "cli/icon_picture.h"
 #include "cli/reading.h"
 #include "export/group_file.h"
@@ -8,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <new>
 
 // One run of the command.
 struct IconRun {
@@ -55,46 +57,34 @@ static const SurveyedResource *FindFirstGroup(const Survey *survey)
     return first;
 }
 
-static int WriteWhole(FILE *stream, const std::vector<BYTE> &bytes)
+static WriteOutcome WriteWhole(FILE *stream, const std::vector<BYTE> &bytes)
 {
-    return fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+    const int isWhole = fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+    return isWhole && fflush(stream) == 0 ? WriteDone : WriteShort;
 }
 
 static ExitStatus WriteToStream(const IconRun *run, const std::vector<BYTE> &bytes)
 {
-    if (WriteWhole(run->out, bytes) && fflush(run->out) == 0)
+    if (WriteWhole(run->out, bytes) == WriteDone)
         return ExitDone;
     NoteStreamError();
     return Fail(run, "standard output",
                 std::string("The icon cannot be written: ") + FileErrorText() + ".");
 }
 
-// Fills a file beside the one that is wanted, then gives it its name.
 static ExitStatus WriteInFolder(const IconRun *run, const OutputFolder *folder,
                                 const std::string &name, const std::string &shown,
                                 const std::vector<BYTE> &bytes)
 {
-    std::string beside;
-    FILE *stream = CreateUnfinishedFile(folder, &beside);
-    if (stream == nullptr)
-        return Fail(run, shown,
-                    std::string("The file cannot be created: ") + FileErrorText() + ".");
-    const int isWhole = WriteWhole(stream, bytes);
-    if (fclose(stream) != 0 || !isWhole) {
-        NoteStreamError();
-        DeleteInFolder(folder, beside.c_str());
-        return Fail(run, shown,
-                    std::string("The file cannot be written: ") + FileErrorText() + ".");
+    const FileResult result = MakeFile(
+        folder, name, [&bytes](FILE *stream) { return WriteWhole(stream, bytes); }, nullptr,
+        run->options->force);
+    switch (result.outcome) {
+    case FileDone: return ExitDone;
+    case FileInTheWay: return Fail(run, shown, "The file is there already; --force replaces it.");
+    case FileNoMemory: throw std::bad_alloc();
+    default: return Fail(run, shown, result.reason);
     }
-    const MoveResult moved =
-        MoveBetween(folder, beside.c_str(), folder, name.c_str(), run->options->force);
-    if (moved == MoveDone)
-        return ExitDone;
-    DeleteInFolder(folder, beside.c_str());
-    if (moved == MoveExists)
-        return Fail(run, shown, "The file is there already; --force replaces it.");
-    return Fail(run, shown,
-                std::string("The file cannot be put in place: ") + FileErrorText() + ".");
 }
 
 static std::string Utf8Of(const std::filesystem::path &path)
@@ -125,7 +115,13 @@ static ExitStatus WriteOutput(const IconRun *run, const std::vector<BYTE> &bytes
     if (folder == nullptr)
         return Fail(run, output,
                     std::string("The folder cannot be used: ") + FileErrorText() + ".");
-    const ExitStatus status = WriteInFolder(run, folder, Utf8Of(path.filename()), output, bytes);
+    ExitStatus status = ExitFailed;
+    try {
+        status = WriteInFolder(run, folder, Utf8Of(path.filename()), output, bytes);
+    } catch (...) {
+        CloseFolder(folder);
+        throw;
+    }
     CloseFolder(folder);
     return status;
 }
@@ -191,7 +187,13 @@ ExitStatus RunIcon(const IconOptions &options, FILE *out, FILE *err)
     if (file == nullptr)
         return Fail(&run, options.file, reason);
     OpenPages(&run.pages, file);
-    const ExitStatus status = SaveIcon(&run);
+    ExitStatus status = ExitFailed;
+    try {
+        status = SaveIcon(&run);
+    } catch (...) {
+        fclose(file);
+        throw;
+    }
     fclose(file);
     return status;
 }

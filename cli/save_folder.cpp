@@ -1,5 +1,6 @@
 #include "cli/save_folder.h"
 
+#include "cli/finished_file.h"
 #include "cli/reading.h"
 
 #include <new>
@@ -90,21 +91,19 @@ static LabelFolder *FindFolder(SaveFolder *folder, const std::string &label)
     return found;
 }
 
-// Gives a file its name; one that cannot have it is deleted.
-static void PutInPlace(SaveFolder *folder, const OutputFolder *from, const std::string &oldName,
-                       const OutputFolder *to, const std::string &name, const std::string &shown)
+// Takes the outcome of a step on a file, and tells a failure. Returns whether it was done.
+static int TakeResult(SaveFolder *folder, const std::string &shown, const FileResult &result)
 {
-    const MoveResult moved = MoveBetween(from, oldName.c_str(), to, name.c_str(), folder->replaces);
-    if (moved == MoveDone) {
-        folder->count++;
-        return;
-    }
-    const std::string reason = moved == MoveFailed ? FileErrorText() : "";
-    DeleteInFolder(from, oldName.c_str());
-    if (moved == MoveFailed)
-        FaultOf(folder, shown, "The file cannot be put in place: " + reason + ".");
-    else if (folder->inTheWay++ == 0)
+    if (result.outcome == FileNoMemory) {
+        PrintNoMemory(folder->err);
+        folder->status = ExitFailed;
+    } else if (result.outcome == FileFailed) {
+        folder->isDiskFull = folder->isDiskFull || result.isDiskFull;
+        FaultOf(folder, shown, result.reason);
+    } else if (result.outcome == FileInTheWay && folder->inTheWay++ == 0) {
         folder->firstInTheWay = shown;
+    }
+    return result.outcome == FileDone;
 }
 
 // Another run has put its folder in place meanwhile: this one's files go there one by one.
@@ -114,7 +113,9 @@ static int MergeFolder(SaveFolder *folder, const std::string &label, const Label
     OutputFolder *to = from ? OpenSubfolder(folder->output, label.c_str()) : nullptr;
     if (to != nullptr)
         for (const std::string &name : merged.made)
-            PutInPlace(folder, from, name, to, name, Shown(folder, label, name));
+            if (TakeResult(folder, Shown(folder, label, name),
+                           PutInPlace(from, name, to, name, folder->replaces)))
+                folder->count++;
     CloseFolder(from);
     CloseFolder(to);
     if (to != nullptr)
@@ -150,39 +151,6 @@ static void FinishLabel(SaveFolder *folder, const std::string &label, const Labe
                     FileErrorText() + ".");
 }
 
-// Fills a file that was just created. Returns 0, with the file deleted, on failure.
-static int FillFile(SaveFolder *folder, const OutputFolder *place, FILE *stream,
-                    const std::string &name, const std::string &shown,
-                    const std::function<WriteOutcome(FILE *)> &writer)
-{
-    if (stream == nullptr) {
-        FaultOf(folder, shown, std::string("The file cannot be created: ") + FileErrorText() + ".");
-        return 0;
-    }
-    setvbuf(stream, folder->buffer.data(), _IOFBF, folder->buffer.size());
-    WriteOutcome outcome;
-    try {
-        outcome = writer(stream);
-    } catch (const std::bad_alloc &) {
-        fclose(stream);
-        DeleteInFolder(place, name.c_str());
-        PrintNoMemory(folder->err);
-        folder->status = ExitFailed;
-        return 0;
-    }
-    const int closed = fclose(stream) == 0;
-    if (outcome == WriteDone && closed)
-        return 1;
-    NoteStreamError();
-    DeleteInFolder(place, name.c_str());
-    folder->isDiskFull = outcome != WriteDataUnavailable && DiskWasFull();
-    FaultOf(folder, shown,
-            outcome == WriteDataUnavailable
-                ? "The resource's data are not available."
-                : std::string("The file cannot be written: ") + FileErrorText() + ".");
-    return 0;
-}
-
 std::string SaveFile(SaveFolder *folder, const std::string &label, const std::string &name,
                      const std::string &extension,
                      const std::function<WriteOutcome(FILE *)> &writer)
@@ -193,16 +161,17 @@ std::string SaveFile(SaveFolder *folder, const std::string &label, const std::st
     const std::string fileName = NextFileName(&place->names, EncodeFileName(name), extension);
     const std::string shown = Shown(folder, label, fileName);
     if (place->unfinished.empty()) {
-        std::string beside;
-        FILE *stream = CreateUnfinishedFile(place->folder, &beside);
-        if (FillFile(folder, place->folder, stream, beside, shown, writer))
-            PutInPlace(folder, place->folder, beside, place->folder, fileName, shown);
+        if (TakeResult(
+                folder, shown,
+                MakeFile(place->folder, fileName, writer, &folder->buffer, folder->replaces)))
+            folder->count++;
         return shown;
     }
     // Told before it is there, so that no want of memory leaves one that nobody knows of.
     place->made.push_back(fileName);
-    if (!FillFile(folder, place->folder, CreateNewFile(place->folder, fileName.c_str()), fileName,
-                  shown, writer))
+    FILE *stream = CreateNewFile(place->folder, fileName.c_str());
+    if (!TakeResult(folder, shown,
+                    FillFile(place->folder, stream, fileName, writer, &folder->buffer)))
         place->made.pop_back();
     return shown;
 }

@@ -1,12 +1,12 @@
 #include "content/picture_info.h"
 
 #include "content/dib.h"
+#include "content/picture_group.h"
 #include "platform/byte_reader.h"
 
 #include <cstdint>
 #include <cstring>
 
-#define HOT_SPOT_SIZE 4
 #define CORE_HEADER_SIZE 12
 #define LONGEST_HEADER 124 // BITMAPV5HEADER
 #define PNG_START_SIZE 26  // signature, and the first chunk up to the colour type
@@ -35,10 +35,10 @@ int ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo
 {
     *info = {};
     if (kind == PictureCursor) {
-        if (size < HOT_SPOT_SIZE)
+        if (size < CURSOR_HOT_SPOT_SIZE)
             return 0;
-        data += HOT_SPOT_SIZE;
-        size -= HOT_SPOT_SIZE;
+        data += CURSOR_HOT_SPOT_SIZE;
+        size -= CURSOR_HOT_SPOT_SIZE;
     }
     if (size >= PNG_START_SIZE && memcmp(data, pngSignature, sizeof pngSignature) == 0)
         return ReadPng(data, info);

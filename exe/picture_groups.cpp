@@ -3,38 +3,47 @@
 #include "exe/catalog.h"
 #include "exe/survey.h"
 #include "exe/type_names.h"
-#include "platform/byte_reader.h"
 
-#define GROUP_HEADER_SIZE 6 // reserved, kind and count
-#define GROUP_ENTRY_SIZE 14 // the picture's number at its end
+#include <algorithm>
 
+#define ANY_LANGUAGE 0x10000 // past every language
+
+static int HasType(const SurveyedResource *resource, DWORD number)
+{
+    return !resource->type.isText && resource->type.number == number;
+}
+
+int IsIconGroup(const SurveyedResource *resource)
+{
+    return HasType(resource, TYPE_ICON_GROUP);
+}
+
+int IsCursorGroup(const SurveyedResource *resource)
+{
+    return HasType(resource, TYPE_CURSOR_GROUP);
+}
+
+// The type of a group's pictures.
 static DWORD PictureType(const SurveyedResource *group)
 {
-    if (group->type.isText)
-        return 0;
-    return group->type.number == TYPE_ICON_GROUP     ? TYPE_ICON
-           : group->type.number == TYPE_CURSOR_GROUP ? TYPE_CURSOR
-                                                     : 0;
+    return IsCursorGroup(group) ? TYPE_CURSOR : TYPE_ICON;
 }
 
 void ReadPictureGroups(FilePages *pages, const Survey *survey, PictureGroups *groups)
 {
     unsigned long long bytesLeft = KeptBytesLimit(pages->length);
     std::vector<BYTE> bytes;
+    std::vector<GroupEntry> entries;
+    size_t count;
     for (const SurveyedResource &group : survey->resources) {
-        const DWORD type = PictureType(&group);
-        if (type == 0 || group.size > bytesLeft || !ReadSurveyedBytes(pages, &group, &bytes))
+        if ((!IsIconGroup(&group) && !IsCursorGroup(&group)) || group.size > bytesLeft ||
+            !ReadSurveyedBytes(pages, &group, &bytes))
             continue;
         bytesLeft -= group.size;
-        ByteReader reader = OpenBytes(bytes.data(), bytes.size());
-        const int count = ReadU16(&reader, 4);
-        for (int i = 0; i < count; i++) {
-            const size_t entry = GROUP_HEADER_SIZE + (size_t)i * GROUP_ENTRY_SIZE;
-            const WORD number = ReadU16(&reader, entry + GROUP_ENTRY_SIZE - 2);
-            if (reader.failed)
-                break;
-            groups->ofPicture.try_emplace({type, number, group.language}, &group);
-        }
+        ReadGroupEntries(bytes.data(), bytes.size(), IsCursorGroup(&group), &entries, &count);
+        for (const GroupEntry &entry : entries)
+            groups->ofPicture.try_emplace({PictureType(&group), entry.number, group.language},
+                                          &group);
     }
 }
 
@@ -52,4 +61,56 @@ const SurveyedResource *FindPictureGroup(const PictureGroups *groups,
         std::get<1>(any->first) != number)
         return nullptr;
     return any->second;
+}
+
+void IndexPictures(const Survey *survey, PictureIndex *index)
+{
+    index->pictures.clear();
+    index->isNe = survey->kind.format == FormatNe;
+    for (const SurveyedResource &picture : survey->resources) {
+        const int isCursor = HasType(&picture, TYPE_CURSOR);
+        if (!picture.isInFile || picture.name.isText ||
+            (!isCursor && !HasType(&picture, TYPE_ICON)) ||
+            picture.size <= (isCursor ? CURSOR_HOT_SPOT_SIZE : 0))
+            continue;
+        const DWORD type = picture.type.number, number = picture.name.number;
+        for (const DWORD language : {(DWORD)picture.language, (DWORD)ANY_LANGUAGE})
+            index->pictures.try_emplace({type, number, language}, &picture);
+    }
+}
+
+static const SurveyedResource *FindPicture(const PictureIndex *index, const SurveyedResource *group,
+                                           DWORD number)
+{
+    for (const DWORD language : {(DWORD)group->language, (DWORD)ANY_LANGUAGE}) {
+        const auto found = index->pictures.find({PictureType(group), number, language});
+        if (found != index->pictures.end())
+            return found->second;
+    }
+    return nullptr;
+}
+
+GroupOutcome ReadGroup(FilePages *pages, const PictureIndex *index, const SurveyedResource *group,
+                       std::vector<GroupMember> *members, size_t *missing)
+{
+    std::vector<BYTE> bytes;
+    std::vector<GroupEntry> entries;
+    size_t count;
+    members->clear();
+    *missing = 0;
+    if (!ReadSurveyedBytes(pages, group, &bytes) ||
+        !ReadGroupEntries(bytes.data(), bytes.size(), IsCursorGroup(group), &entries, &count))
+        return GroupUnreadable;
+    const DWORD least = IsCursorGroup(group) ? CURSOR_HOT_SPOT_SIZE : 0;
+    for (const GroupEntry &entry : entries) {
+        const SurveyedResource *picture = FindPicture(index, group, entry.number);
+        if (picture == nullptr)
+            continue;
+        // Only the group tells where a padded picture ends.
+        const int isPadded = index->isNe && entry.size > least;
+        const DWORD size = isPadded ? std::min(entry.size, picture->size) : picture->size;
+        members->push_back({entry, size, picture});
+    }
+    *missing = count - members->size();
+    return members->empty() ? GroupEmpty : GroupDone;
 }

@@ -1,0 +1,60 @@
+#include "cli/finished_file.h"
+
+#include <new>
+
+static FileResult Failed(const char *what)
+{
+    return {FileFailed, std::string(what) + ": " + FileErrorText() + ".", 0};
+}
+
+FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string &name,
+                    const std::function<WriteOutcome(FILE *)> &writer, std::vector<char> *buffer)
+{
+    if (stream == nullptr)
+        return Failed("The file cannot be created");
+    if (buffer != nullptr)
+        setvbuf(stream, buffer->data(), _IOFBF, buffer->size());
+    WriteOutcome outcome;
+    try {
+        outcome = writer(stream);
+    } catch (const std::bad_alloc &) {
+        fclose(stream);
+        DeleteInFolder(folder, name.c_str());
+        return {FileNoMemory, "", 0};
+    }
+    const int closed = fclose(stream) == 0;
+    if (outcome == WriteDone && closed)
+        return {FileDone, "", 0};
+    NoteStreamError();
+    DeleteInFolder(folder, name.c_str());
+    if (outcome == WriteDataUnavailable)
+        return {FileFailed, "The resource's data are not available.", 0};
+    FileResult result = Failed("The file cannot be written");
+    result.isDiskFull = DiskWasFull();
+    return result;
+}
+
+FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, const OutputFolder *to,
+                      const std::string &name, int replace)
+{
+    const MoveResult moved = MoveBetween(from, oldName.c_str(), to, name.c_str(), replace);
+    if (moved == MoveDone)
+        return {FileDone, "", 0};
+    // Before anything asks for memory.
+    DeleteInFolder(from, oldName.c_str());
+    if (moved == MoveExists)
+        return {FileInTheWay, "", 0};
+    return Failed("The file cannot be put in place");
+}
+
+FileResult MakeFile(const OutputFolder *folder, const std::string &name,
+                    const std::function<WriteOutcome(FILE *)> &writer, std::vector<char> *buffer,
+                    int replace)
+{
+    std::string beside;
+    FILE *stream = CreateUnfinishedFile(folder, &beside);
+    const FileResult filled = FillFile(folder, stream, beside, writer, buffer);
+    if (filled.outcome != FileDone)
+        return filled;
+    return PutInPlace(folder, beside, folder, name, replace);
+}
