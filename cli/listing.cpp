@@ -47,7 +47,7 @@ int FinishListing(Listing *listing, FILE *err)
     return !listing->failed;
 }
 
-static std::string Quoted(const std::string &text)
+std::string JsonText(const std::string &text)
 {
     return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
@@ -62,7 +62,7 @@ void AddField(JsonObject *object, const char *name, const std::string &json)
 
 void AddTextField(JsonObject *object, const char *name, const std::string &text)
 {
-    AddField(object, name, Quoted(text));
+    AddField(object, name, JsonText(text));
 }
 
 void AddNumberField(JsonObject *object, const char *name, unsigned long long number)
@@ -72,7 +72,7 @@ void AddNumberField(JsonObject *object, const char *name, unsigned long long num
 
 void AddIdField(JsonObject *object, const char *name, const SurveyId &id)
 {
-    AddField(object, name, id.isText ? Quoted(id.text) : std::to_string(id.number));
+    AddField(object, name, id.isText ? JsonText(id.text) : std::to_string(id.number));
 }
 
 void AddPictureFields(JsonObject *object, const PictureInfo *info)
@@ -86,7 +86,7 @@ void AddLanguageFields(JsonObject *object, WORD language)
 {
     const char *tag = LanguageTag(language);
     AddNumberField(object, "language", language);
-    AddField(object, "languageTag", tag == nullptr ? "null" : Quoted(tag));
+    AddField(object, "languageTag", tag == nullptr ? "null" : JsonText(tag));
 }
 
 void AppendObject(Listing *listing, const JsonObject &object)

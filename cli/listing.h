@@ -28,7 +28,10 @@ int FinishListing(Listing *listing, FILE *err);
 // own objects allocate while they are destroyed, which ends the program where that fails.
 typedef std::string JsonObject;
 
-// Add a field: a text in UTF-8 (what is not gets U+FFFD), a number, or a value that is JSON.
+// A text in UTF-8 as JSON; what is not UTF-8 gets U+FFFD.
+std::string JsonText(const std::string &text);
+
+// Add a field: a text in UTF-8, a number, or a value that is JSON.
 void AddTextField(JsonObject *object, const char *name, const std::string &text);
 void AddNumberField(JsonObject *object, const char *name, unsigned long long number);
 void AddField(JsonObject *object, const char *name, const std::string &json);

@@ -12,8 +12,5 @@ Bytes MakeMenu(std::string_view popup, std::string_view command, unsigned id, bo
 // A dialog with a line of text and an OK button.
 Bytes MakeDialog(std::string_view caption, std::string_view text, bool wide);
 
-// A version record with its fixed numbers and these texts, in US English.
-Bytes MakeVersion(std::string_view fileName, std::string_view description, bool wide);
-
 // The group of one cursor of 32 x 32 pixels, of `size` bytes.
 Bytes MakeCursorGroup(size_t size, unsigned id);

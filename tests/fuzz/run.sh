@@ -63,6 +63,7 @@ own_files() {
         png) echo platform/codec/codec.cpp platform/codec/codec_linux.cpp platform/codec/png_file.cpp ;;
         string_table) echo content/string_block.cpp viewer/pane.cpp export/writers.cpp ;;
         binary_data) echo viewer/pane.cpp export/writers.cpp exe/catalog.cpp ;;
+        version_info) echo content/version_info.cpp ;;
         wave) echo shell/sound.cpp platform/native/winmm/sound.cpp ;;
         module) echo platform/native/kernel/module_image.cpp ;;
         dialog) echo platform/native/user/dialog_template.cpp ;;
