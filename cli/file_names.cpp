@@ -48,6 +48,28 @@ std::string EncodeFileName(const std::string &name)
     return encoded;
 }
 
+std::string EncodeAnyName(const std::string &name)
+{
+    const std::string encoded = EncodeFileName(name);
+    const size_t first = encoded.find_first_not_of(". ");
+    const size_t last = encoded.find_last_not_of(". ");
+    std::string any;
+    for (size_t i = 0; i < encoded.size(); i++) {
+        if (first == std::string::npos || i < first || i > last)
+            AppendEncoded(any, (unsigned char)encoded[i]);
+        else
+            any += encoded[i];
+    }
+    return any.empty() ? "unnamed" : any;
+}
+
+std::string EncodeMarked(const std::string &word)
+{
+    std::string marked;
+    AppendEncoded(marked, (unsigned char)word[0]);
+    return marked + word.substr(1);
+}
+
 // Cuts UTF-8 text to at most `limit` bytes, between two characters and not inside a %XX.
 static std::string Shorten(const std::string &text, size_t limit)
 {
@@ -65,7 +87,9 @@ static std::string Shorten(const std::string &text, size_t limit)
 std::string NextFileName(NamesInFolder *folder, const std::string &encoded,
                          const std::string &extension)
 {
-    const std::string stem = Shorten(encoded, FILE_NAME_LIMIT - extension.size());
+    std::string stem = Shorten(encoded, FILE_NAME_LIMIT - extension.size());
+    if (extension.empty())
+        stem.resize(stem.find_last_not_of(". ") + 1);
     std::string name = stem + extension;
     if (folder->taken.insert(FoldName(name)).second)
         return name;

@@ -41,7 +41,7 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
 {
     ReadingOptions options;
     options.salvage = run->options->salvage;
-    options.hasAll = true;
+    options.allDoes = "lists";
     const ReadingResult result = ReadExecutable(file, run->tree, options, reason);
     if (result != ReadingDone)
         return result;

@@ -40,7 +40,7 @@ std::string FailureText()
 }
 
 // What a survey makes of a file that the catalogue's reader has nothing of.
-static std::string AdviseAll(FILE *file, const char *whenRead)
+static std::string AdviseAll(FILE *file, const std::string &whenRead)
 {
     FilePages pages;
     Survey survey;
@@ -67,9 +67,10 @@ ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &option
     ReleaseCatalog(&openCatalog);
     if (outcome == ProbeFailed && !isEmpty)
         *reason += " --salvage keeps what could be read.";
-    else if (options.hasAll)
-        *reason +=
-            AdviseAll(file, outcome == ProbeRead ? " --all lists them." : " --all reads it.");
+    else if (options.allDoes != nullptr)
+        *reason += AdviseAll(file, outcome == ProbeRead
+                                       ? std::string(" --all ") + options.allDoes + " them."
+                                       : " --all reads it.");
     return outcome == ProbeRead ? ReadingEmpty : ReadingRefused;
 }
 

@@ -18,7 +18,8 @@ FILE *OpenExecutable(const std::string &path, std::string *reason);
 
 struct ReadingOptions {
     bool salvage = false; // keep what a damaged file gave
-    bool hasAll = false;  // the command has --all, which a reason may name
+    // What the command does with --all, where it has that ("lists"): a reason may name it.
+    const char *allDoes = nullptr;
 };
 
 // Reads the file into openCatalog, which is empty before and, unless ReadingDone is returned,

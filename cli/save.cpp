@@ -1,6 +1,7 @@
 #include "cli/save.h"
 
 #include "cli/reading.h"
+#include "cli/save_all.h"
 #include "cli/save_folder.h"
 #include "cli/save_text.h"
 #include "exe/catalog.h"
@@ -38,6 +39,14 @@ struct TextLosses {
     std::string empty;  // of those that come out empty
 };
 
+// What is wrong with options that are given together, empty for nothing.
+static std::string CheckTogether(const SaveOptions &options)
+{
+    return options.all && !options.categories.empty()
+               ? "--all saves every kind; --category chooses among those that are saved without it."
+               : "";
+}
+
 // Makes the number of a category of its word, for the parser. Returns what is wrong with the word,
 // empty for nothing.
 static std::string CategoryNumber(std::string &word)
@@ -59,6 +68,8 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
     for (const Category &row : categories)
         choice += (choice.empty() ? "" : "|") + std::string(row.word);
     CLI::App *save = app.add_subcommand("save", "Save resources as BMP, ICO, TXT, WAV and BIN");
+    save->add_flag("--all", options->all,
+                   "Save every resource: any kind, any language, whole icons, 64-bit too");
     save->add_option("-o,--output", options->output,
                      "Folder to save to (default: the file's name and .resources, here); of "
                      "several files, the folder that theirs are made in")
@@ -75,7 +86,26 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
     save->add_flag("--utf8", options->utf8,
                    "String tables as UTF-8, with each string's identifier");
     save->add_option("FILE", options->files, "Executables or libraries")->required();
+    save->final_callback([options] {
+        const std::string wrong = CheckTogether(*options);
+        if (!wrong.empty())
+            throw CLI::ParseError(wrong, ExitUsage);
+    });
     return save;
+}
+
+// Whether a resource of this name, as UTF-8, is asked for.
+static int IsNameWanted(SaveRun *run, const std::string &name)
+{
+    if (run->options->names.empty())
+        return 1;
+    int wanted = 0;
+    const std::string folded = FoldName(name);
+    for (size_t i = 0; i < run->options->names.size(); i++) {
+        if (FoldName(run->options->names[i]) == folded)
+            wanted = run->nameMatched[i] = 1;
+    }
+    return wanted;
 }
 
 static int IsWanted(SaveRun *run, const ResourceEntry &entry)
@@ -83,15 +113,7 @@ static int IsWanted(SaveRun *run, const ResourceEntry &entry)
     const std::vector<DWORD> &kinds = run->options->categories;
     if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.category) == kinds.end())
         return 0;
-    if (run->options->names.empty())
-        return 1;
-    int wanted = 0;
-    const std::string name = FoldName(TextToUtf8(entry.name));
-    for (size_t i = 0; i < run->options->names.size(); i++) {
-        if (FoldName(run->options->names[i]) == name)
-            wanted = run->nameMatched[i] = 1;
-    }
-    return wanted;
+    return IsNameWanted(run, TextToUtf8(entry.name));
 }
 
 static void NoteLosses(const ResourceEntry &entry, const BYTE *data, TextLosses *losses)
@@ -152,15 +174,15 @@ static void SaveEntry(const SaveRun *run, SaveFolder *folder, const ResourceEntr
              });
 }
 
-static void ShowProgress(SaveRun *run, LONG done)
+static void ShowProgress(SaveRun *run, size_t done, size_t count)
 {
     const Clock::time_point now = Clock::now();
     if (now - run->start < std::chrono::seconds(1) ||
         now - run->lastProgress < std::chrono::milliseconds(100) || !IsTerminal(run->err))
         return;
     run->lastProgress = now;
-    fprintf(run->err, "\r%ld of %ld resources", (long)done, (long)openCatalog.count);
-    fflush(run->err);
+    PrintText(run->err,
+              "\r" + std::to_string(done) + " of " + std::to_string(count) + " resources");
 }
 
 static void ClearProgress(SaveRun *run)
@@ -170,22 +192,31 @@ static void ClearProgress(SaveRun *run)
     run->lastProgress = Clock::time_point();
 }
 
+// Whether the run goes on; done and count are resources of the file.
+static int GoOn(SaveRun *run, SaveFolder *folder, size_t done, size_t count)
+{
+    if (StopRequested()) {
+        ClearProgress(run);
+        FaultOf(folder, folder->source, "Stopped before everything was saved.");
+        run->isStopped = 1;
+        return 0;
+    }
+    if (done > 0)
+        ShowProgress(run, done, count);
+    return 1;
+}
+
 static void SaveEntries(SaveRun *run, SaveFolder *folder, const StringFormat &format,
                         TextLosses *losses)
 {
     ResourceEntry entry;
     for (LONG index = 0; index < openCatalog.count; index++) {
-        if (StopRequested()) {
-            ClearProgress(run);
-            FaultOf(folder, folder->source, "Stopped before everything was saved.");
-            run->isStopped = 1;
+        if (!GoOn(run, folder, (size_t)index, (size_t)openCatalog.count))
             return;
-        }
         if (GetEntry(openCatalog.entries, &entry, index) && IsWanted(run, entry))
             SaveEntry(run, folder, entry, format, losses);
         if (folder->isDiskFull || folder->isUnusable)
             break;
-        ShowProgress(run, index + 1);
     }
     ClearProgress(run);
 }
@@ -247,44 +278,87 @@ static void TellCount(SaveRun *run, const SaveFolder *folder)
         PrintText(run->err, "quillmoor-cli: How many files went where cannot be written.\n");
 }
 
-// Reads the file into openCatalog. Returns 0, with the reason told, when there is nothing to save.
-static int ReadForSaving(const SaveRun *run, const std::string &path, StringFormat *format)
+// Takes the outcome of a file's reading, and tells its reason. Returns whether there is something
+// to save.
+static int TakeReading(SaveRun *run, const std::string &path, ReadingResult result,
+                       const std::string &reason)
 {
-    std::string reason;
-    ReadingOptions reading;
-    reading.salvage = run->options->salvage;
-    FILE *file = OpenExecutable(path, &reason);
-    ReadingResult result = ReadingRefused;
-    if (file != nullptr) {
-        if (run->options->utf8)
-            *format = FormatOf(file);
-        result = ReadExecutable(file, nullptr, reading, &reason);
-        fclose(file);
-    }
     if (!reason.empty())
         PrintFault(run->err, path, reason);
+    if (result == ReadingRefused)
+        run->status = ExitFailed;
+    else
+        run->anyRead = 1;
     return result == ReadingDone;
+}
+
+// Save what the file holds. Return 0, with the reason told, when that is nothing.
+
+static int SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *losses)
+{
+    std::string reason;
+    StringFormat format = {};
+    ReadingOptions reading;
+    reading.salvage = run->options->salvage;
+    reading.allDoes = "saves";
+    if (run->options->utf8)
+        format = FormatOf(file);
+    const ReadingResult result = ReadExecutable(file, nullptr, reading, &reason);
+    if (!TakeReading(run, folder->source, result, reason))
+        return 0;
+    Guard(run, [&] { SaveEntries(run, folder, format, losses); });
+    return 1;
+}
+
+static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
+{
+    std::string reason;
+    FilePages pages;
+    Survey survey;
+    OpenPages(&pages, file);
+    const ReadingResult result =
+        SurveyExecutable(&pages, 0, run->options->salvage, &survey, &reason);
+    if (!TakeReading(run, folder->source, result, reason))
+        return 0;
+    AllSaving saving = {&pages, &survey, folder, 0, nullptr, nullptr};
+    Guard(run, [&] {
+        saving.isWanted = [run](const std::string &name) { return IsNameWanted(run, name); };
+        saving.goOn = [&](size_t done) { return GoOn(run, folder, done, survey.resources.size()); };
+        SaveEverything(&saving);
+    });
+    ClearProgress(run);
+    return 1;
+}
+
+// Finishes what was saved of a file.
+static void FinishFile(SaveRun *run, SaveFolder *folder, const TextLosses &losses)
+{
+    Guard(run, [&] {
+        if (FinishSaveFolder(folder) != ExitDone)
+            run->status = ExitFailed;
+    });
+    run->isStopped = run->isStopped || folder->isDiskFull;
+    Guard(run, [&] { TellLosses(run, folder, losses); });
+    Guard(run, [&] { TellCount(run, folder); });
 }
 
 static void SaveOne(SaveRun *run, const std::string &path)
 {
     SaveFolder folder = {};
     TextLosses losses;
-    StringFormat format = {};
+    std::string reason;
     PlaceFolder(run, path, &folder);
-    if (!ReadForSaving(run, path, &format)) {
-        run->status = ExitFailed;
+    FILE *file = OpenExecutable(path, &reason);
+    if (file == nullptr) {
+        TakeReading(run, path, ReadingRefused, reason);
         return;
     }
-    run->anyRead = 1;
-    Guard(run, [&] { SaveEntries(run, &folder, format, &losses); });
     Guard(run, [&] {
-        if (FinishSaveFolder(&folder) != ExitDone)
-            run->status = ExitFailed;
+        if (run->options->all ? SaveSurveyed(run, file, &folder)
+                              : SaveKept(run, file, &folder, &losses))
+            FinishFile(run, &folder, losses);
     });
-    run->isStopped = run->isStopped || folder.isDiskFull;
-    Guard(run, [&] { TellLosses(run, &folder, losses); });
-    Guard(run, [&] { TellCount(run, &folder); });
+    fclose(file);
     ReleaseCatalog(&openCatalog);
 }
 

@@ -82,8 +82,9 @@ static LabelFolder *FindFolder(SaveFolder *folder, const std::string &label)
             found->folder = OpenSubfolder(folder->output, label.c_str());
         else
             found->folder = MakeUnfinishedFolder(folder->output, &found->unfinished);
-        if (folder->labels.size() == 1 && found->folder != nullptr)
+        if (!folder->isLookedAt && found->folder != nullptr)
             TellLeftOver(folder, found->unfinished);
+        folder->isLookedAt = folder->isLookedAt || found->folder != nullptr;
         if (found->folder == nullptr)
             FaultOf(folder, Shown(folder, label),
                     std::string("The folder cannot be used: ") + FileErrorText() + ".");
@@ -131,7 +132,7 @@ static void DropFolder(const SaveFolder *folder, const LabelFolder &dropped)
     DeleteSubfolder(folder->output, dropped.unfinished.c_str());
 }
 
-static void FinishLabel(SaveFolder *folder, const std::string &label, const LabelFolder &finished)
+static void FinishPlace(SaveFolder *folder, const std::string &label, const LabelFolder &finished)
 {
     const int isUnfinished = finished.folder != nullptr && !finished.unfinished.empty();
     if (isUnfinished && (folder->isDiskFull || finished.made.empty())) {
@@ -158,8 +159,9 @@ std::string SaveFile(SaveFolder *folder, const std::string &label, const std::st
     LabelFolder *place = OpenOnce(folder) ? FindFolder(folder, label) : nullptr;
     if (place == nullptr || place->folder == nullptr)
         return "";
-    const std::string fileName = NextFileName(&place->names, EncodeFileName(name), extension);
-    const std::string shown = Shown(folder, label, fileName);
+    const std::string encoded = EncodeFileName(name);
+    std::string fileName = NextFileName(&place->names, encoded, extension);
+    std::string shown = Shown(folder, label, fileName);
     if (place->unfinished.empty()) {
         if (TakeResult(
                 folder, shown,
@@ -170,10 +172,26 @@ std::string SaveFile(SaveFolder *folder, const std::string &label, const std::st
     // Told before it is there, so that no want of memory leaves one that nobody knows of.
     place->made.push_back(fileName);
     FILE *stream = CreateNewFile(place->folder, fileName.c_str());
+    while (stream == nullptr && NameWasTaken()) {
+        fileName = NextFileName(&place->names, encoded, extension);
+        shown = Shown(folder, label, fileName);
+        place->made.back() = fileName;
+        stream = CreateNewFile(place->folder, fileName.c_str());
+    }
     if (!TakeResult(folder, shown,
                     FillFile(place->folder, stream, fileName, writer, &folder->buffer)))
         place->made.pop_back();
     return shown;
+}
+
+void FinishLabel(SaveFolder *folder, const std::string &label)
+{
+    const auto found = folder->labels.find(label);
+    if (found == folder->labels.end())
+        return;
+    const LabelFolder finished = std::move(found->second);
+    folder->labels.erase(found);
+    FinishPlace(folder, label, finished);
 }
 
 ExitStatus FinishSaveFolder(SaveFolder *folder)
@@ -181,7 +199,7 @@ ExitStatus FinishSaveFolder(SaveFolder *folder)
     // A step that runs out of memory does not stop the next one.
     for (const auto &[label, finished] : folder->labels) {
         try {
-            FinishLabel(folder, label, finished);
+            FinishPlace(folder, label, finished);
         } catch (const std::bad_alloc &) {
             PrintNoMemory(folder->err);
             folder->status = ExitFailed;

@@ -29,11 +29,12 @@ struct SaveFolder {
     int isGiven;        // whether the user gave its path, which is its name then
     int replaces;       // files that are there already
     OutputFolder *output;
-    int isUnusable; // it could not be made
-    std::map<std::string, LabelFolder> labels;
-    std::vector<char> buffer; // of the one file that is written; most fit whole
-    size_t count;             // files that have their names
-    size_t inTheWay;          // files that were there already
+    int isUnusable;                            // it could not be made
+    std::map<std::string, LabelFolder> labels; // that are not finished
+    int isLookedAt;                            // for what other runs left
+    std::vector<char> buffer;                  // of the one file that is written; most fit whole
+    size_t count;                              // files that have their names
+    size_t inTheWay;                           // files that were there already
     std::string firstInTheWay;
     ExitStatus status;
     int isDiskFull; // nothing more is written
@@ -45,11 +46,16 @@ std::string FolderPath(const SaveFolder *folder);
 // Tells a failure of the run.
 void FaultOf(SaveFolder *folder, const std::string &path, const std::string &text);
 
-// Saves one file, which the writer fills: a name as it is to be encoded, and its extension. What
+// Saves one file, which the writer fills: a name as it is to be encoded, and its extension. One
+// whose name the file system takes for that of another gets the next one. What
 // fails is told, and leaves no part of a file. Returns the file's path, as messages name it.
 std::string SaveFile(SaveFolder *folder, const std::string &label, const std::string &name,
                      const std::string &extension,
                      const std::function<WriteOutcome(FILE *)> &writer);
+
+// Gives what was made below a label its name, when no more of it comes: a file may have more labels
+// than files can be open.
+void FinishLabel(SaveFolder *folder, const std::string &label);
 
 // Gives what was made its name, tells once of all the files that were in the way, and closes the
 // folder. Returns the status of all that was done.

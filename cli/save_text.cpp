@@ -1,25 +1,31 @@
 #include "cli/save_text.h"
 
+#include "cli/listing.h"
 #include "cli/reading.h"
 #include "content/string_block.h"
 #include "platform/byte_reader.h"
 #include "platform/page_text.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
+
+std::string Utf8Texts(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
+                      int *isWhole)
+{
+    std::vector<TableText> texts;
+    std::string lines;
+    *isWhole = ReadStringTable(data, size, format, firstId, &texts);
+    for (const TableText &text : texts)
+        lines += std::to_string(text.id) + ",\t" + JsonText(text.text) + "\r\n";
+    return lines;
+}
 
 WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
                             int64_t firstId)
 {
-    std::vector<TableText> texts;
-    ReadStringTable(data, size, format, firstId, &texts);
-    for (const TableText &text : texts) {
-        const auto replace = nlohmann::json::error_handler_t::replace;
-        const std::string line = std::to_string(text.id) + ",\t" +
-                                 nlohmann::json(text.text).dump(-1, ' ', false, replace) + "\r\n";
-        if (fwrite(line.data(), 1, line.size(), stream) != line.size())
-            return WriteShort;
-    }
+    int isWhole;
+    const std::string lines = Utf8Texts(data, size, format, firstId, &isWhole);
+    if (fwrite(lines.data(), 1, lines.size(), stream) != lines.size())
+        return WriteShort;
     return fflush(stream) == 0 ? WriteDone : WriteShort;
 }
 

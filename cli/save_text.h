@@ -7,9 +7,13 @@
 
 #include <string>
 
-// Writes a block's strings: identifier, comma, tab, the text in UTF-8 between double quotes with
-// the escapes of JSON, carriage return and line feed. A block without a number has none: its
-// strings count from 0.
+// A block's strings that are not empty, a line each: identifier, comma, tab, the text in UTF-8
+// between double quotes with the escapes of JSON, carriage return and line feed. A block without a
+// number has none: its strings count from 0. isWhole tells whether the block has all its strings.
+std::string Utf8Texts(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
+                      int *isWhole);
+
+// Writes what of them is whole.
 WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
                             int64_t firstId);
 

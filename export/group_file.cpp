@@ -2,7 +2,10 @@
 
 #include "content/byte_writer.h"
 #include "content/dib.h"
+#include "content/picture_info.h"
 #include "exe/catalog.h"
+#include "exe/survey.h"
+#include "exe/type_names.h"
 
 #include <algorithm>
 #include <cstring>
@@ -65,31 +68,54 @@ static int AddPicture(FilePages *pages, const GroupMember *member, size_t entryO
     return 1;
 }
 
-GroupOutcome MakeGroupFile(FilePages *pages, const PictureIndex *index,
-                           const SurveyedResource *group, GroupFile *file)
+// Makes the file of its members.
+static GroupOutcome FillGroupFile(FilePages *pages, int isCursor, GroupFile *file)
 {
-    std::vector<GroupMember> members;
-    file->bytes.clear();
-    const GroupOutcome outcome = ReadGroup(pages, index, group, &members, &file->missing);
-    if (outcome != GroupDone)
-        return outcome;
-    const size_t directorySize = FILE_HEADER_SIZE + members.size() * FILE_ENTRY_SIZE;
+    const size_t directorySize = FILE_HEADER_SIZE + file->members.size() * FILE_ENTRY_SIZE;
     unsigned long long total = directorySize;
-    for (const GroupMember &member : members)
+    for (const GroupMember &member : file->members)
         total += member.size;
     if (total > std::min<unsigned long long>(KeptBytesLimit(pages->length), MOST_FILE_BYTES))
         return GroupTooLarge;
     file->bytes.reserve((size_t)total);
     file->bytes.resize(directorySize);
-    PutU16(file->bytes.data() + 2, IsCursorGroup(group) ? 2 : 1);
-    PutU16(file->bytes.data() + 4, (WORD)members.size());
+    PutU16(file->bytes.data() + 2, isCursor ? 2 : 1);
+    PutU16(file->bytes.data() + 4, (WORD)file->members.size());
     size_t entry = FILE_HEADER_SIZE;
-    for (const GroupMember &member : members) {
-        if (!AddPicture(pages, &member, entry, IsCursorGroup(group), &file->bytes)) {
+    for (const GroupMember &member : file->members) {
+        if (!AddPicture(pages, &member, entry, isCursor, &file->bytes)) {
             file->bytes.clear();
             return GroupUnreadable;
         }
         entry += FILE_ENTRY_SIZE;
     }
     return GroupDone;
+}
+
+GroupOutcome MakeGroupFile(FilePages *pages, const PictureIndex *index,
+                           const SurveyedResource *group, GroupFile *file)
+{
+    file->bytes.clear();
+    const GroupOutcome outcome = ReadGroup(pages, index, group, &file->members, &file->missing);
+    return outcome == GroupDone ? FillGroupFile(pages, IsCursorGroup(group), file) : outcome;
+}
+
+int MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file)
+{
+    const int isCursor = !picture->type.isText && picture->type.number == TYPE_CURSOR;
+    BYTE start[PICTURE_START_SIZE];
+    PictureInfo info;
+    const size_t size = ReadSurveyedStart(pages, picture, start, sizeof start);
+    *file = {};
+    if (!ReadPictureInfo(start, size, isCursor ? PictureCursor : PictureIcon, &info))
+        return 0;
+    GroupMember member = {{}, picture->size, picture};
+    member.told.width = DirectoryLength((unsigned)info.width);
+    // As compilers tell a cursor's, with its mask.
+    member.told.height = (WORD)(DirectoryLength((unsigned)info.height) * (isCursor ? 2 : 1));
+    member.told.colorCount = info.bits < 8 ? (BYTE)(1 << info.bits) : (BYTE)0;
+    member.told.planes = 1;
+    member.told.bitCount = (WORD)info.bits;
+    file->members.push_back(member);
+    return FillGroupFile(pages, isCursor, file) == GroupDone;
 }

@@ -16,8 +16,9 @@
 #include "exe/picture_groups.h"
 
 struct GroupFile {
-    std::vector<BYTE> bytes; // of the .ico or .cur file
-    size_t missing;          // pictures that the group names and the file lacks
+    std::vector<BYTE> bytes;          // of the .ico or .cur file
+    std::vector<GroupMember> members; // whose pictures are in it, in its order
+    size_t missing;                   // pictures that the group names and the file lacks
 };
 
 // Makes the whole file of a group of icons or cursors. A cursor's hot spot goes from its picture
@@ -25,3 +26,7 @@ struct GroupFile {
 // tell in the group. Unless it returns GroupDone there are no bytes.
 GroupOutcome MakeGroupFile(FilePages *pages, const PictureIndex *index,
                            const SurveyedResource *group, GroupFile *file);
+
+// Makes the file of one icon's or cursor's picture alone. Returns 0, with no bytes, when it cannot
+// be read, does not begin as a picture or is longer than what is made of a file of this size.
+int MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file);

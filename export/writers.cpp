@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 
-#define BMP_HEADER_SIZE 14
 #define ICO_HEADER_SIZE 22
 
 static WriteOutcome WriteBytes(FILE *stream, const void *bytes, size_t size)
@@ -16,13 +16,21 @@ static WriteOutcome WriteBytes(FILE *stream, const void *bytes, size_t size)
     return fwrite(bytes, 1, size, stream) == size ? WriteDone : WriteShort;
 }
 
+void FillBmpHeader(BYTE header[BMP_HEADER_SIZE], DWORD size, DWORD pixelStart)
+{
+    memset(header, 0, BMP_HEADER_SIZE);
+    header[0] = 'B';
+    header[1] = 'M';
+    PutU32(header + 2, BMP_HEADER_SIZE + size);
+    PutU32(header + 10, BMP_HEADER_SIZE + pixelStart);
+}
+
 static WriteOutcome WriteBmp(FILE *stream, const ResourceEntry *entry, const BYTE *data)
 {
-    BYTE header[BMP_HEADER_SIZE] = {'B', 'M'};
+    BYTE header[BMP_HEADER_SIZE];
     DibHeader dib;
     ReadDibHeader(data, entry->size, &dib);
-    PutU32(header + 2, BMP_HEADER_SIZE + entry->size);
-    PutU32(header + 10, (DWORD)(BMP_HEADER_SIZE + DibPixelStart(&dib)));
+    FillBmpHeader(header, entry->size, (DWORD)DibPixelStart(&dib));
     if (WriteBytes(stream, header, sizeof header) != WriteDone)
         return WriteShort;
     return WriteBytes(stream, data, entry->size);

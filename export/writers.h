@@ -15,7 +15,13 @@ enum WriteOutcome {
     WriteShort,           // a write, or the closing, came back short
 };
 
-// A BMP file: a 14-byte file header (Microsoft's BITMAPFILEHEADER), then the data as stored.
+#define BMP_HEADER_SIZE 14
+
+// Fills the header of a BMP file (Microsoft's BITMAPFILEHEADER) of size bytes behind it, whose
+// pixels begin pixelStart bytes behind it.
+void FillBmpHeader(BYTE header[BMP_HEADER_SIZE], DWORD size, DWORD pixelStart);
+
+// A BMP file: a 14-byte file header, then the data as stored.
 WriteOutcome WriteBmpStream(FILE *stream, const ResourceEntry *entry);
 WriteOutcome WriteBmpFile(const char *name, const ResourceEntry *entry);
 

@@ -270,6 +270,37 @@ static void WriteIcons(const TempFolder &folder)
     folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
 }
 
+// One of each form that a resource is saved in, and names and types that lead elsewhere, are taken
+// for another or meet.
+static void WriteSavedWhole(const TempFolder &folder)
+{
+    Bytes wide = {0xFF, 0xFE};
+    AddEndedText(wide, "\r\n<?xml version", true);
+    folder.Write("forms.dll",
+                 BuildPe({.resources = {{8, 1, Text("font")},
+                                        {10, 1, MakePng(MakePicture(1, 1, 0xFF336699))},
+                                        {10, 2, Text("\xFF\xD8\xFF\xE0")},
+                                        {10, 3, Text("GIF89a")},
+                                        {10, 4, Text("riff....AVI LIST")},
+                                        {10, 5, Text("RIFF....ACON")},
+                                        {10, 6, Text("%PDF-1.7")},
+                                        {10, 7, wide},
+                                        {23, 1, Text("\xEF\xBB\xBF <!DocType HTML>")},
+                                        {23, 2, Text("<html5>")},
+                                        {16, 1, MakeVersion("a.b", "\xA9", true)},
+                                        {16, 1, Text("no version"), 0x407},
+                                        {24, 2, Text("<assembly>")}}})
+                     .bytes);
+    std::vector<ResourceDescription> meeting;
+    for (const char16_t *type : {u"..", u".", u"", u" ", u"BITMAP", u"bitmap", u"2", u"COM1.x",
+                                 u".unfinished-1", u"a/b", u"a%2Fb", u"end. "})
+        meeting.push_back({type, u"..", Text("of a text")});
+    for (const char16_t *name : {u"", u"unnamed", u"UNNAMED", u"1", u"../up", u"\u202E", u"x "})
+        meeting.push_back({2, name, Text("named")});
+    meeting.push_back({2, 1, Text("numbered")});
+    folder.Write("meeting.dll", BuildPe({.resources = meeting, .keepOrder = true}).bytes);
+}
+
 static Bytes OneMessage()
 {
     Bytes table;
@@ -298,6 +329,7 @@ static void WriteStrings(const TempFolder &folder)
 static void WriteFiles(const TempFolder &folder)
 {
     WriteIcons(folder);
+    WriteSavedWhole(folder);
     WriteStrings(folder);
     WritePe(folder);
     WriteNe(folder);

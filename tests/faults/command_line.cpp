@@ -71,7 +71,9 @@ static BuiltExecutable BuildKinds()
     const Bytes icon = MakeIconImage(MakePicture(4, 4, 0xFF112233), 32);
     return BuildPe({.resources = {{2, 10, MakeDib(MakePicture(3, 3, 0xFF112233), 24)},
                                   {3, 1, icon},
+                                  {3, 2, icon},
                                   {14, 1, MakeIconGroup({{4, 4, 32, icon.size(), 1}})},
+                                  {16, 1, MakeVersion("a.b", "c", true)},
                                   {6, 7, MakeStringBlock({u"Hello, all"})},
                                   {10, u"T\u00C9", {'R', 'A', 'W'}},
                                   {10, u"t\u00E9", {'R', 'A', 'W', '2'}}}});
@@ -87,6 +89,9 @@ struct Command {
 static const std::vector<const char *> categories = {"BITMAP", "ICON", "STRING TABLE",
                                                      "BINARY DATA"};
 
+static const std::vector<const char *> types = {"BITMAP", "GROUP_ICON", "ICON",
+                                                "RCDATA", "STRING",     "VERSION"};
+
 static const Command commands[] = {
     {"list", {"list", "FILE"}},
     {"list --json", {"list", "--json", "FILE"}},
@@ -95,6 +100,8 @@ static const Command commands[] = {
     {"save", {"save", "--output", "OUT", "FILE"}},
     {"save into folders", {"save", "--output", "OUT", "FILE"}, categories},
     {"save --utf8", {"save", "--utf8", "--output", "OUT", "FILE"}},
+    {"save --all", {"save", "--all", "--output", "OUT", "FILE"}},
+    {"save --all into folders", {"save", "--all", "--output", "OUT", "FILE"}, types},
     {"icon", {"icon", "FILE", "OUT/icon.ico"}, {"."}},
     {"icon --size", {"icon", "--size", "4", "FILE", "OUT/icon.png"}, {"."}},
     {"strings", {"strings", "FILE"}},
