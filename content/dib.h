@@ -86,8 +86,8 @@ DWORD BlendOverWhite(DWORD value);
 // pixel blended over white. The caller frees it. NULL on failure.
 HGLOBAL FlattenOverWhite(const void *source, int isIcon);
 
-// Makes a one-bit black and white block of a locked icon image's mask: white is transparent. The
-// caller frees it. NULL on failure.
+// Makes a one-bit black and white block of a locked icon image's mask: white is transparent. One of
+// 32 bits may lack it and is none for this. The caller frees it. NULL on failure.
 HGLOBAL CopyIconMask(const void *icon);
 
 // Makes a block of a locked icon image's colour part alone. The caller frees it. NULL on failure.

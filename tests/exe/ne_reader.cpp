@@ -56,5 +56,6 @@ TEST(NeReader, SurvivesEveryCutAndEveryWildByte)
 {
     const Bytes good =
         BuildNe({.resources = {{2, 1, Text("picture")}, {3, u"ICON", Text("icon")}}}).bytes;
-    ExpectTold(TellDamaged(good), EXE_FOLDER "/damaged_ne.txt", TOLD_FOLDER "/damaged_ne.told.txt");
+    ExpectTold(TellDamagedFile(good), EXE_FOLDER "/damaged_ne.txt",
+               TOLD_FOLDER "/damaged_ne.told.txt");
 }

@@ -108,6 +108,6 @@ TEST(PeReader, RefusesDataThatAreNamedOverAndOver)
 // Whatever a file holds, reading it ends and stays inside it (the sanitizer watches).
 TEST(PeReader, SurvivesEveryCutAndEveryWildByte)
 {
-    ExpectTold(TellDamaged(BuildThree().bytes), EXE_FOLDER "/damaged_pe.txt",
+    ExpectTold(TellDamagedFile(BuildThree().bytes), EXE_FOLDER "/damaged_pe.txt",
                TOLD_FOLDER "/damaged_pe.told.txt");
 }

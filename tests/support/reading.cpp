@@ -1,11 +1,10 @@
 #include "tests/support/reading.h"
 
 #include "exe/tree_items.h"
+#include "tests/support/damage.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 Reading ReadBytes(const Bytes &bytes)
 {
@@ -49,35 +48,7 @@ static std::string OutcomeOf(const Bytes &bytes)
     return outcome;
 }
 
-// Tells the outcomes for 0, 1, 2 and so on, those that follow one another and are the same once.
-static void TellOutcomes(std::vector<std::string> *told, const std::string &heading, size_t count,
-                         const std::function<std::string(size_t)> &outcomeFor)
+std::vector<std::string> TellDamagedFile(const Bytes &good)
 {
-    told->push_back(heading);
-    std::string last = outcomeFor(0);
-    for (size_t first = 0, at = 1; at <= count; at++) {
-        const std::string outcome = at < count ? outcomeFor(at) : "";
-        if (outcome == last)
-            continue;
-        told->push_back(std::to_string(first) + " to " + std::to_string(at - 1) + ": " + last);
-        first = at;
-        last = outcome;
-    }
-}
-
-std::vector<std::string> TellDamaged(const Bytes &good)
-{
-    std::vector<std::string> told;
-    TellOutcomes(&told, "Cut to this many bytes:", good.size(), [&](size_t length) {
-        return OutcomeOf(Bytes(good.begin(), good.begin() + (ptrdiff_t)length));
-    });
-    // None that makes a letter which the system finds another for.
-    for (const int value : {0x00, 0x80, 0xFE})
-        TellOutcomes(&told, "This byte is " + std::to_string(value) + ":", good.size(),
-                     [&](size_t at) {
-                         Bytes bytes = good;
-                         bytes[at] = (unsigned char)value;
-                         return OutcomeOf(bytes);
-                     });
-    return told;
+    return TellDamaged(good, good.size(), OutcomeOf);
 }

@@ -18,7 +18,7 @@ struct Reading {
 // Reads a file wherever it is cut, and with each byte wild, and tells what comes of it. Expects
 // that a reading that succeeds has noted no failure, one that fails has, and no entry is longer
 // than the file.
-std::vector<std::string> TellDamaged(const Bytes &good);
+std::vector<std::string> TellDamagedFile(const Bytes &good);
 
 // Reads the bytes with no tree; the catalogue is empty again afterwards.
 Reading ReadBytes(const Bytes &bytes);

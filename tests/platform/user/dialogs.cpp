@@ -104,7 +104,7 @@ TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndKeysTheFocusedButt
             HWND ok = GetDlgItem(dialog, IDOK);
             SetFocus(ok);
             PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
-            SendMessageA(dialog, WM_CLOSE, 0, 0);
+            EXPECT_EQ(SendMessageA(dialog, WM_CLOSE, 0, 0), 0);
             PostMessageA(ok, WM_KEYDOWN, key, 0);
             PostMessageA(ok, WM_KEYDOWN + 1, key, 0); // on Windows the space bar's release counts
         };

@@ -27,7 +27,8 @@ static void TellWidget(Lines *told, QWidget *widget, const std::string &indent)
         line += " " + std::to_string(value);
     line += " \"" + text.toStdString() + "\"";
     line += std::string(widget->isVisible() ? "" : " hidden") +
-            (widget->isEnabled() ? "" : " disabled") + (widget->hasFocus() ? " focus" : "");
+            (widget->isEnabled() ? "" : " disabled") + (widget->hasFocus() ? " focus" : "") +
+            (widget->palette().color(QPalette::Base).lightness() < 128 ? " dark" : "");
     told->push_back(line);
     for (const QAction *action : widget->actions())
         told->push_back(indent + "  item \"" + action->text().toStdString() + "\"" +
@@ -65,6 +66,8 @@ TEST(QtLooks, AreWhatTheirTextTells)
     // The host module lies beside the program.
     std::filesystem::current_path(
         std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path());
+    // A dark desktop darkens its menus, not what the program draws.
+    QApplication::setPalette(QPalette(QColor(40, 40, 40)));
     char none[] = "";
     ASSERT_TRUE(StartUp(GetModuleHandleA(nullptr), none, SW_SHOWNORMAL));
     RunUntilIdle();
@@ -85,5 +88,6 @@ TEST(QtLooks, AreWhatTheirTextTells)
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0))
         DispatchMessageA(&message);
+    QApplication::setPalette(QPalette());
     ExpectTold(told, QT_FOLDER "/looks.txt", TOLD_FOLDER "/looks.told.txt");
 }
