@@ -234,6 +234,16 @@ static void WriteSurveyed(const TempFolder &folder)
     folder.Write("unpacks.exe", unpacks.bytes);
 }
 
+static void WriteTypes(const TempFolder &folder)
+{
+    ExecutableDescription description;
+    for (int type = 1; type <= 25; type++)
+        description.resources.push_back({type, 1, {1}});
+    for (const int type : {240, 241, 242})
+        description.resources.push_back({type, 1, {1}});
+    folder.Write("numbers.dll", BuildPe(description).bytes);
+}
+
 static void WriteRefused(const TempFolder &folder)
 {
     folder.Write("empty", {});
@@ -334,6 +344,7 @@ static void WriteFiles(const TempFolder &folder)
     WritePe(folder);
     WriteNe(folder);
     WriteRefused(folder);
+    WriteTypes(folder);
     WriteSurveyed(folder);
     BuiltExecutable damaged = BuildFour();
     folder.Write("four.dll", damaged.bytes);
