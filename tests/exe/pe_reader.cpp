@@ -1,4 +1,6 @@
+#include "exe/tree_items.h"
 #include "tests/support/reading.h"
+#include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +105,20 @@ TEST(PeReader, RefusesDataThatAreNamedOverAndOver)
     const Reading reading = ReadBytes(built.bytes);
     EXPECT_EQ(reading.failure, FailureKeptBytes);
     EXPECT_EQ(reading.entries.size(), 2u); // below twice the file
+}
+
+TEST(PeReader, ReadsFilesBelowFourGigabytes)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("large.dll", BuildThree().bytes);
+    for (const bool isTooLarge : {false, true}) {
+        std::filesystem::resize_file(path, (1ull << 32) - !isTooLarge);
+        FILE *file = fopen(path.c_str(), "rb");
+        ProbeFile(nullptr, file);
+        fclose(file);
+        EXPECT_EQ(NotedFailure(), isTooLarge ? FailureTooLarge : FailureNone);
+        ReleaseCatalog(&openCatalog);
+    }
 }
 
 // Whatever a file holds, reading it ends and stays inside it (the sanitizer watches).

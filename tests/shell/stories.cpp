@@ -446,7 +446,9 @@ TEST(Stories, HelpAndAbout)
     Step("help, with nothing", [] {
         outside.application.clear();
         PressNext(IDOK);
+        const std::filesystem::path folder = std::filesystem::current_path();
         Command(IDM_HELP);
+        EXPECT_EQ(std::filesystem::current_path(), folder);
     });
     Step("about", [] {
         PressNext(IDCANCEL);

@@ -221,12 +221,18 @@ TEST_F(DialogTest, IsNotShownWithoutATemplate)
 TEST_F(DialogTest, AMessageBoxIsAnsweredAndGoesWithItsOwner)
 {
     HWND boxOwner = Make("owner", nullptr, WS_POPUP | WS_VISIBLE);
-    actions[WM_USER] = [](HWND window, WPARAM, LPARAM) -> LRESULT {
+    int answer = 0;
+    actions[WM_USER] = [&](HWND window, WPARAM, LPARAM) -> LRESULT {
         EXPECT_NE(DialogAbove(window), nullptr);
-        return PostMessageA(DialogAbove(window), WM_COMMAND, IDOK, 0);
+        PostMessageA(DialogAbove(window), WM_COMMAND, 55, 0);
+        return PostMessageA(DialogAbove(window), WM_COMMAND, (WPARAM)answer, 0);
     };
-    PostMessageA(boxOwner, WM_USER, 0, 0);
-    EXPECT_EQ(MessageBoxA(boxOwner, "A text & more", "Message", MB_ICONINFORMATION), IDOK);
+    for (const int given : {IDOK, IDCANCEL}) {
+        answer = given;
+        PostMessageA(boxOwner, WM_USER, 0, 0);
+        const int got = MessageBoxA(boxOwner, "A text & more", "Message", MB_ICONINFORMATION);
+        EXPECT_TRUE(got == IDOK || (got == IDCANCEL && given == IDCANCEL)) << got; // both are used
+    }
     actions[WM_USER] = [](HWND window, WPARAM, LPARAM) -> LRESULT { return DestroyWindow(window); };
     PostMessageA(boxOwner, WM_USER, 0, 0);
     MessageBoxA(boxOwner, "A text", "Message", MB_ICONINFORMATION);

@@ -235,7 +235,9 @@ TEST_F(MessageTest, APointFindsTheTopmostWindowThatShowsAndTakesInput)
     EXPECT_EQ(WindowFromPoint(point), above);
     MoveWindow(child, 0, 0, 50, 50, TRUE);
     EXPECT_EQ(WindowFromPoint(point), child);
+    EXPECT_EQ(WindowFromPoint({149, 149}), child);
     EXPECT_NE(WindowFromPoint({150, 110}), child);
+    EXPECT_NE(WindowFromPoint({110, 150}), child);
     TakeInput(child, false);
     EXPECT_EQ(WindowFromPoint(point), above);
     TakeInput(above, false);

@@ -167,7 +167,8 @@ static int SaveUntil(const TempFolder &folder, int signal, std::chrono::microsec
     const pid_t child = fork();
     if (child == 0) {
         const int null = open("/dev/null", O_RDWR);
-        dup2(null, STDERR_FILENO);
+        for (const int told : {STDOUT_FILENO, STDERR_FILENO})
+            dup2(null, told);
         execl(BUILD_FOLDER "/quillmoor-cli", "quillmoor-cli", "save", "--force", "--output",
               folder.Path("out").c_str(), folder.Path("many.dll").c_str(), nullptr);
         _exit(99);

@@ -14,6 +14,9 @@ TEST(QtText, FontsFitTheirCellAndCaptionsAreUtf8OrTheCodePage)
         MeasureFont(font, &size);
         EXPECT_LE(size.ascent + size.descent, font.height);
         EXPECT_GE(size.ascent + size.descent, font.height - 2);
+        FontSize again; // in a cell that it fills
+        MeasureFont({size.ascent + size.descent, 0, font.face}, &again);
+        EXPECT_EQ(again.ascent, size.ascent);
     }
     const Font courier = {13, 0, "Courier New"};
     EXPECT_EQ(MeasureText(courier, "iiii", 4), MeasureText(courier, "WWWW", 4));

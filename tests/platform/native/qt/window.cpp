@@ -24,6 +24,7 @@
 #include "platform/native/qt/display.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/text.h"
+#include "platform/native/user/input.h"
 #include "platform/native/user/window_table.h"
 #include "samples/builder/builder.h"
 #include "shell/main_window.h"
@@ -403,8 +404,10 @@ TEST_F(QtWindow, TheAboutBoxIsDrivenByKeys)
         stayedOpen = Shown<QWidget>() == box;
         PressKey(box->findChild<QPushButton *>(), Qt::Key_Return);
     };
+    SetFocus(GetDlgItem(globals.mainWindow, IDC_TREE));
     Command(IDM_ABOUT, {{isShown, lookAndEscape}, {[] { return true; }, confirm}});
     EXPECT_TRUE(stayedOpen);
+    EXPECT_EQ(FocusWindow(), GetDlgItem(globals.mainWindow, IDC_TREE));
     EXPECT_EQ(names.filter("Quillmoor version 3.0a").size(), 1);
     EXPECT_TRUE(names.contains("Picture") && names.contains("OK"));
     EXPECT_FALSE(isShown());
