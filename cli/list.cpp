@@ -2,6 +2,7 @@
 
 #include "cli/list_catalog.h"
 #include "cli/list_survey.h"
+#include "cli/numbers.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
 #include "platform/console.h"
@@ -17,6 +18,7 @@ CLI::App *AddListCommand(CLI::App &app, ListOptions *options)
                    "Print every resource: any kind, any language, 64-bit too");
     list->add_flag("--json", options->json, "Print one JSON object a line, in the file's order");
     list->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
+    AddCodePageOption(list, "Code page of names in 16-bit files", &options->codePage);
     list->add_option("FILE", options->files, "Executables or libraries")->required();
     return list;
 }
@@ -46,10 +48,12 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
     if (result != ReadingDone)
         return result;
     AppendHeading(run, path);
+    // A PE file's names are in the ANSI page.
+    const UINT codePage = IsNeFile(file) ? run->options->codePage : 0;
     if (run->options->json)
-        AppendCatalog(&run->listing, path, file);
+        AppendCatalog(&run->listing, path, file, codePage);
     else
-        AppendTree(&run->listing, run->tree);
+        AppendTree(&run->listing, run->tree, codePage);
     ReleaseCatalog(&openCatalog);
     return result;
 }
@@ -61,7 +65,7 @@ static ReadingResult ListSurvey(ListRun *run, const std::string &path, FILE *fil
     Survey survey;
     OpenPages(&pages, file);
     const ReadingResult result =
-        SurveyExecutable(&pages, 0, run->options->salvage, &survey, reason);
+        SurveyExecutable(&pages, run->options->codePage, run->options->salvage, &survey, reason);
     if (result != ReadingDone)
         return result;
     AppendHeading(run, path);

@@ -16,6 +16,7 @@ struct ListOptions {
     bool all = false;
     bool json = false;
     bool salvage = false;
+    unsigned codePage = 0; // of what is not UTF-16, as in NE files; 0: the ANSI page
     std::vector<std::string> files;
 };
 

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-static void AppendItems(Listing *listing, HWND tree, HTREEITEM first, size_t level)
+static void AppendItems(Listing *listing, HWND tree, UINT codePage, HTREEITEM first, size_t level)
 {
     for (HTREEITEM item = first; item != nullptr && !listing->failed;
          item = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_NEXT, (LPARAM)item)) {
@@ -22,21 +22,23 @@ static void AppendItems(Listing *listing, HWND tree, HTREEITEM first, size_t lev
         get.cchTextMax = sizeof label;
         if (!SendMessageA(tree, TVM_GETITEM, 0, (LPARAM)&get))
             continue;
-        AppendText(listing, std::string(level * 2, ' ') + SafeText(TextToUtf8(get.pszText)) + '\n');
+        AppendText(listing, std::string(level * 2, ' ') +
+                                SafeText(TextToUtf8(get.pszText, codePage)) + '\n');
         HTREEITEM child = (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD, (LPARAM)item);
-        AppendItems(listing, tree, child, level + 1);
+        AppendItems(listing, tree, codePage, child, level + 1);
     }
 }
 
-void AppendTree(Listing *listing, HWND tree)
+void AppendTree(Listing *listing, HWND tree, UINT codePage)
 {
-    AppendItems(listing, tree, (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0), 0);
+    AppendItems(listing, tree, codePage,
+                (HTREEITEM)SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0), 0);
 }
 
 // The groups of the icons, by an icon's place and its name in the catalogue.
 typedef std::map<std::pair<uint64_t, std::string>, SurveyId> IconGroups;
 
-static IconGroups FindIconGroups(FILE *file)
+static IconGroups FindIconGroups(FILE *file, UINT codePage)
 {
     FilePages pages;
     Survey survey;
@@ -49,7 +51,7 @@ static IconGroups FindIconGroups(FILE *file)
     if (!hasIcons)
         return found;
     OpenPages(&pages, file);
-    SurveyFile(&pages, 0, &survey); // of a damaged file, what there is
+    SurveyFile(&pages, codePage, &survey); // of a damaged file, what there is
     ReadPictureGroups(&pages, &survey, &groups);
     for (const SurveyedResource &resource : survey.resources) {
         if (resource.type.isText || resource.type.number != TYPE_ICON)
@@ -74,9 +76,9 @@ static void AddPicture(JsonObject *object, const ResourceEntry &entry)
     AddPictureFields(object, isKnown ? &info : nullptr);
 }
 
-void AppendCatalog(Listing *listing, const std::string &path, FILE *file)
+void AppendCatalog(Listing *listing, const std::string &path, FILE *file, UINT codePage)
 {
-    const IconGroups groups = FindIconGroups(file);
+    const IconGroups groups = FindIconGroups(file, codePage);
     ResourceEntry entry;
     for (LONG index = 0; index < openCatalog.count && !listing->failed; index++) {
         if (!GetEntry(openCatalog.entries, &entry, index))
@@ -86,7 +88,7 @@ void AppendCatalog(Listing *listing, const std::string &path, FILE *file)
         AddNumberField(&object, "index", (DWORD)index);
         AddNumberField(&object, "category", entry.category);
         AddTextField(&object, "label", CategoryLabel(entry.category));
-        AddTextField(&object, "name", TextToUtf8(entry.name));
+        AddTextField(&object, "name", TextToUtf8(entry.name, codePage));
         AddNumberField(&object, "size", entry.size);
         AddNumberField(&object, "fileOffset", entry.fileOffset);
         AddField(&object, "isWave", entry.isWave ? "true" : "false");

@@ -7,10 +7,19 @@
 #include "platform/page_text.h"
 
 #include <cstring>
+#include <memory>
 
-std::string TextToUtf8(const char *text)
+std::string TextToUtf8(const char *text, UINT codePage)
 {
-    return PageTextToUtf8(0, text, strlen(text));
+    return PageTextToUtf8(codePage, text, strlen(text));
+}
+
+int IsNeFile(FILE *file)
+{
+    const auto pages = std::make_unique<FilePages>();
+    ExecutableKind kind;
+    OpenPages(pages.get(), file);
+    return IdentifyFile(pages.get(), &kind) == ProbeRead && kind.format == FormatNe;
 }
 
 void PrintFault(FILE *err, const std::string &path, const std::string &text)

@@ -42,5 +42,9 @@ void PrintFault(FILE *err, const std::string &path, const std::string &text);
 // Prints that there is not enough memory, without asking for any.
 void PrintNoMemory(FILE *err);
 
-// A text of the ANSI code page as UTF-8.
-std::string TextToUtf8(const char *text);
+// A text of a code page (0: the ANSI page) as UTF-8.
+std::string TextToUtf8(const char *text, UINT codePage = 0);
+
+// Whether an open file, whose position is not kept, is an NE file, which says in no code page what
+// it says.
+int IsNeFile(FILE *file);

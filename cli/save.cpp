@@ -1,5 +1,6 @@
 #include "cli/save.h"
 
+#include "cli/numbers.h"
 #include "cli/reading.h"
 #include "cli/save_all.h"
 #include "cli/save_folder.h"
@@ -14,7 +15,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <new>
 
 typedef std::chrono::steady_clock Clock;
@@ -30,7 +30,8 @@ struct SaveRun {
     Clock::time_point lastProgress;
     int anyRead; // whether a file was
     ExitStatus status;
-    int isStopped; // no further file is read
+    int isStopped;       // no further file is read
+    StringFormat format; // of the texts of the file that is read
 };
 
 // The texts of a file's string tables, in the code page.
@@ -42,6 +43,8 @@ struct TextLosses {
 // What is wrong with options that are given together, empty for nothing.
 static std::string CheckTogether(const SaveOptions &options)
 {
+    if (options.codePage != 0 && !options.all && !options.utf8)
+        return "--code-page is of --utf8 and --all; what is saved otherwise stays as it is.";
     return options.all && !options.categories.empty()
                ? "--all saves every kind; --category chooses among those that are saved without it."
                : "";
@@ -85,6 +88,8 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
     save->add_flag("--salvage", options->salvage, "Keep what could be read of a damaged file");
     save->add_flag("--utf8", options->utf8,
                    "String tables as UTF-8, with each string's identifier");
+    AddCodePageOption(save, "Code page of names and texts in 16-bit files, for --utf8 and --all",
+                      &options->codePage);
     save->add_option("FILE", options->files, "Executables or libraries")->required();
     save->final_callback([options] {
         const std::string wrong = CheckTogether(*options);
@@ -108,12 +113,18 @@ static int IsNameWanted(SaveRun *run, const std::string &name)
     return wanted;
 }
 
+// An entry's name as UTF-8. A PE file's is in the ANSI page.
+static std::string NameOf(const SaveRun *run, const ResourceEntry &entry)
+{
+    return TextToUtf8(entry.name, run->format.isNe ? run->format.codePage : 0);
+}
+
 static int IsWanted(SaveRun *run, const ResourceEntry &entry)
 {
     const std::vector<DWORD> &kinds = run->options->categories;
     if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.category) == kinds.end())
         return 0;
-    return IsNameWanted(run, TextToUtf8(entry.name));
+    return IsNameWanted(run, NameOf(run, entry));
 }
 
 static void NoteLosses(const ResourceEntry &entry, const BYTE *data, TextLosses *losses)
@@ -147,15 +158,15 @@ static DWORD BlockNumber(const ResourceEntry &entry)
 }
 
 static WriteOutcome WriteText(FILE *stream, const ResourceEntry &entry, const SaveRun *run,
-                              const StringFormat &format, TextLosses *losses)
+                              TextLosses *losses)
 {
     const BYTE *data = (const BYTE *)GlobalLock(entry.data);
     if (data == nullptr)
         return WriteDataUnavailable;
     WriteOutcome outcome = WriteDone;
     if (run->options->utf8)
-        outcome =
-            WriteUtf8Texts(stream, data, entry.size, &format, FirstStringId(BlockNumber(entry)));
+        outcome = WriteUtf8Texts(stream, data, entry.size, &run->format,
+                                 FirstStringId(BlockNumber(entry)));
     else
         NoteLosses(entry, data, losses);
     GlobalUnlock(entry.data);
@@ -163,14 +174,13 @@ static WriteOutcome WriteText(FILE *stream, const ResourceEntry &entry, const Sa
 }
 
 static void SaveEntry(const SaveRun *run, SaveFolder *folder, const ResourceEntry &entry,
-                      const StringFormat &format, TextLosses *losses)
+                      TextLosses *losses)
 {
     const ExportFormat *written = FindExportFormat(&entry);
-    SaveFile(folder, CategoryLabel(entry.category), TextToUtf8(entry.name),
+    SaveFile(folder, CategoryLabel(entry.category), NameOf(run, entry),
              PathExtension(written->defaultName), [&](FILE *stream) {
-                 return entry.category == CategoryString
-                            ? WriteText(stream, entry, run, format, losses)
-                            : written->writeStream(stream, &entry);
+                 return entry.category == CategoryString ? WriteText(stream, entry, run, losses)
+                                                         : written->writeStream(stream, &entry);
              });
 }
 
@@ -206,30 +216,18 @@ static int GoOn(SaveRun *run, SaveFolder *folder, size_t done, size_t count)
     return 1;
 }
 
-static void SaveEntries(SaveRun *run, SaveFolder *folder, const StringFormat &format,
-                        TextLosses *losses)
+static void SaveEntries(SaveRun *run, SaveFolder *folder, TextLosses *losses)
 {
     ResourceEntry entry;
     for (LONG index = 0; index < openCatalog.count; index++) {
         if (!GoOn(run, folder, (size_t)index, (size_t)openCatalog.count))
             return;
         if (GetEntry(openCatalog.entries, &entry, index) && IsWanted(run, entry))
-            SaveEntry(run, folder, entry, format, losses);
+            SaveEntry(run, folder, entry, losses);
         if (folder->isDiskFull || folder->isUnusable)
             break;
     }
     ClearProgress(run);
-}
-
-// How the file's strings lie: an NE file's are taken apart by their own layout for UTF-8 alone.
-static StringFormat FormatOf(FILE *file)
-{
-    StringFormat format = {};
-    const auto pages = std::make_unique<FilePages>();
-    ExecutableKind kind;
-    OpenPages(pages.get(), file);
-    format.isNe = IdentifyFile(pages.get(), &kind) == ProbeRead && kind.format == FormatNe;
-    return format;
 }
 
 static std::string BaseName(const std::string &file)
@@ -297,16 +295,15 @@ static int TakeReading(SaveRun *run, const std::string &path, ReadingResult resu
 static int SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *losses)
 {
     std::string reason;
-    StringFormat format = {};
     ReadingOptions reading;
     reading.salvage = run->options->salvage;
     reading.allDoes = "saves";
     if (run->options->utf8)
-        format = FormatOf(file);
+        run->format = {IsNeFile(file), run->options->codePage};
     const ReadingResult result = ReadExecutable(file, nullptr, reading, &reason);
     if (!TakeReading(run, folder->source, result, reason))
         return 0;
-    Guard(run, [&] { SaveEntries(run, folder, format, losses); });
+    Guard(run, [&] { SaveEntries(run, folder, losses); });
     return 1;
 }
 
@@ -317,10 +314,10 @@ static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
     Survey survey;
     OpenPages(&pages, file);
     const ReadingResult result =
-        SurveyExecutable(&pages, 0, run->options->salvage, &survey, &reason);
+        SurveyExecutable(&pages, run->options->codePage, run->options->salvage, &survey, &reason);
     if (!TakeReading(run, folder->source, result, reason))
         return 0;
-    AllSaving saving = {&pages, &survey, folder, 0, nullptr, nullptr};
+    AllSaving saving = {&pages, &survey, folder, run->options->codePage, nullptr, nullptr};
     Guard(run, [&] {
         saving.isWanted = [run](const std::string &name) { return IsNameWanted(run, name); };
         saving.goOn = [&](size_t done) { return GoOn(run, folder, done, survey.resources.size()); };

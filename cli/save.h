@@ -20,6 +20,8 @@ struct SaveOptions {
     bool force = false;
     bool salvage = false;
     bool utf8 = false;
+    unsigned codePage =
+        0; // with all or utf8: of what is not UTF-16, as in NE files; 0: the ANSI page
     std::vector<std::string> names; // of the resources to save; none: all
     std::vector<std::string> files;
 };

@@ -1,6 +1,7 @@
 #include "cli/strings.h"
 
 #include "cli/listing.h"
+#include "cli/numbers.h"
 #include "cli/reading.h"
 #include "content/message_table.h"
 #include "exe/catalog.h"
@@ -12,17 +13,6 @@
 #include "platform/utf8.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
-
-// The number that a word is whole, decimal or with 0x hexadecimal, at most limit. Returns 0 when it
-// is none.
-static int ReadNumber(const std::string &word, unsigned limit, unsigned *number)
-{
-    const int isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
-    const char *first = word.data() + (isHex ? 2 : 0), *last = word.data() + word.size();
-    const auto [end, error] = std::from_chars(first, last, *number, isHex ? 16 : 10);
-    return error == std::errc() && end == last && *number <= limit;
-}
 
 // Whether a tag is the wanted one or a kind of it: de-AT is one of de (RFC 4647, basic filtering).
 static int IsKindOf(const char *tag, const std::string &wanted)
@@ -39,7 +29,7 @@ static int IsLanguageWanted(WORD language, const std::string &wanted)
            (tag != nullptr && IsKindOf(tag, wanted));
 }
 
-// Check what is given for the parser, and make a number decimal. They return what is wrong with it,
+// Checks what is given for the parser, and makes a number decimal. Returns what is wrong with it,
 // empty for nothing.
 static std::string CheckLanguage(std::string &word)
 {
@@ -54,15 +44,6 @@ static std::string CheckLanguage(std::string &word)
     return SafeText(word) + " is no language; give a tag as en-US, or Windows' number as 0x409.";
 }
 
-static std::string CheckCodePage(std::string &word)
-{
-    unsigned number = 0;
-    if (!ReadNumber(word, 0xFFFF, &number) || !KnowsCodePage(number))
-        return SafeText(word) + " is no code page that is known; give its number as 1251.";
-    word = std::to_string(number);
-    return "";
-}
-
 CLI::App *AddStringsCommand(CLI::App &app, StringsOptions *options)
 {
     CLI::App *strings =
@@ -71,11 +52,8 @@ CLI::App *AddStringsCommand(CLI::App &app, StringsOptions *options)
     strings->add_option("--language", options->language, "Print only this language")
         ->type_name("TAG|NUMBER")
         ->transform(CLI::Validator(CheckLanguage, "", ""));
-    strings
-        ->add_option("--code-page", options->codePage,
-                     "Code page of texts that are not UTF-16, as in 16-bit files")
-        ->type_name("NUMBER")
-        ->transform(CLI::Validator(CheckCodePage, "", ""));
+    AddCodePageOption(strings, "Code page of texts that are not UTF-16, as in 16-bit files",
+                      &options->codePage);
     strings->add_option("FILE", options->files, "Executables or libraries")->required();
     return strings;
 }

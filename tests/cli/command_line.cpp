@@ -332,8 +332,9 @@ static void WriteStrings(const TempFolder &folder)
                                         {11, 1, OneMessage()}},
                           .is64 = true})
                      .bytes);
-    folder.Write("texts.exe",
-                 BuildNe({.resources = {{6, 3, MakeNeStringBlock({"", "\xC7\xE8"})}}}).bytes);
+    folder.Write("texts.exe", BuildNe({.resources = {{6, 3, MakeNeStringBlock({"", "\xC7\xE8"})},
+                                                     {10, u"\u00C7\u00E8", Text("named")}}})
+                                  .bytes);
 }
 
 static void WriteFiles(const TempFolder &folder)

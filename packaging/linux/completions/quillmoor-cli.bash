@@ -2,9 +2,9 @@
 
 # A line for each command: its options.
 _quillmoor_cli_commands='
-list --json --salvage --help
+list --all --json --salvage --code-page --help
 icon --size --force --help
-save --output --category --name --force --salvage --utf8 --help
+save --all --output --category --name --force --salvage --utf8 --code-page --help
 strings --json --language --code-page --help
 '
 
