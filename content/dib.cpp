@@ -87,6 +87,13 @@ int IsRunLength(const DibHeader *header)
     return header->compression == BI_RLE8 || header->compression == BI_RLE4;
 }
 
+// A few bytes of runs may tell of any size. Past the limit for compressed pictures they have to be
+// so many that they could fill it: two bytes are at most 255 pixels.
+static int RunsMayFill(Bytes pixels, Bytes runs)
+{
+    return pixels <= mostDecodedPixels || pixels / 255 <= runs / 2;
+}
+
 static int PixelsFit(const DibHeader *header, Bytes room, int isIcon)
 {
     const Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
@@ -96,7 +103,8 @@ static int PixelsFit(const DibHeader *header, Bytes room, int isIcon)
         return 0;
     // Runs are drawn as far as they go.
     if (IsRunLength(header))
-        return header->bitCount == (header->compression == BI_RLE8 ? 8 : 4) && header->height > 0;
+        return header->bitCount == (header->compression == BI_RLE8 ? 8 : 4) && header->height > 0 &&
+               RunsMayFill(height * (Bytes)header->width, room);
     const int hasFields = header->bitCount == 16 || header->bitCount == 32;
     if (header->compression != BI_RGB && !(header->compression == BI_BITFIELDS && hasFields))
         return 0;

@@ -41,8 +41,9 @@ unsigned long long DibStride(LONG width, WORD bitCount);
 
 // Whether a block of size bytes holds a picture that can be drawn: header, masks, colour table,
 // rows and, for an icon image below 32 bits, the mask; and the picture has at most
-// mostPicturePixels. Run-length data need not be whole. isIcon tells an icon image, whose pixels
-// are never compressed, whatever its header says.
+// mostPicturePixels. Run-length data need not be whole, but of a picture of more than
+// mostDecodedPixels they could be: two bytes for each 255 pixels. isIcon tells an icon image, whose
+// pixels are never compressed, whatever its header says.
 int PictureFits(const void *data, DWORD size, int isIcon);
 
 // Stores width, height (its absolute value) and bits a pixel of a block, whose size in bytes is

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <new>
 
 static const char *const browsers[] = {
     "firefox.exe",  "opera.exe",    "c:\\Program Files\\Opera\\opera.exe",
@@ -73,20 +74,28 @@ static int StartAssociated(const char *document)
 }
 
 // A program that lies in the current folder and has a browser's name is none. Returns 0 on failure.
-static int StartAnything(HWND owner, const char *document, const char *anchor)
+static int StartAnything(HWND owner, const char *document, const char *address)
 {
     CurrentFolder *before = LeaveCurrentFolder();
     if (before == nullptr)
         return 0;
-    const int started =
-        StartBrowser(owner, DocumentAddress(document, anchor).c_str()) || StartAssociated(document);
+    const int started = StartBrowser(owner, address) || StartAssociated(document);
     ReturnToFolder(before);
     return started;
 }
 
+static int ShowDocument(HWND owner, const char *document, const char *anchor)
+{
+    try {
+        return StartAnything(owner, document, DocumentAddress(document, anchor).c_str());
+    } catch (const std::bad_alloc &) {
+        return 0;
+    }
+}
+
 int OpenInBrowser(HWND owner, const char *document, const char *anchor)
 {
-    if (document[0] == 0 || !StartAnything(owner, document, anchor))
+    if (document[0] == 0 || !ShowDocument(owner, document, anchor))
         MessageBoxA(owner, failureText, "Message", MB_ICONINFORMATION);
     return 1;
 }

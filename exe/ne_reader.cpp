@@ -79,6 +79,10 @@ static int TakeType(NeTableWalk *walk, WORD type)
     reading->categoryItem = nullptr;
     if ((type & NE_INTEGER_ID) && CategoryLabel(number) != nullptr) {
         reading->categoryItem = AddCategoryItem(reading->tree, number);
+        if (reading->categoryItem == nullptr) {
+            NoteFailure(FailureMemory, 0);
+            return 0;
+        }
     } else if (type & NE_INTEGER_ID) {
         NoteOtherType(number);
     } else {

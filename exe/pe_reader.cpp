@@ -111,6 +111,8 @@ static void TakeDirectory(PeDirectoryWalk *walk, const PeDirectory *directory)
     char name[ENTRY_NAME_LENGTH + 1];
     if (directory->level == 1 && !(directory->nameField & PE_HIGH_BIT)) {
         SelectType(reading, directory->nameField);
+        if (reading->currentType != NO_TYPE && reading->categoryItem == nullptr)
+            FailPeWalk(walk, FailureMemory, 0);
         return;
     }
     if (reading->categoryItem == nullptr || reading->currentType == NO_TYPE) {

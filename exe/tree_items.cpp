@@ -70,7 +70,11 @@ int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
     if (tree != nullptr) {
         char label[LABEL_SIZE];
         snprintf(label, sizeof label, "%s (%lu bytes)", entry->name, (unsigned long)entry->size);
-        AddTreeItem(tree, label, 2, &treeImages, categoryItem, index);
+        // What cannot be listed is not there.
+        if (AddTreeItem(tree, label, 2, &treeImages, categoryItem, index) == nullptr) {
+            openCatalog.count--;
+            return 0;
+        }
     }
     return 1;
 }

@@ -108,6 +108,9 @@ static WriteOutcome WriteFile(const char *name, const ResourceEntry *entry, Form
     FILE *stream = fopen(name, "wb");
     if (stream == nullptr)
         return WriteNotCreated;
+    // Of the stream's own it may have none, and then loses lines.
+    static char buffer[1 << 16];
+    setvbuf(stream, buffer, _IOFBF, sizeof buffer);
     WriteOutcome outcome = WriteStream(stream, entry, writer);
     if (fclose(stream) != 0 && outcome == WriteDone)
         outcome = WriteShort;

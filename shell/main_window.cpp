@@ -1,5 +1,6 @@
 #include "shell/main_window.h"
 
+#include "content/block.h"
 #include "dialogs/about.h"
 #include "dialogs/manual.h"
 #include "exe/catalog.h"
@@ -18,7 +19,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #define TITLE_SIZE 264
 #define LEAST_SPLIT_POSITION 100
@@ -178,11 +178,18 @@ static void OnOpen(HWND window)
 // Of several files that are dropped the first is opened; none while a dialog waits for an answer.
 static void OnDropFiles(HWND window, HDROP drop)
 {
-    std::string path(DragQueryFileA(drop, 0, nullptr, 0), 0);
-    DragQueryFileA(drop, 0, path.data(), (UINT)path.size() + 1);
+    HGLOBAL block;
+    const UINT size = DragQueryFileA(drop, 0, nullptr, 0) + 1;
+    char *path = (char *)AllocateLocked(size, &block);
+    if (path != nullptr)
+        DragQueryFileA(drop, 0, path, size);
     DragFinish(drop);
-    if (!path.empty() && IsWindowEnabled(window))
-        OpenInstead(window, path.c_str());
+    if (path == nullptr)
+        return;
+    if (path[0] != 0 && IsWindowEnabled(window))
+        OpenInstead(window, path);
+    GlobalUnlock(block);
+    GlobalFree(block);
 }
 
 static void OnClose(HWND window)

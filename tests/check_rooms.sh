@@ -31,6 +31,7 @@ platform/picture_limit  core
 platform/byte_reader    core
 platform/utf8           core
 platform/native/handles core
+platform/native/no_memory core
 platform/native/visible core
 platform/win32          core
 "

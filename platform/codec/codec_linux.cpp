@@ -15,6 +15,7 @@ struct Decoding {
     png_structp reader;
     png_infop info;
     HGLOBAL block;
+    BYTE *pixels; // of the block, while it is locked
     jmp_buf fault;
 };
 
@@ -64,12 +65,12 @@ static int DecodePicture(Decoding *decoding)
     AskForPixels(decoding);
     int passes = png_set_interlace_handling(decoding->reader);
     png_read_update_info(decoding->reader, decoding->info);
-    BYTE *rows = static_cast<BYTE *>(GlobalLock(decoding->block)) + sizeof(BITMAPINFOHEADER);
+    decoding->pixels = static_cast<BYTE *>(GlobalLock(decoding->block));
+    BYTE *rows = decoding->pixels + sizeof(BITMAPINFOHEADER);
     size_t stride = static_cast<size_t>(width) * 4;
     for (int pass = 0; pass < passes; ++pass)
         for (size_t y = 0; y < height; ++y)
             png_read_row(decoding->reader, rows + (height - 1 - y) * stride, nullptr);
-    GlobalUnlock(decoding->block);
     return 1;
 }
 
@@ -90,6 +91,8 @@ HGLOBAL DecodePng(const PngBytes &file)
         decoding.info = png_create_info_struct(decoding.reader);
     int decoded = decoding.info && DecodeOrFail(&decoding);
     png_destroy_read_struct(&decoding.reader, &decoding.info, nullptr);
+    if (decoding.pixels)
+        GlobalUnlock(decoding.block);
     if (decoded)
         return decoding.block;
     GlobalFree(decoding.block);

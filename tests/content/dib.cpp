@@ -187,6 +187,18 @@ TEST(Dib, TheProofDrawsTheLineAt64MillionPixels)
     EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
 }
 
+TEST(Dib, TheProofTakesRunsOfAFewBytesForLess)
+{
+    Bytes dib = MakeDib(MakePicture(1, 1, 0xFFFFFFFF), 8, DibForm::RunLength);
+    PutU32(dib, 4, 16'000);
+    PutU32(dib, 8, 1000);
+    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
+    PutU32(dib, 4, 16'001);
+    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
+    dib.resize(dib.size() + 2 * (16'001'000 / 255 + 1)); // as many as could fill it
+    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
+}
+
 TEST(Dib, TheSystemIsToldOfWholeRunsThatEnd)
 {
     const struct {

@@ -7,6 +7,7 @@
 
 enum class Failing {
     Allocations,
+    OwnAllocations, // of our own code and through the standard library: Qt is not made for it
     Files,
 };
 
@@ -15,3 +16,9 @@ enum class Failing {
 // during `check`. Returns the number of calls that failed.
 int FailEachOnce(Failing kind, const std::function<void()> &act,
                  const std::function<void()> &check);
+
+// The call that has failed in the last run, for `check`; NULL when none has.
+const char *FailedCall();
+
+// How many blocks of the C library's are allocated in the process.
+long CountLiveAllocations();

@@ -5,6 +5,7 @@
 
 #include "platform/native/gdi/objects.h"
 #include "platform/native/handles.h"
+#include "platform/native/no_memory.h"
 
 namespace
 {
@@ -56,7 +57,10 @@ int WINAPI ImageList_Add(HIMAGELIST handle, HBITMAP image, HBITMAP)
     const int rows = std::min(list->height, from.height);
     for (int left = 0; left + list->width <= from.width; left += list->width) {
         const size_t start = list->pixels.size();
-        list->pixels.resize(start + PictureSize(*list));
+        if (!DoesMemorySuffice([&] { list->pixels.resize(start + PictureSize(*list)); })) {
+            list->pixels.resize(static_cast<size_t>(first) * PictureSize(*list));
+            return -1;
+        }
         for (int y = 0; y < rows; ++y)
             std::copy_n(from.pixels + from.stride * static_cast<size_t>(y) + left, list->width,
                         list->pixels.begin() + static_cast<ptrdiff_t>(start) +

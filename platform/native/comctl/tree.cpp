@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/native/comctl/notify.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/user/classes.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/painting.h"
@@ -100,31 +101,39 @@ static void SortChildren(TreeState *state, uint32_t parent)
         uint64_t key;
         uint32_t slot;
     };
-    std::vector<Keyed> order;
-    order.reserve(owner.children.size());
-    for (uint32_t slot : owner.children)
-        order.push_back({state->items[slot].key, slot});
-    std::stable_sort(order.begin(), order.end(), [state](const Keyed &a, const Keyed &b) {
+    const auto isLess = [state](const Keyed &a, const Keyed &b) {
         if (a.key != b.key)
             return a.key < b.key;
         return RestIsLess(state->items[a.slot].label, state->items[b.slot].label);
-    });
-    for (size_t i = 0; i < order.size(); ++i) {
-        owner.children[i] = order[i].slot;
-        state->items[order[i].slot].position = static_cast<uint32_t>(i);
+    };
+    const auto keyed = [state](uint32_t slot) { return Keyed{state->items[slot].key, slot}; };
+    std::vector<Keyed> order;
+    if (DoesMemorySuffice([&] { order.reserve(owner.children.size()); })) {
+        for (uint32_t slot : owner.children)
+            order.push_back(keyed(slot));
+        std::stable_sort(order.begin(), order.end(), isLess);
+        std::transform(order.begin(), order.end(), owner.children.begin(),
+                       [](const Keyed &item) { return item.slot; });
+    } else {
+        // Keys that lie side by side only make it faster.
+        std::stable_sort(owner.children.begin(), owner.children.end(),
+                         [&](uint32_t a, uint32_t b) { return isLess(keyed(a), keyed(b)); });
     }
-    owner.sorted = static_cast<uint32_t>(order.size());
+    owner.sorted = static_cast<uint32_t>(owner.children.size());
+    for (uint32_t i = 0; i < owner.sorted; ++i)
+        state->items[owner.children[i]].position = i;
 }
 
-static uint32_t TakeSlot(TreeState *state)
+// Sees to it that there is a free slot, and room for all slots to become free.
+static void MakeFreeSlot(TreeState *state)
 {
-    if (state->freeSlots.empty()) {
-        state->items.emplace_back();
-        return static_cast<uint32_t>(state->items.size() - 1);
-    }
-    const uint32_t slot = state->freeSlots.back();
-    state->freeSlots.pop_back();
-    return slot;
+    if (!state->freeSlots.empty())
+        return;
+    const auto slot = static_cast<uint32_t>(state->items.size());
+    state->items.emplace_back().parent = noSlot;
+    if (state->freeSlots.capacity() < state->items.size())
+        state->freeSlots.reserve(state->items.capacity());
+    state->freeSlots.push_back(slot);
 }
 
 static HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
@@ -133,16 +142,20 @@ static HTREEITEM InsertItem(TreeState *state, const TVINSERTSTRUCTA *insertion)
     if (parent == noSlot)
         return nullptr;
     const TVITEMA &given = insertion->item;
-    const uint32_t slot = TakeSlot(state);
+    // What needs memory comes before anything changes.
+    std::string label = given.mask & TVIF_TEXT && given.pszText ? given.pszText : "";
+    MakeFreeSlot(state);
+    const uint32_t slot = state->freeSlots.back();
+    state->items[parent].children.push_back(slot);
+    state->freeSlots.pop_back();
     Item &item = state->items[slot];
-    item.label = given.mask & TVIF_TEXT && given.pszText ? given.pszText : "";
+    item.label = std::move(label);
     item.key = KeyOf(item.label);
     item.value = given.mask & TVIF_PARAM ? given.lParam : 0;
     item.image = given.mask & TVIF_IMAGE ? given.iImage : 0;
     item.selectedImage = given.mask & TVIF_SELECTEDIMAGE ? given.iSelectedImage : 0;
     item.generation = (item.generation + 1) & 0x7fffffff;
     item.parent = parent;
-    state->items[parent].children.push_back(slot);
     return HandleOf(state, slot);
 }
 

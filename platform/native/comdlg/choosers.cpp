@@ -2,6 +2,7 @@
 #include <cstring>
 #include <string>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/visible.h"
 #include "platform/win32/comdlg.h"
 
@@ -32,10 +33,10 @@ static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
 
 BOOL WINAPI GetOpenFileNameA(LPOPENFILENAMEA parameters)
 {
-    return Choose(parameters, false);
+    return UnlessMemoryRunsOut(FALSE, [=] { return Choose(parameters, false); });
 }
 
 BOOL WINAPI GetSaveFileNameA(LPOPENFILENAMEA parameters)
 {
-    return Choose(parameters, true);
+    return UnlessMemoryRunsOut(FALSE, [=] { return Choose(parameters, true); });
 }

@@ -3,6 +3,7 @@
 
 #include "platform/native/gdi/device_context.h"
 #include "platform/native/gdi/dib_decode.h"
+#include "platform/native/no_memory.h"
 
 HBRUSH WINAPI CreateSolidBrush(COLORREF color)
 {
@@ -30,7 +31,9 @@ BOOL WINAPI UnrealizeObject(HGDIOBJ object)
 HFONT WINAPI CreateFontA(int height, int, int, int, int weight, DWORD, DWORD, DWORD, DWORD, DWORD,
                          DWORD, DWORD, DWORD, LPCSTR face)
 {
-    return static_cast<HFONT>(AddDrawingObject(Font{height, weight, face ? face : ""}));
+    return UnlessMemoryRunsOut<HFONT>(nullptr, [=] {
+        return static_cast<HFONT>(AddDrawingObject(Font{height, weight, face ? face : ""}));
+    });
 }
 
 HBITMAP WINAPI CreateBitmap(int width, int height, UINT planes, UINT bitCount, LPCVOID bits)

@@ -12,8 +12,11 @@ static HandleTable<DeviceContext, HandleKind::DeviceContext> &Contexts()
     return contexts;
 }
 
+// NULL also when one of the stock objects could not be made: what is drawn with is always there.
 static HDC AddContext(const DeviceContext &context)
 {
+    if (!context.brush || !context.pen || !context.font || (context.isMemory && !context.bitmap))
+        return nullptr;
     const HDC dc = static_cast<HDC>(Contexts().Add(context));
     if (!dc)
         return nullptr;
@@ -60,12 +63,15 @@ static HGDIOBJ *PlaceFor(DeviceContext *context, HGDIOBJ object)
     return std::holds_alternative<Pen>(*drawing) ? &context->pen : &context->font;
 }
 
-static void UseBitmap(DeviceContext *context, HGDIOBJ bitmap)
+static void UseBitmap(DeviceContext *context, HGDIOBJ handle)
 {
-    context->surface = FindDrawing<Bitmap>(bitmap)->surface;
+    const Bitmap *bitmap = FindDrawing<Bitmap>(handle);
+    if (!bitmap)
+        return;
+    context->surface = bitmap->surface;
     context->clip = {0, 0, context->surface.width, context->surface.height};
     // The stock bitmap is every fresh context's; it stays black.
-    if (bitmap == StockObject(Stock::Bitmap))
+    if (handle == StockObject(Stock::Bitmap))
         context->clip = {};
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/native/gdi/device_context.h"
+#include "platform/native/no_memory.h"
 
 namespace
 {
@@ -102,8 +103,11 @@ BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int 
     std::vector<uint32_t> kept;
     if (picture.pixels == to->surface.pixels) {
         // What is copied over itself is copied as it was.
-        kept.assign(picture.pixels,
-                    picture.pixels + picture.stride * static_cast<size_t>(picture.height));
+        if (!DoesMemorySuffice([&] {
+                kept.assign(picture.pixels,
+                            picture.pixels + picture.stride * static_cast<size_t>(picture.height));
+            }))
+            return FALSE;
         picture.pixels = kept.data();
     }
     // How far from a place on the surface the same pixel is in the picture.

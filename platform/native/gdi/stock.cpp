@@ -31,7 +31,8 @@ static HGDIOBJ MakeStock(Stock which)
     case Stock::Bitmap: break;
     }
     Bitmap bitmap{};
-    MakeBitmap(1, 1, true, &bitmap);
+    if (!MakeBitmap(1, 1, true, &bitmap))
+        return nullptr;
     return AddDrawingObject(std::move(bitmap), true);
 }
 

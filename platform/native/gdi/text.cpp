@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/native/gdi/device_context.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/visible.h"
 
 static SIZE MeasureLine(const Font &font, LPCSTR text, int count)
@@ -36,9 +37,25 @@ BOOL WINAPI TextOutA(HDC dc, int x, int y, LPCSTR text, int count)
     const DeviceContext *context = FindContext(dc);
     if (!context || count < 0 || (!text && count > 0))
         return FALSE;
+    return count == 0 || DoesMemorySuffice([=] {
+               DrawLine(dc, *context, {x, y}, context->clip, text, count);
+           });
+}
+
+// Draws a line in the middle of a rectangle. Returns how far its bottom is below the rectangle's
+// top.
+static int DrawMiddleLine(HDC dc, const DeviceContext *context, LPCSTR text, int count,
+                          const RECT *rect)
+{
+    const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
+    const int left = (rect->left + rect->right - size.cx) / 2;
+    const int down = (rect->bottom - rect->top) / 2 - size.cy / 2;
+    const RECT clip = {
+        std::max(context->clip.left, rect->left), std::max(context->clip.top, rect->top),
+        std::min(context->clip.right, rect->right), std::min(context->clip.bottom, rect->bottom)};
     if (count > 0)
-        DrawLine(dc, *context, {x, y}, context->clip, text, count);
-    return TRUE;
+        DrawLine(dc, *context, {left, rect->top + down}, clip, text, count);
+    return down + size.cy;
 }
 
 int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
@@ -49,13 +66,5 @@ int WINAPI DrawTextA(HDC dc, LPCSTR text, int count, LPRECT rect, UINT format)
         return 0;
     if (count < 0)
         count = static_cast<int>(std::min(strlen(text), static_cast<size_t>(INT_MAX)));
-    const SIZE size = MeasureLine(*FindDrawing<Font>(context->font), text, count);
-    const int left = (rect->left + rect->right - size.cx) / 2;
-    const int down = (rect->bottom - rect->top) / 2 - size.cy / 2;
-    const RECT clip = {
-        std::max(context->clip.left, rect->left), std::max(context->clip.top, rect->top),
-        std::min(context->clip.right, rect->right), std::min(context->clip.bottom, rect->bottom)};
-    if (count > 0)
-        DrawLine(dc, *context, {left, rect->top + down}, clip, text, count);
-    return down + size.cy;
+    return UnlessMemoryRunsOut(0, [=] { return DrawMiddleLine(dc, context, text, count, rect); });
 }

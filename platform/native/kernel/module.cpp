@@ -7,6 +7,7 @@
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/file_bytes.h"
 #include "platform/native/kernel/module_image.h"
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 // A PE image made from the program's resource script.
@@ -78,7 +79,7 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR name)
     return name ? nullptr : ProgramModule();
 }
 
-HMODULE WINAPI LoadLibraryA(LPCSTR path)
+static HMODULE OpenModule(LPCSTR path)
 {
     Module module{};
     size_t size = 0;
@@ -87,6 +88,11 @@ HMODULE WINAPI LoadLibraryA(LPCSTR path)
     if (!module.owned || !ReadModuleImage(module.owned.get(), size, &module.image))
         return nullptr;
     return static_cast<HMODULE>(Modules().Add(std::move(module)));
+}
+
+HMODULE WINAPI LoadLibraryA(LPCSTR path)
+{
+    return UnlessMemoryRunsOut<HMODULE>(nullptr, [=] { return OpenModule(path); });
 }
 
 BOOL WINAPI FreeLibrary(HMODULE handle)
@@ -101,7 +107,7 @@ BOOL WINAPI FreeLibrary(HMODULE handle)
     return Modules().Remove(handle);
 }
 
-HRSRC WINAPI FindResourceA(HMODULE handle, LPCSTR name, LPCSTR type)
+static HRSRC FindInModule(HMODULE handle, LPCSTR name, LPCSTR type)
 {
     Module *module = FindModule(handle);
     ResourcePlace place;
@@ -112,6 +118,11 @@ HRSRC WINAPI FindResourceA(HMODULE handle, LPCSTR name, LPCSTR type)
         resource = static_cast<HRSRC>(
             Resources().Add(Resource{module->image.bytes + place.fileOffset, place.size}));
     return resource;
+}
+
+HRSRC WINAPI FindResourceA(HMODULE handle, LPCSTR name, LPCSTR type)
+{
+    return UnlessMemoryRunsOut<HRSRC>(nullptr, [=] { return FindInModule(handle, name, type); });
 }
 
 DWORD WINAPI SizeofResource(HMODULE, HRSRC handle)

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 bool PathExists(const std::string &path)
@@ -71,7 +72,8 @@ std::vector<std::string> SystemConfigFolders()
 
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size)
 {
-    const std::string program = ProgramPath();
+    std::string program;
+    DoesMemorySuffice([&] { program = ProgramPath(); });
     if (module && module != GetModuleHandleA(nullptr))
         return 0;
     if (program.empty() || !path || size == 0)

@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 static bool IsProgram(const std::string &path)
@@ -52,19 +53,18 @@ static int WaitFor(pid_t child)
     return status;
 }
 
-// Reads what comes from a pipe until it is closed, at most 4 KiB of it.
-static std::string ReadPipe(int from)
+// Reads what comes from a pipe until it is closed, as much of it as the text has room for.
+static void ReadPipe(int from, std::string *text)
 {
-    std::string text;
     char piece[256];
     ssize_t got;
     while ((got = read(from, piece, sizeof piece)) != 0) {
         if (got < 0 && errno != EINTR)
             break;
-        if (got > 0 && text.size() < 4096)
-            text.append(piece, static_cast<size_t>(got));
+        const size_t room = text->capacity() - text->size();
+        if (got > 0)
+            text->append(piece, std::min(room, static_cast<size_t>(got)));
     }
-    return text;
 }
 
 std::string FindProgram(const std::string &name)
@@ -86,6 +86,7 @@ std::string FindProgram(const std::string &name)
 bool StartProgram(const std::string &path, const std::vector<std::string> &arguments)
 {
     const std::vector<char *> pointers = MakeArguments(path, arguments);
+    std::string told;
     int failure[2];
     if (pipe2(failure, O_CLOEXEC) != 0)
         return false;
@@ -102,16 +103,19 @@ bool StartProgram(const std::string &path, const std::vector<std::string> &argum
     }
     close(failure[1]);
     // The pipe closes by itself when the program has begun.
-    const std::string told = child > 0 ? ReadPipe(failure[0]) : "!";
+    if (child > 0)
+        ReadPipe(failure[0], &told);
     close(failure[0]);
     if (child > 0)
         WaitFor(child);
-    return told.empty();
+    return child > 0 && told.empty();
 }
 
 std::string AskProgram(const std::string &path, const std::vector<std::string> &arguments)
 {
     const std::vector<char *> pointers = MakeArguments(path, arguments);
+    std::string text;
+    text.reserve(4096); // what is longer is no answer
     int output[2];
     if (pipe2(output, O_CLOEXEC) != 0)
         return "";
@@ -122,20 +126,17 @@ std::string AskProgram(const std::string &path, const std::vector<std::string> &
         _exit(127);
     }
     close(output[1]);
-    const std::string text = child > 0 ? ReadPipe(output[0]) : "";
+    if (child > 0)
+        ReadPipe(output[0], &text);
     close(output[0]);
     if (child < 0 || WaitFor(child) != 0)
         return "";
     return text.substr(0, text.find('\n'));
 }
 
-BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES,
-                           BOOL, DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA,
-                           LPPROCESS_INFORMATION information)
+// The line begins with the program's name, which may hold spaces.
+static bool StartLine(const std::string &line)
 {
-    if (!commandLine || !information)
-        return FALSE;
-    const std::string line = commandLine;
     for (size_t end = 0; end != std::string::npos;) {
         end = line.find(' ', end + 1);
         const std::string program = FindProgram(line.substr(0, end));
@@ -144,12 +145,20 @@ BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPS
         std::vector<std::string> arguments;
         if (end != std::string::npos)
             arguments.push_back(line.substr(end + 1));
-        if (!StartProgram(program, arguments))
-            return FALSE;
-        *information = {};
-        return TRUE;
+        return StartProgram(program, arguments);
     }
-    return FALSE;
+    return false;
+}
+
+BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES,
+                           BOOL, DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA,
+                           LPPROCESS_INFORMATION information)
+{
+    if (!commandLine || !information ||
+        !UnlessMemoryRunsOut(false, [=] { return StartLine(commandLine); }))
+        return FALSE;
+    *information = {};
+    return TRUE;
 }
 
 BOOL WINAPI CloseHandle(HANDLE handle)

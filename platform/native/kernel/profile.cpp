@@ -8,6 +8,7 @@
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/file_bytes.h"
 #include "platform/native/kernel/paths.h"
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 constexpr std::string_view blanks = " \t\v\f";
@@ -106,6 +107,17 @@ static bool ReadSettings(const std::string &path, std::string *text)
     return true;
 }
 
+// Puts the program's folder, if there is one, in place of its mark; the value then lies in
+// `origin`.
+static bool Expand(std::string_view *value, std::string *origin)
+{
+    if (!origin->empty() && (*value == originMark || value->starts_with(originMark + '/'))) {
+        *origin += value->substr(originMark.size());
+        *value = *origin;
+    }
+    return true;
+}
+
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
                                       DWORD size, LPCSTR file)
 {
@@ -113,13 +125,13 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallbac
         return 0;
     std::string settings, origin;
     std::string_view value;
-    if (!ReadSettings(FindSettingsFile(file, &origin), &settings) ||
-        !FindValue(settings, Trim(section), Trim(key), &value)) {
+    const auto find = [&] {
+        return ReadSettings(FindSettingsFile(file, &origin), &settings) &&
+               FindValue(settings, Trim(section), Trim(key), &value) && Expand(&value, &origin);
+    };
+    if (!UnlessMemoryRunsOut(false, find)) {
         value = fallback ? fallback : "";
         value = value.substr(0, value.find_last_not_of(' ') + 1);
-    } else if (!origin.empty() && (value == originMark || value.starts_with(originMark + '/'))) {
-        origin += value.substr(originMark.size());
-        value = origin;
     }
     const size_t kept = std::min(value.size(), static_cast<size_t>(size) - 1);
     std::copy_n(value.begin(), kept, text);

@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 constexpr std::string_view folderPrefix = "quillmoor-";
@@ -156,7 +157,7 @@ static const std::string &OwnFolder()
     return folder.path;
 }
 
-DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
+static DWORD GiveOwnFolder(DWORD size, LPSTR path)
 {
     const std::string &folder = OwnFolder();
     if (folder.empty())
@@ -168,10 +169,14 @@ DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
     return static_cast<DWORD>(text.size());
 }
 
-UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
+DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
+{
+    return UnlessMemoryRunsOut<DWORD>(0, [=] { return GiveOwnFolder(size, path); });
+}
+
+static UINT FormFileName(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
 {
     struct stat status;
-    unique &= 0xFFFF;
     if (!folder || !prefix || !path || unique == 0 || stat(folder, &status) != 0 ||
         !S_ISDIR(status.st_mode))
         return 0;
@@ -185,4 +190,10 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
         return 0;
     memcpy(path, name.c_str(), name.size() + 1);
     return unique;
+}
+
+UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
+{
+    return UnlessMemoryRunsOut(0u,
+                               [=] { return FormFileName(folder, prefix, unique & 0xFFFF, path); });
 }

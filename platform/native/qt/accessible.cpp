@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/text.h"
 #include "platform/native/user/button.h"
@@ -41,6 +42,11 @@ class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterf
     }
 
     QString text(QAccessible::Text what) const override
+    {
+        return UnlessMemoryRunsOut(QString(), [=, this] { return NameOf(what); });
+    }
+
+    QString NameOf(QAccessible::Text what) const
     {
         const Window *record = WindowOf(surface->Shown());
         if (what != QAccessible::Name || !record)
@@ -120,7 +126,7 @@ class SurfaceAccessible : public QAccessibleWidget, public QAccessibleTextInterf
 
 } // namespace
 
-static QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
+static QAccessibleInterface *MakeInterface(QObject *object)
 {
     if (auto *surface = dynamic_cast<SurfaceWidget *>(object))
         return new SurfaceAccessible(surface);
@@ -128,6 +134,12 @@ static QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
         return new QAccessibleWidget(frame, frame->parentWidget() ? QAccessible::Dialog
                                                                   : QAccessible::Window);
     return nullptr;
+}
+
+static QAccessibleInterface *MakeAccessible(const QString &, QObject *object)
+{
+    return UnlessMemoryRunsOut<QAccessibleInterface *>(nullptr,
+                                                       [=] { return MakeInterface(object); });
 }
 
 void InstallAccessibles()

@@ -7,6 +7,7 @@
 #include <QSessionManager>
 #include <memory>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/accessible.h"
 #include "platform/native/qt/end_signals.h"
 #include "platform/native/qt/file_choosers.h"
@@ -68,14 +69,16 @@ static void MakeWidget(HWND window)
     const Window *record = WindowOf(window);
     if (!record->parent) {
         const QWidget *owner = WidgetOf(record->owner);
-        auto *frame = new FrameWidget(window, owner ? owner->window() : nullptr);
+        auto frame = std::make_unique<FrameWidget>(window, owner ? owner->window() : nullptr);
         EnterWidget(window, frame->Client());
+        static_cast<void>(frame.release()); // the table's now
         return;
     }
-    if (QWidget *control = MakeControl(window, record)) {
-        EnterWidget(window, control);
-        FollowControl(control, record, WindowChange::Rect);
-        control->hide();
+    std::unique_ptr<QWidget> control(MakeControl(window, record));
+    if (control) {
+        EnterWidget(window, control.get());
+        FollowControl(control.get(), record, WindowChange::Rect);
+        control.release()->hide();
     }
 }
 
@@ -94,11 +97,9 @@ static void FollowFrame(FrameWidget *frame, WindowChange change)
 static void OnWindowChanged(HWND window, WindowChange change)
 {
     QWidget *widget = WidgetOf(window);
-    if (change == WindowChange::Made)
-        MakeWidget(window);
-    else if (!widget)
+    if (!widget)
         return;
-    else if (change == WindowChange::Gone)
+    if (change == WindowChange::Gone)
         DropWidget(window, FrameShowing(window) ? FrameShowing(window) : widget);
     else if (change == WindowChange::Focus)
         widget->setFocus(Qt::OtherFocusReason);
@@ -106,6 +107,16 @@ static void OnWindowChanged(HWND window, WindowChange change)
         FollowFrame(frame, change);
     else
         FollowControl(widget, WindowOf(window), change);
+}
+
+// A window that cannot be shown is told by an exception; any other change is followed later, or
+// not.
+static void OnAnyChange(HWND window, WindowChange change)
+{
+    if (change == WindowChange::Made)
+        MakeWidget(window);
+    else
+        DoesMemorySuffice([=] { OnWindowChanged(window, change); });
 }
 
 static void OnFrameAround(HWND window, RECT *around)
@@ -256,24 +267,30 @@ class DialogKeys : public QObject
 
 } // namespace
 
+// An entry that does what it can when memory runs out.
+template <auto entry, typename... Parameters> static void Quietly(Parameters... parameters)
+{
+    DoesMemorySuffice([&] { entry(parameters...); });
+}
+
 static void FillTable()
 {
     visible.runEvents = RunQtEvents;
     visible.wakeUp = WakeQt;
-    visible.windowChanged = OnWindowChanged;
+    visible.windowChanged = OnAnyChange;
     visible.mayRefuseSizes = true;
     visible.frameAround = OnFrameAround;
     visible.screenSize = OnScreenSize;
-    visible.cursorChanged = OnCursorChanged;
+    visible.cursorChanged = Quietly<OnCursorChanged>;
     visible.ratio = OnRatio;
-    visible.painted = OnPainted;
-    visible.overlayChanged = OnOverlayChanged;
-    visible.flush = OnFlush;
+    visible.painted = Quietly<OnPainted>;
+    visible.overlayChanged = Quietly<OnOverlayChanged>;
+    visible.flush = Quietly<OnFlush>;
     visible.compose = OnCompose;
     visible.measureFont = MeasureFont;
     visible.measureText = MeasureText;
     visible.drawText = OnDrawText;
-    visible.treeChanged = OnTreeChanged;
+    visible.treeChanged = Quietly<OnTreeChanged>;
     visible.showMenu = ShowPopupMenu;
     visible.closeMenu = ClosePopupMenu;
     visible.chooseFile = ChooseFile;
@@ -282,7 +299,8 @@ static void FillTable()
 // Asks the program when the desktop's session is about to end.
 static void AskEndOfSession(QSessionManager &session)
 {
-    const std::vector<HWND> windows = TopLevelWindows();
+    std::vector<HWND> windows;
+    DoesMemorySuffice([&] { windows = TopLevelWindows(); });
     for (HWND window : windows)
         if (WindowOf(window) && !SendMessageA(window, WM_QUERYENDSESSION, 0, 0))
             session.cancel();

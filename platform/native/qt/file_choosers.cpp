@@ -11,6 +11,7 @@
 #include <QTranslator>
 #include <QTreeView>
 #include <cstring>
+#include <memory>
 
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/registry.h"
@@ -154,7 +155,8 @@ static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters
     QWidget *client = WidgetOf(choice.owner);
     // The name of a resource is in the code page, even where it could be UTF-8 as well.
     const QString offered = FromCodePage(choice.path);
-    auto *chooser = new Chooser(client ? client->window() : nullptr, offered, choice.pathSize);
+    auto chooser =
+        std::make_unique<Chooser>(client ? client->window() : nullptr, offered, choice.pathSize);
     chooser->setAcceptMode(choice.isSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     chooser->setFileMode(choice.isSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     chooser->setWindowModality(Qt::ApplicationModal);
@@ -168,7 +170,7 @@ static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters
     else if (!lastFolder.isEmpty())
         chooser->setDirectory(lastFolder);
     chooser->NameField()->setText(offered);
-    return chooser;
+    return chooser.release();
 }
 
 // Loops until the chooser closes by itself, or goes with its owner or the program.

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/menu_bars.h"
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/surfaces.h"
@@ -199,7 +200,7 @@ void FrameWidget::keyPressEvent(QKeyEvent *event)
 }
 
 // The paths of the local files, as the system's own bytes: a name that is no UTF-8 comes as %XX.
-static std::vector<std::string> PathsOf(const QMimeData *data)
+static std::vector<std::string> ListPaths(const QMimeData *data)
 {
     std::vector<std::string> paths;
     for (const QUrl &address : data->urls())
@@ -208,6 +209,12 @@ static std::vector<std::string> PathsOf(const QMimeData *data)
                 QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toLatin1())
                     .toStdString());
     return paths;
+}
+
+// None when memory runs out.
+static std::vector<std::string> PathsOf(const QMimeData *data)
+{
+    return UnlessMemoryRunsOut(std::vector<std::string>(), [=] { return ListPaths(data); });
 }
 
 void FrameWidget::dragEnterEvent(QDragEnterEvent *event)

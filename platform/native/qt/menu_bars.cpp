@@ -3,7 +3,9 @@
 #include <QMenu>
 #include <QPointer>
 #include <QTimer>
+#include <memory>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/text.h"
 #include "platform/native/user/menus.h"
@@ -69,6 +71,30 @@ void OpenFirstMenu(QMenuBar *bar)
     first->menu()->setActiveAction(first->menu()->actions().value(0));
 }
 
+static void TellClosed(QMenu *shown)
+{
+    ReportMenuClosed(shown->property("chosen").toUInt());
+    shown->deleteLater();
+}
+
+static QMenu *MakePopupMenu(QWidget *parent, HMENU menu)
+{
+    auto made = std::make_unique<QMenu>(parent);
+    QMenu *shown = made.get();
+    shown->setAccessibleName(QStringLiteral("Context menu"));
+    FillMenu(shown, menu);
+    // The choice is told after the closing, in the same event.
+    QObject::connect(shown, &QMenu::aboutToHide, shown, [shown] {
+        if (!DoesMemorySuffice(
+                [shown] { QTimer::singleShot(0, shown, [shown] { TellClosed(shown); }); }))
+            TellClosed(shown);
+    });
+    QObject::connect(shown, &QMenu::triggered, shown, [shown](const QAction *action) {
+        shown->setProperty("chosen", action->data());
+    });
+    return made.release();
+}
+
 bool ShowPopupMenu(HMENU menu, POINT place, HWND owner)
 {
     QWidget *client = WidgetOf(owner);
@@ -77,19 +103,7 @@ bool ShowPopupMenu(HMENU menu, POINT place, HWND owner)
         ReportMenuClosed(0);
         return true;
     }
-    auto *shown = new QMenu(client->window());
-    shown->setAccessibleName(QStringLiteral("Context menu"));
-    FillMenu(shown, menu);
-    // The choice is told after the closing, in the same event.
-    QObject::connect(shown, &QMenu::aboutToHide, shown, [shown] {
-        QTimer::singleShot(0, shown, [shown] {
-            ReportMenuClosed(shown->property("chosen").toUInt());
-            shown->deleteLater();
-        });
-    });
-    QObject::connect(shown, &QMenu::triggered, shown, [shown](const QAction *action) {
-        shown->setProperty("chosen", action->data());
-    });
+    QMenu *shown = MakePopupMenu(client->window(), menu);
     shownMenu = shown;
     const POINT origin = ClientOriginOf(record);
     shown->popup(client->mapToGlobal(QPoint(place.x - origin.x, place.y - origin.y)));

@@ -5,6 +5,7 @@
 #include <QThread>
 #include <utility>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/registry.h"
 #include "platform/native/user/queue.h"
 
@@ -54,7 +55,9 @@ void WakeQt()
     Waker &waker = TheWaker();
     if (depth == 0 || std::exchange(waker.isPosted, true))
         return;
-    QCoreApplication::postEvent(&waker, new QEvent(QEvent::User));
+    // Without one a loop of Qt's own hears of the message at its next event.
+    if (!DoesMemorySuffice([&] { QCoreApplication::postEvent(&waker, new QEvent(QEvent::User)); }))
+        waker.isPosted = false;
 }
 
 bool RunQtEvents(bool wait)

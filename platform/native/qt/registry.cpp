@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <vector>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/surfaces.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
@@ -23,6 +24,7 @@ void EnterWidget(HWND window, QWidget *widget)
 
 void DropWidget(HWND window, QWidget *outermost)
 {
+    outermost->hide();
     widgets.remove(window);
     DropLater(outermost);
 }
@@ -30,7 +32,8 @@ void DropWidget(HWND window, QWidget *outermost)
 void DropLater(QWidget *widget)
 {
     widget->hide();
-    dropped.emplace_back(widget);
+    if (!DoesMemorySuffice([=] { dropped.emplace_back(widget); }))
+        widget->deleteLater();
 }
 
 void DeleteDropped()

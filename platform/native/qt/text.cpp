@@ -14,10 +14,12 @@
 
 QString FromCodePage(const char *text, int bytes)
 {
-    std::u16string wide(static_cast<size_t>(std::max(bytes, 0)), 0);
-    const int length =
-        bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, text, bytes, wide.data(), bytes) : 0;
-    return QString::fromUtf16(wide.data(), length);
+    QString wide(std::max(bytes, 0), Qt::Uninitialized);
+    const int length = bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, text, bytes,
+                                                       reinterpret_cast<LPWSTR>(wide.data()), bytes)
+                                 : 0;
+    wide.truncate(length);
+    return wide;
 }
 
 QString FromCodePage(const std::string &text)

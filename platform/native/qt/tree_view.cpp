@@ -10,6 +10,7 @@
 #include "platform/native/comctl/image_list.h"
 #include "platform/native/comctl/tree.h"
 #include "platform/native/comctl/tree_user.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/qt/registry.h"
 #include "platform/native/qt/text.h"
 #include "platform/native/user/control_font.h"
@@ -73,7 +74,7 @@ static QImage ListImage(HIMAGELIST list, int index)
 
 // Each file brings a list of its own with the same pictures. Qt keeps pixels of every icon there
 // was, so another is made only for other pictures.
-const QIcon &TreeModel::IconOf(int image, int selectedImage) const
+const QIcon &TreeModel::KeepIcon(int image, int selectedImage) const
 {
     const QImage normal = ListImage(TreeImages(window), image);
     const QImage selected = ListImage(TreeImages(window), selectedImage);
@@ -84,6 +85,11 @@ const QIcon &TreeModel::IconOf(int image, int selectedImage) const
         kept.icon.addPixmap(QPixmap::fromImage(kept.selected), QIcon::Selected);
     }
     return kept.icon;
+}
+
+QIcon TreeModel::IconOf(int image, int selectedImage) const
+{
+    return UnlessMemoryRunsOut(QIcon(), [=, this] { return KeepIcon(image, selectedImage); });
 }
 
 // What screen readers do not find out by themselves.

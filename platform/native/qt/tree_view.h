@@ -40,7 +40,8 @@ class TreeModel : public QAbstractItemModel
     QVariant data(const QModelIndex &index, int role) const override;
 
   private:
-    const QIcon &IconOf(int image, int selectedImage) const;
+    const QIcon &KeepIcon(int image, int selectedImage) const;
+    QIcon IconOf(int image, int selectedImage) const; // none when memory runs out
     QString PlaceOf(const QModelIndex &index) const;
 
     HWND window;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32.h"
 
@@ -23,9 +24,12 @@ void ReportDrop(HWND window, POINT place, const std::vector<std::string> &paths)
     if (!TakesDrops(window))
         return;
     std::string list;
-    for (const std::string &path : paths)
-        list.append(path.c_str(), path.size() + 1);
-    list += '\0';
+    if (!DoesMemorySuffice([&] {
+            for (const std::string &path : paths)
+                list.append(path.c_str(), path.size() + 1);
+            list += '\0';
+        }))
+        return;
     const HGLOBAL drop =
         GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + list.size());
     auto *header = static_cast<DROPFILES *>(GlobalLock(drop));

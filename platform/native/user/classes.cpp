@@ -3,6 +3,7 @@
 #include <memory>
 #include <strings.h>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/button.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/stand_in.h"
@@ -53,7 +54,7 @@ WindowClass *FindClass(LPCSTR name)
     return place == Classes().end() ? nullptr : place->get();
 }
 
-ATOM WINAPI RegisterClassA(const WNDCLASSA *given)
+static ATOM AddClass(const WNDCLASSA *given)
 {
     if (!given->lpszClassName || !*given->lpszClassName || FindClass(given->lpszClassName))
         return 0;
@@ -70,6 +71,11 @@ ATOM WINAPI RegisterClassA(const WNDCLASSA *given)
     static ATOM lastAtom = 0xC000;
     Classes().push_back(std::move(added));
     return ++lastAtom;
+}
+
+ATOM WINAPI RegisterClassA(const WNDCLASSA *given)
+{
+    return UnlessMemoryRunsOut<ATOM>(0, [=] { return AddClass(given); });
 }
 
 BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE)

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/native/kernel/module.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/user/control_font.h"
 #include "platform/native/user/dialog_keys.h"
 #include "platform/native/user/geometry.h"
@@ -79,28 +80,43 @@ static bool IsTooLarge(const DialogTemplate &plan, const Units &units)
     return pixels > mostPixels;
 }
 
-// Makes the dialog's window and its controls, all hidden. NULL when a control's class is unknown or
-// the whole is too large.
-static HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFONT font)
+// Places the dialog's window and makes its controls. False when a control's class is unknown or the
+// whole is too large.
+static bool FillDialog(HWND dialog, const DialogTemplate &plan, HINSTANCE instance, HWND owner,
+                       HFONT font)
+{
+    if (font)
+        WindowOf(dialog)->font = font;
+    const Units units = {AverageWidth(FontOf(dialog)), LineHeight(FontOf(dialog))};
+    if (IsTooLarge(plan, units))
+        return false;
+    const RECT around = WindowOf(dialog)->around;
+    POINT place = {units.X(plan.x), units.Y(plan.y)};
+    ClientToScreen(owner, &place);
+    MoveWindow(dialog, place.x, place.y, units.X(plan.width) + around.left + around.right,
+               units.Y(plan.height) + around.top + around.bottom, TRUE);
+    return MakeControls(dialog, plan, units, instance, font);
+}
+
+// Makes the dialog's window and its controls, all hidden; the procedure gets none of their
+// messages. NULL when they cannot be made.
+static HWND MakeDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, HFONT font,
+                       DLGPROC procedure)
 {
     const HWND dialog = CreateWindowExA(0, dialogClass, plan.caption.c_str(),
                                         plan.style & ~static_cast<DWORD>(WS_VISIBLE | WS_CHILD), 0,
                                         0, 0, 0, owner, nullptr, instance, nullptr);
     if (!dialog)
         return nullptr;
-    if (font)
-        WindowOf(dialog)->font = font;
-    const Units units = {AverageWidth(FontOf(dialog)), LineHeight(FontOf(dialog))};
-    if (IsTooLarge(plan, units)) {
-        DestroyWindow(dialog);
-        return nullptr;
-    }
-    const RECT around = WindowOf(dialog)->around;
-    POINT place = {units.X(plan.x), units.Y(plan.y)};
-    ClientToScreen(owner, &place);
-    MoveWindow(dialog, place.x, place.y, units.X(plan.width) + around.left + around.right,
-               units.Y(plan.height) + around.top + around.bottom, TRUE);
-    if (MakeControls(dialog, plan, units, instance, font))
+    const bool isWhole = UnlessMemoryRunsOut(false, [&] {
+        auto state = std::make_unique<DialogState>();
+        state->procedure = procedure;
+        if (!FillDialog(dialog, plan, instance, owner, font))
+            return false;
+        WindowOf(dialog)->state = std::move(state);
+        return true;
+    });
+    if (isWhole)
         return dialog;
     DestroyWindow(dialog);
     return nullptr;
@@ -186,13 +202,10 @@ INT_PTR RunDialog(const DialogTemplate &plan, HINSTANCE instance, HWND owner, DL
     if ((owner && !WindowOf(owner)) || IsQuitting())
         return 0;
     const HFONT font = MakeFont(plan);
-    const HWND dialog = MakeDialog(plan, instance, owner, font);
+    const HWND dialog = MakeDialog(plan, instance, owner, font, procedure);
     INT_PTR result = -1;
     if (dialog) {
         const HWND focusBefore = FocusWindow();
-        auto state = std::make_unique<DialogState>();
-        state->procedure = procedure;
-        WindowOf(dialog)->state = std::move(state);
         SetTakesInput(owner, false);
         Initialise(dialog, parameter);
         Loop(dialog);
@@ -213,7 +226,8 @@ INT_PTR WINAPI DialogBoxParamA(HINSTANCE instance, LPCSTR templateName, HWND own
 {
     const ByteReader resource = OpenResource(instance, templateName, RT_DIALOG);
     DialogTemplate plan;
-    if (!ReadDialogTemplate(resource.data, resource.total, &plan))
+    if (!UnlessMemoryRunsOut(
+            false, [&] { return ReadDialogTemplate(resource.data, resource.total, &plan); }))
         return -1;
     return RunDialog(plan, instance, owner, procedure, parameter);
 }

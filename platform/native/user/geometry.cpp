@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/visible.h"
 
@@ -72,9 +73,9 @@ static bool MayAsk(Window *window, const SIZE &wanted)
             return false;
         }
     }
-    window->askedFrom.push_back(given);
     window->isAskWithheld = false;
-    return true;
+    // What cannot be counted is not asked.
+    return DoesMemorySuffice([&] { window->askedFrom.push_back(given); });
 }
 
 // What stands is a new size, whatever was given before: the question may be asked anew. One that

@@ -3,6 +3,7 @@
 #include "platform/native/handles.h"
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/module.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
@@ -19,9 +20,8 @@ constexpr WORD lastItem = 0x80; // the last item of a menu, in the resource
 constexpr int deepestMenu = 8;
 
 // An item is a word of flags, an id unless it is a submenu, and a text; a submenu's items follow.
-static HMENU ReadItems(ByteReader *reader, int depth)
+static void ReadItems(ByteReader *reader, HMENU menu, int depth)
 {
-    const HMENU menu = CreatePopupMenu();
     WORD flags = 0;
     while (!(flags & lastItem) && !reader->failed) {
         flags = TakeU16(reader);
@@ -32,10 +32,16 @@ static HMENU ReadItems(ByteReader *reader, int depth)
         UINT kept = flags & (MF_GRAYED | MF_DISABLED | MF_POPUP | MF_SEPARATOR);
         if (text.empty() && id == 0 && !(flags & MF_POPUP))
             kept |= MF_SEPARATOR;
-        const HMENU submenu = flags & MF_POPUP ? ReadItems(reader, depth + 1) : nullptr;
-        menus.Find(menu)->items.push_back({text, id, kept, submenu});
+        std::vector<MenuItem> &items = menus.Find(menu)->items;
+        items.push_back({text, id, kept, nullptr});
+        if (!(flags & MF_POPUP))
+            continue;
+        const HMENU submenu = CreatePopupMenu();
+        if (!submenu)
+            throw std::bad_alloc();
+        items.back().submenu = submenu;
+        ReadItems(reader, submenu, depth + 1);
     }
-    return menu;
 }
 
 static MenuItem *FindItem(HMENU handle, UINT id)
@@ -85,7 +91,12 @@ HMENU LoadMenuResource(HINSTANCE instance, LPCSTR name)
     // A version, 0, and the length of what lies between this header and the items.
     const WORD version = TakeU16(&reader);
     SkipBytes(&reader, TakeU16(&reader));
-    return version == 0 && !reader.failed ? ReadItems(&reader, 0) : nullptr;
+    const HMENU menu = version == 0 && !reader.failed ? CreatePopupMenu() : nullptr;
+    if (menu && !DoesMemorySuffice([&] { ReadItems(&reader, menu, 0); })) {
+        DestroyMenu(menu);
+        return nullptr;
+    }
+    return menu;
 }
 
 HMENU WINAPI GetMenu(HWND window)
@@ -121,10 +132,9 @@ HMENU WINAPI CreatePopupMenu(void)
 BOOL WINAPI AppendMenuA(HMENU menu, UINT flags, UINT_PTR id, LPCSTR text)
 {
     Menu *record = menus.Find(menu);
-    if (!record)
-        return FALSE;
-    record->items.push_back({text ? text : "", static_cast<UINT>(id), flags, nullptr});
-    return TRUE;
+    return record && DoesMemorySuffice([=] {
+               record->items.push_back({text ? text : "", static_cast<UINT>(id), flags, nullptr});
+           });
 }
 
 BOOL WINAPI DestroyMenu(HMENU menu)
@@ -149,7 +159,7 @@ BOOL WINAPI TrackPopupMenu(HMENU menu, UINT, int x, int y, int, HWND owner, cons
         return FALSE;
     isMenuOpen = true;
     chosenId = 0;
-    if (!visible.showMenu(menu, {x, y}, owner)) {
+    if (!UnlessMemoryRunsOut(false, [=] { return visible.showMenu(menu, {x, y}, owner); })) {
         isMenuOpen = false;
         return FALSE;
     }

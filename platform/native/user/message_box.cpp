@@ -1,6 +1,7 @@
 // The platform's own message box: a dialog that is laid out around its text.
 #include <algorithm>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/static_text.h"
 #include "platform/native/user/text_lines.h"
@@ -36,7 +37,7 @@ static DialogTemplate PlanBox(const std::string &text, bool hasIcon)
     const Font font = {-11, 0, "MS Sans Serif"};
     const int unitWidth = AverageWidth(font);
     int textWidth = 0, lines = 0;
-    for (const std::string &line : BreakLines(font, text, widestText * unitWidth / 4)) {
+    for (const std::string_view line : BreakLines(font, text, widestText * unitWidth / 4)) {
         textWidth = std::max(textWidth, (TextWidth(font, line) + 1) * 4 / unitWidth + 2);
         ++lines;
     }
@@ -63,8 +64,12 @@ static DialogTemplate PlanBox(const std::string &text, bool hasIcon)
 
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
 {
-    DialogTemplate plan = PlanBox(text ? text : "", type & MB_ICONINFORMATION);
-    plan.caption = caption ? caption : "Error";
+    DialogTemplate plan;
+    if (!DoesMemorySuffice([&] {
+            plan = PlanBox(text ? text : "", type & MB_ICONINFORMATION);
+            plan.caption = caption ? caption : "Error";
+        }))
+        return 0;
     const INT_PTR result = RunDialog(plan, nullptr, owner, MessageBoxProcedure, 0);
     return result == IDOK ? IDOK : 0;
 }

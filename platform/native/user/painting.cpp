@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/native/gdi/device_context.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/visible.h"
 #include "platform/win32/user.h"
 
@@ -81,6 +82,7 @@ static void Subtract(std::vector<RECT> *rects, const RECT &hole)
 
 static HDC OpenContextOn(const WindowPixels &pixels, HWND window, const RECT &part, bool isGiven)
 {
+    openContexts.reserve(openContexts.size() + 1);
     const HDC dc = OpenSurfaceContext(pixels.surface, part);
     if (dc)
         openContexts.push_back({dc, window, isGiven});
@@ -131,12 +133,14 @@ void DropOverlay(Window *window)
     visible.overlayChanged(window->self);
 }
 
-// On every overlay that lies above.
+// On every overlay that lies above. What cannot be told apart any more goes whole.
 void UncoverPart(Window *window, RECT part)
 {
     for (; window; window = WindowOf(window->parent)) {
-        if (!window->overlay.covered.empty()) {
-            Subtract(&window->overlay.covered, part);
+        std::vector<RECT> &covered = window->overlay.covered;
+        if (!covered.empty()) {
+            if (!DoesMemorySuffice([&] { Subtract(&covered, part); }))
+                covered.clear();
             visible.overlayChanged(window->self);
         }
         part = Moved(part, window->rect.left + window->around.left,
@@ -192,18 +196,22 @@ static void CoverAll(Window *window)
     window->overlay.covered = {all};
 }
 
+static HDC OpenWindowContext(Window *window)
+{
+    const bool isAboveChildren = !window->children.empty();
+    if (isAboveChildren)
+        CoverAll(window);
+    else
+        FitPixels(window, &window->pixels);
+    const WindowPixels &pixels = isAboveChildren ? window->overlay.pixels : window->pixels;
+    return OpenContextOn(pixels, window->self, ClientRectOf(window), true);
+}
+
 HDC WINAPI GetDC(HWND window)
 {
     Window *record = WindowOf(window);
-    if (!record)
-        return nullptr;
-    const bool isAboveChildren = !record->children.empty();
-    if (isAboveChildren)
-        CoverAll(record);
-    else
-        FitPixels(record, &record->pixels);
-    const WindowPixels &pixels = isAboveChildren ? record->overlay.pixels : record->pixels;
-    return OpenContextOn(pixels, window, ClientRectOf(record), true);
+    return record ? UnlessMemoryRunsOut<HDC>(nullptr, [=] { return OpenWindowContext(record); })
+                  : nullptr;
 }
 
 int WINAPI ReleaseDC(HWND window, HDC dc)
@@ -248,10 +256,11 @@ BOOL WINAPI InvalidateRect(HWND window, const RECT *part, BOOL erase)
     Window *record = WindowOf(window);
     if (!record)
         return FALSE;
-    MarkInvalid(record, part ? *part : ClientRectOf(record), erase);
+    const bool isMarked =
+        DoesMemorySuffice([=] { MarkInvalid(record, part ? *part : ClientRectOf(record), erase); });
     if (!waiting.empty())
         visible.wakeUp();
-    return TRUE;
+    return isMarked;
 }
 
 void InvalidateAll(HWND window)
@@ -294,10 +303,10 @@ BOOL WINAPI UpdateWindow(HWND window)
 {
     if (!WindowOf(window))
         return FALSE;
-    PaintNow(window);
+    const bool isPainted = DoesMemorySuffice([=] { PaintNow(window); });
     if (WindowOf(window))
         visible.flush(window);
-    return TRUE;
+    return isPainted;
 }
 
 // --- painting ---

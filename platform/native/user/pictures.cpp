@@ -10,6 +10,7 @@
 #include "platform/native/gdi/dib_decode.h"
 #include "platform/native/handles.h"
 #include "platform/native/kernel/module.h"
+#include "platform/native/no_memory.h"
 #include "platform/native/visible.h"
 #include "platform/win32/kernel.h"
 #include "platform/win32/user.h"
@@ -204,8 +205,12 @@ static HICON LoadShared(HINSTANCE instance, LPCSTR name, bool isCursor)
         DrawInformationSign(&picture);
     else if (!instance || !ReadPicture(instance, name, isCursor, &picture))
         return nullptr;
+    loadedPictures.push_back({instance, key, isCursor, nullptr});
     const auto handle = static_cast<HICON>(pictures.Add(std::move(picture)));
-    loadedPictures.push_back({instance, key, isCursor, handle});
+    if (handle)
+        loadedPictures.back().handle = handle;
+    else
+        loadedPictures.pop_back();
     return handle;
 }
 
@@ -216,12 +221,12 @@ const ImagePixels *PictureOf(HICON handle)
 
 HICON WINAPI LoadIconA(HINSTANCE instance, LPCSTR name)
 {
-    return LoadShared(instance, name, false);
+    return UnlessMemoryRunsOut<HICON>(nullptr, [=] { return LoadShared(instance, name, false); });
 }
 
 HCURSOR WINAPI LoadCursorA(HINSTANCE instance, LPCSTR name)
 {
-    return LoadShared(instance, name, true);
+    return UnlessMemoryRunsOut<HCURSOR>(nullptr, [=] { return LoadShared(instance, name, true); });
 }
 
 // The cursor that shows: at first the arrow.

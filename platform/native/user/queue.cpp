@@ -2,6 +2,7 @@
 
 #include <deque>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/painting.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
@@ -88,8 +89,8 @@ void DispatchWaiting()
 
 void AddInput(const MSG &message)
 {
-    inputs.push_back(message);
-    visible.wakeUp();
+    if (DoesMemorySuffice([&] { inputs.push_back(message); }))
+        visible.wakeUp();
 }
 
 bool IsQuitting()
@@ -99,9 +100,10 @@ bool IsQuitting()
 
 BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (!WindowOf(window))
+    if (!WindowOf(window) || !DoesMemorySuffice([&] {
+            posted.push_back({window, message, wParam, lParam, {}});
+        }))
         return FALSE;
-    posted.push_back({window, message, wParam, lParam, {}});
     visible.wakeUp();
     return TRUE;
 }
@@ -134,8 +136,14 @@ void WINAPI PostQuitMessage(int exitCode)
     visible.wakeUp();
 }
 
-LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const Window *record = WindowOf(window);
     return record ? record->windowClass->procedure(window, message, wParam, lParam) : 0;
+}
+
+LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return UnlessMemoryRunsOut<LRESULT>(
+        0, [=] { return CallProcedure(window, message, wParam, lParam); });
 }

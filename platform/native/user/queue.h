@@ -22,8 +22,12 @@ Taken WaitForMessage(MSG *message);
 // display's own runs.
 void DispatchWaiting();
 
-// Puts what the user did in the queue, after all that is posted.
+// Puts what the user did in the queue, after all that is posted; without memory it is not done.
 void AddInput(const MSG &message);
+
+// What SendMessageA does, but a procedure that runs out of memory throws out of it, where
+// SendMessageA answers 0.
+LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Whether a quit request waits.
 bool IsQuitting();

@@ -5,6 +5,7 @@
 #include "platform/native/gdi/dib_decode.h"
 #include "platform/native/kernel/code_page.h"
 #include "platform/native/kernel/module.h"
+#include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 #include "platform/win32/user.h"
 
@@ -21,7 +22,9 @@ int WINAPI LoadStringA(HINSTANCE instance, UINT id, LPSTR text, int size)
     const BYTE *units = BytesAt(&block, block.position, length * 2);
     if (!units)
         return 0;
-    const std::string kept = TextOfUnits(units, std::min(length, static_cast<size_t>(size) - 1));
+    std::string kept;
+    DoesMemorySuffice(
+        [&] { kept = TextOfUnits(units, std::min(length, static_cast<size_t>(size) - 1)); });
     std::memcpy(text, kept.c_str(), kept.size() + 1);
     return static_cast<int>(kept.size());
 }

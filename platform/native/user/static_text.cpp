@@ -75,7 +75,7 @@ static void DrawLines(HWND control, HDC dc, const RECT &all)
     const int height = LineHeight(font);
     SetBkMode(dc, TRANSPARENT);
     int y = 0;
-    for (const std::string &line : BreakLines(font, shown, all.right)) {
+    for (const std::string_view line : BreakLines(font, shown, all.right)) {
         const int free = all.right - TextWidth(font, line);
         const DWORD type = record->style & SS_TYPEMASK;
         const int left = type == SS_CENTER ? free / 2 : type == SS_RIGHT ? free : 0;

@@ -22,56 +22,61 @@ int AverageWidth(const Font &font)
     return SizeOf(font).averageWidth;
 }
 
-static int PieceWidth(const Font &font, const std::string &piece)
+static int PieceWidth(const Font &font, std::string_view piece)
 {
     return visible.measureText(font, piece.data(), static_cast<int>(piece.size()));
 }
 
-std::vector<TextPiece> PlacePieces(const Font &font, const std::string &line)
+// Takes the piece that begins there, and moves on to the next one.
+static TextPiece TakePiece(const Font &font, std::string_view line, size_t *at, int *x)
 {
     const int tab = 8 * AverageWidth(font);
+    const size_t end = std::min(line.find('\t', *at), line.size());
+    const TextPiece piece = {*x, line.substr(*at, end - *at)};
+    *x = (*x + PieceWidth(font, piece.text)) / tab * tab + tab;
+    *at = end + 1;
+    return piece;
+}
+
+std::vector<TextPiece> PlacePieces(const Font &font, std::string_view line)
+{
     std::vector<TextPiece> pieces;
     int x = 0;
-    for (size_t at = 0; at <= line.size();) {
-        const size_t end = std::min(line.find('\t', at), line.size());
-        pieces.push_back({x, line.substr(at, end - at)});
-        x = (x + PieceWidth(font, pieces.back().text)) / tab * tab + tab;
-        at = end + 1;
-    }
+    for (size_t at = 0; at <= line.size();)
+        pieces.push_back(TakePiece(font, line, &at, &x));
     return pieces;
 }
 
-int TextWidth(const Font &font, const std::string &line)
+int TextWidth(const Font &font, std::string_view line)
 {
-    const TextPiece last = PlacePieces(font, line).back();
+    TextPiece last = {};
+    int x = 0;
+    for (size_t at = 0; at <= line.size();)
+        last = TakePiece(font, line, &at, &x);
     return last.x + PieceWidth(font, last.text);
 }
 
 // Appends the lines of one paragraph.
-static void BreakParagraph(const Font &font, const std::string &paragraph, int width,
-                           std::vector<std::string> *lines)
+static void BreakParagraph(const Font &font, std::string_view paragraph, int width,
+                           std::vector<std::string_view> *lines)
 {
-    std::string line;
-    size_t at = 0;
-    while (at < paragraph.size()) {
+    size_t start = 0, end = 0; // of the line so far
+    while (end < paragraph.size()) {
         const size_t wordEnd =
-            std::min(paragraph.find(' ', paragraph.find_first_not_of(' ', at)), paragraph.size());
-        const std::string longer = line + paragraph.substr(at, wordEnd - at);
-        if (!line.empty() && TextWidth(font, longer) > width) {
-            lines->push_back(line);
-            line.clear();
-            at = std::min(paragraph.find_first_not_of(' ', at), paragraph.size());
-            continue;
+            std::min(paragraph.find(' ', paragraph.find_first_not_of(' ', end)), paragraph.size());
+        if (end > start && TextWidth(font, paragraph.substr(start, wordEnd - start)) > width) {
+            lines->push_back(paragraph.substr(start, end - start));
+            start = end = std::min(paragraph.find_first_not_of(' ', end), paragraph.size());
+        } else {
+            end = wordEnd;
         }
-        line = longer;
-        at = wordEnd;
     }
-    lines->push_back(line);
+    lines->push_back(paragraph.substr(start, end - start));
 }
 
-std::vector<std::string> BreakLines(const Font &font, const std::string &text, int width)
+std::vector<std::string_view> BreakLines(const Font &font, std::string_view text, int width)
 {
-    std::vector<std::string> lines;
+    std::vector<std::string_view> lines;
     size_t at = 0;
     while (at <= text.size()) {
         const size_t end = std::min(text.find_first_of("\r\n", at), text.size());

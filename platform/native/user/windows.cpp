@@ -2,11 +2,13 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/native/no_memory.h"
 #include "platform/native/user/classes.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/painting.h"
+#include "platform/native/user/queue.h"
 #include "platform/native/user/window_table.h"
 #include "platform/native/visible.h"
 #include "platform/win32/user.h"
@@ -50,15 +52,10 @@ static HMENU LoadClassMenu(const WindowClass *windowClass)
                : LoadMenuResource(windowClass->instance, windowClass->menuName.c_str());
 }
 
-// Adds the record of a window that nobody knows of yet. NULL when there is no room.
-static Window *MakeRecord(WindowClass *windowClass, LPCSTR text, DWORD style, HWND parent,
-                          HMENU menuOrId, HINSTANCE instance)
+// Fills the record of a window that nobody knows of yet.
+static void FillRecord(Window *window, LPCSTR text, DWORD style, HWND parent, HMENU menuOrId,
+                       HINSTANCE instance)
 {
-    Window *window = AddWindow();
-    if (!window)
-        return nullptr;
-    window->windowClass = windowClass;
-    ++windowClass->windows;
     window->style = style;
     window->text = text ? text : "";
     window->instance = instance;
@@ -66,9 +63,23 @@ static Window *MakeRecord(WindowClass *windowClass, LPCSTR text, DWORD style, HW
     if (window->parent)
         window->id = static_cast<int>(reinterpret_cast<intptr_t>(menuOrId));
     else
-        window->menu = menuOrId ? menuOrId : LoadClassMenu(windowClass);
-    return window;
+        window->menu = menuOrId ? menuOrId : LoadClassMenu(window->windowClass);
 }
+
+// Tells everybody of a new window: the visible half, and the window itself.
+static void Announce(HWND window)
+{
+    Window *record = WindowOf(window);
+    TellChange(record, WindowChange::Made);
+    if (!record->parent)
+        record->around = FrameAround(record);
+    CallProcedure(window, WM_CREATE, 0, 0);
+    record = WindowOf(window);
+    if (record && !IsSizedWhenShown(record->style))
+        TellSize(window);
+}
+
+static void FreeWindow(HWND window);
 
 HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
@@ -78,23 +89,34 @@ HWND WINAPI CreateWindowExA(DWORD, LPCSTR className, LPCSTR text, DWORD style, i
     const bool needsParent = (style & WS_CHILD) || (parent && parent != HWND_MESSAGE);
     if (!windowClass || (needsParent && parent != HWND_MESSAGE && !WindowOf(parent)))
         return nullptr;
-    // It is shown when it is whole.
-    const bool isVisible = style & WS_VISIBLE;
-    Window *window = MakeRecord(windowClass, text, style & ~static_cast<DWORD>(WS_VISIBLE), parent,
-                                menuOrId, instance);
+    Window *window = AddWindow();
     if (!window)
         return nullptr;
+    window->windowClass = windowClass;
+    ++windowClass->windows;
     const HWND handle = window->self;
-    SetFirstRect(window, x, y, width, height);
-    TellChange(window, WindowChange::Made);
-    if (!window->parent)
-        window->around = FrameAround(window);
-    SendMessageA(handle, WM_CREATE, 0, 0);
-    if (!IsSizedWhenShown(style))
-        TellSize(handle);
-    if (isVisible && WindowOf(handle))
+    const bool isMade = DoesMemorySuffice([=] {
+        // It is shown when it is whole.
+        FillRecord(window, text, style & ~static_cast<DWORD>(WS_VISIBLE), parent, menuOrId,
+                   instance);
+        SetFirstRect(window, x, y, width, height);
+        Announce(handle);
+    });
+    if (!isMade)
+        FreeWindow(handle);
+    else if (style & WS_VISIBLE)
         ShowWindow(handle, SW_SHOW);
     return WindowOf(handle) ? handle : nullptr;
+}
+
+// The first child that has not been told yet that it goes; any message may change who is there.
+static HWND NextToDie(HWND parent)
+{
+    if (const Window *record = WindowOf(parent))
+        for (HWND child : record->children)
+            if (!WindowOf(child)->isDying)
+                return child;
+    return nullptr;
 }
 
 // Tells the window, and then those below it, that they go. Any of them may already be gone when
@@ -106,11 +128,7 @@ static void SendDestroy(HWND window)
         return;
     record->isDying = true;
     SendMessageA(window, WM_DESTROY, 0, 0);
-    record = WindowOf(window);
-    if (!record)
-        return;
-    const std::vector<HWND> children = record->children;
-    for (HWND child : children)
+    while (const HWND child = NextToDie(window))
         SendDestroy(child);
 }
 
@@ -119,9 +137,8 @@ static void FreeWindow(HWND window)
     Window *record = WindowOf(window);
     if (!record)
         return;
-    const std::vector<HWND> children = record->children;
-    for (HWND child : children)
-        FreeWindow(child);
+    while (!record->children.empty())
+        FreeWindow(record->children.front());
     if (Window *parent = WindowOf(record->parent))
         std::erase(parent->children, window);
     std::erase(TopLevelWindows(), window);
@@ -133,14 +150,12 @@ static void FreeWindow(HWND window)
     RemoveWindow(window);
 }
 
-static void DestroyOwned(HWND owner)
+static HWND NextOwned(HWND owner)
 {
-    const std::vector<HWND> windows = TopLevelWindows();
-    for (HWND window : windows) {
-        const Window *record = WindowOf(window);
-        if (record && record->owner == owner)
-            DestroyWindow(window);
-    }
+    for (HWND window : TopLevelWindows())
+        if (WindowOf(window)->owner == owner && !WindowOf(window)->isDying)
+            return window;
+    return nullptr;
 }
 
 BOOL WINAPI DestroyWindow(HWND window)
@@ -151,7 +166,8 @@ BOOL WINAPI DestroyWindow(HWND window)
     if (record->isDying)
         return TRUE;
     ShowWindow(window, SW_HIDE);
-    DestroyOwned(window);
+    while (const HWND owned = NextOwned(window))
+        DestroyWindow(owned);
     SendDestroy(window);
     FreeWindow(window);
     return TRUE;
@@ -164,7 +180,8 @@ BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text)
     Window *record = WindowOf(window);
     if (!record)
         return FALSE;
-    record->text = text ? text : "";
+    if (!DoesMemorySuffice([=] { record->text = text ? text : ""; }))
+        return FALSE;
     TellChange(record, WindowChange::Text);
     if (record->parent)
         InvalidateRect(window, nullptr, TRUE);
@@ -220,7 +237,8 @@ BOOL WINAPI EnumChildWindows(HWND parent, WNDENUMPROC procedure, LPARAM paramete
     if (!record)
         return FALSE;
     std::vector<HWND> all;
-    ListChildren(record, &all);
+    if (!DoesMemorySuffice([&] { ListChildren(record, &all); }))
+        return FALSE;
     for (HWND child : all)
         if (WindowOf(child) && !procedure(child, parameter))
             return FALSE;

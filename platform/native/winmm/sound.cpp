@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/byte_reader.h"
+#include "platform/native/no_memory.h"
 #include "platform/win32/winmm.h"
 
 constexpr uint32_t riffHeaderSize = 8;    // bytes
@@ -231,7 +232,7 @@ BOOL WINAPI sndPlaySoundA(LPCSTR sound, UINT flags)
         ((flags & SND_NOSTOP) != 0 && audio.IsPlaying()))
         return FALSE;
     WaveSound wave;
-    if (!LoadSound(sound, &wave))
+    if (!UnlessMemoryRunsOut(false, [&] { return LoadSound(sound, &wave); }))
         return FALSE;
     bool plays = audio.Play(wave);
     sdl.FreeWAV(wave.samples);
