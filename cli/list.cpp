@@ -5,6 +5,7 @@
 #include "cli/numbers.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
+#include "exe/refusal.h"
 #include "platform/console.h"
 
 #include <CLI/CLI.hpp>
@@ -44,7 +45,7 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
     ReadingOptions options;
     options.salvage = run->options->salvage;
     options.allDoes = "lists";
-    const ReadingResult result = ReadExecutable(file, run->tree, options, reason);
+    ReadingResult result = ReadExecutable(file, run->tree, options, reason);
     if (result != ReadingDone)
         return result;
     AppendHeading(run, path);
@@ -54,6 +55,11 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
         AppendCatalog(&run->listing, path, file, codePage);
     else
         AppendTree(&run->listing, run->tree, codePage);
+    // The kind of the file and the groups of icons are read anew.
+    if (reason->empty() && NotedFailure() == FailureUnreadable) {
+        *reason = FailureText();
+        result = ReadingRefused;
+    }
     ReleaseCatalog(&openCatalog);
     return result;
 }

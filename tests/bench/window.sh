@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Measures the window, on the display there is or on a virtual one: the start beside that of an
-# empty window of Qt's, opening 64,000 resources beside listing them with quillmoor-cli, and what the
-# user waits for. Prints medians in milliseconds. RUNS=n sets the number of runs (11).
+# Measures the window, on the display there is or on a virtual one: the start beside those of empty
+# windows of Qt's, without and with a menu bar and a tree, opening 64,000 resources beside listing
+# them with quillmoor-cli, and what the user waits for. Prints medians in milliseconds. RUNS=n sets
+# the number of runs (11).
 set -eu
 cd "$(dirname "$0")/../.."
 . packaging/packages.sh
@@ -39,11 +40,13 @@ print() { printf '%-44s %7s  (%s to %s)\n' "$1" $(sort -n "$work/$2" | awk '{ t[
 cd "$build"
 for _ in $(seq "$runs"); do
     start "$build/tests/empty_window" >>"$work/empty"
+    start "$build/tests/empty_window" controls >>"$work/controls"
     start "$build/quillmoor" >>"$work/start"
     list "$work/many.dll" >>"$work/list"
     "$build/tests/bench_window" open "$work/many.dll" >>"$work/open"
 done
 print "start of an empty window" empty
+print "start of one with a menu bar and a tree" controls
 print "start" start
 print "quillmoor-cli list, 64,000 resources" list
 print "open 64,000 resources first" open

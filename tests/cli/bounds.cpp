@@ -65,6 +65,8 @@ TEST(Bounds, HoldForTheFilesThatCostMost)
         {"PE names, as JSON", {"list", "--json"}, MakeWorstPe(10, 20000, none), 220, 48},
         {"NE names, as a tree", {"list"}, MakeWorstNe(16000), 64, 100},
         {"NE names, as JSON", {"list", "--json"}, MakeWorstNe(16000), 138, 70},
+        {"PE survey, as a tree", {"list", "--all"}, MakeWorstPe(10, 20000, none), 100, 48},
+        {"NE survey, as a tree", {"list", "--all"}, MakeWorstNe(16000), 64, 48},
         {"PE data", {"list"}, MakeWorstPe(10, 1024, shared), 11, 2, 72 * mebi},
         {"PE texts", {"save"}, MakeWorstPe(6, 100, strings), 300, 100},
     };

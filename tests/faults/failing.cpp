@@ -181,6 +181,8 @@ WRAP(int, openat, (int folder, const char *path, int flags, mode_t mode),
 WRAP(FILE *, fopen, (const char *path, const char *mode), (path, mode), Failing::Files, nullptr)
 WRAP(FILE *, fdopen, (int file, const char *mode), (file, mode), Failing::Files, nullptr)
 WRAP(int, fflush, (FILE * file), (file), Failing::Files, EOF)
+WRAP(ssize_t, pread, (int file, void *bytes, size_t size, off_t offset),
+     (file, bytes, size, offset), Failing::Files, -1)
 WRAP(int, mkdir, (const char *path, mode_t mode), (path, mode), Failing::Files, -1)
 WRAP(int, mkdirat, (int folder, const char *path, mode_t mode), (folder, path, mode),
      Failing::Files, -1)
@@ -200,6 +202,17 @@ size_t __wrap_fwrite(const void *bytes, size_t size, size_t count, FILE *file)
     const size_t written = __real_fwrite(bytes, size, count / 2, file);
     errno = ENOSPC;
     return written;
+}
+
+size_t __real_fread(void *bytes, size_t size, size_t count, FILE *file);
+size_t __wrap_fread(void *bytes, size_t size, size_t count, FILE *file);
+size_t __wrap_fread(void *bytes, size_t size, size_t count, FILE *file)
+{
+    const bool fails = IsTurnOf(Failing::Files, "fread");
+    const size_t read = __real_fread(bytes, size, fails ? count / 2 : count, file);
+    if (fails)
+        errno = EIO;
+    return read;
 }
 
 int __real_fclose(FILE *file);

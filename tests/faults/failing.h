@@ -1,6 +1,6 @@
-// Lets one allocation, or one call on files, fail: the C library's malloc, calloc, realloc and
-// memalign in the whole process, the layer's mmap; and the program's own calls that open, make,
-// write, close and move.
+// Lets one allocation, or one call on files, fail: new and the C library's malloc, calloc, realloc
+// and memalign in the whole process, the layer's mmap; and the program's own calls that open, make,
+// read, write, close and move.
 #pragma once
 
 #include <functional>

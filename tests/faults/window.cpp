@@ -5,6 +5,7 @@
 #include "platform/native/comctl/tree.h"
 #include "platform/native/comctl/tree_user.h"
 #include "platform/native/qt/display.h"
+#include "platform/native/shell32/drops.h"
 #include "platform/native/user/dialogs.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
@@ -21,6 +22,7 @@
 #include "tests/support/temp_folder.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -49,13 +51,22 @@ static HWND FrontDialog()
 
 // Of the real display; none for the tests' own.
 static bool (*runDisplay)(bool);
+static bool (*realChooser)(FileChoice *);
+
+// Closes the menu, and cancels the chooser, that shows.
+static void RunRealDisplay()
+{
+    runDisplay(false);
+    if (QWidget *menu = QApplication::activePopupWidget())
+        menu->close();
+    if (auto *chooser = dynamic_cast<QFileDialog *>(QApplication::activeModalWidget()))
+        chooser->reject();
+}
 
 static bool AnswerDialog(bool wait)
 {
     if (runDisplay != nullptr)
-        runDisplay(false);
-    if (QWidget *menu = QApplication::activePopupWidget())
-        menu->close();
+        RunRealDisplay();
     HWND dialog = FrontDialog();
     if (dialog != nullptr && wait) {
         dialogsShown++;
@@ -128,6 +139,7 @@ static void UseRealDisplay()
     }();
     visible = real;
     runDisplay = real.runEvents;
+    realChooser = real.chooseFile;
 }
 
 // --- the program ---
@@ -290,7 +302,7 @@ static int CheckDeed(const char *name, Failing kind, const Deed &deed)
         check();
         const long left = CountLiveAllocations() - allocations;
         EXPECT_TRUE(left == 0 || isReal) << left << " more allocations, " << FailedCall();
-        EXPECT_EQ(QApplication::allWidgets().size(), widgets);
+        EXPECT_EQ(QApplication::allWidgets().size(), widgets) << FailedCall();
         EXPECT_EQ(liveHandles, handles) << FailedCall();
     });
     printf("%s, %s: %d failure points\n", name, kind == Failing::Files ? "files" : "allocations",
@@ -321,6 +333,14 @@ TEST_P(WindowFaults, OpenSurvives)
                        }};
     CheckDeed("open", allocations, open);
     CheckDeed("open", Failing::Files, open);
+    const std::vector<std::string> paths = {file};
+    const Deed drop = {open.prepare,
+                       [&] {
+                           ReportDrop(globals.mainWindow, {5, 5}, paths);
+                           RunUntilIdle();
+                       },
+                       open.check};
+    CheckDeed("drop", allocations, drop);
     Stop();
 }
 
@@ -394,6 +414,11 @@ TEST_P(WindowFaults, DialogsSurvive)
     strcpy(chosenPath, "/proc/none");
     CheckDeed("message", allocations, {nothing, [] { Command(IDM_SAVE_AS); }, nothing});
     CheckDeed("about", allocations, {nothing, [] { Command(IDM_ABOUT); }, nothing});
+    if (isReal) {
+        visible.chooseFile = realChooser;
+        CheckDeed("chooser", allocations, {nothing, [] { Command(IDM_OPEN); }, nothing});
+        visible.chooseFile = AnswerChooser;
+    }
     setenv("PATH", "/nowhere", 1);
     CheckDeed("manual", allocations, {nothing, [] { Command(IDM_HELP); }, nothing});
     CheckDeed("menu", allocations,

@@ -62,6 +62,21 @@ static void Combine(const PixelSurface &surface, const Area &area, Operation ope
     }
 }
 
+// The same with one pixel everywhere.
+template <typename Operation>
+static void CombineSolid(const PixelSurface &surface, const Area &area, Operation operation,
+                         uint32_t pixel)
+{
+    const int left = MemoryEdge(surface, static_cast<int>(area.left));
+    const int right = MemoryEdge(surface, static_cast<int>(area.right));
+    for (int row = MemoryEdge(surface, static_cast<int>(area.top));
+         row < MemoryEdge(surface, static_cast<int>(area.bottom)); ++row) {
+        uint32_t *out = surface.pixels + surface.stride * static_cast<size_t>(row);
+        for (int column = left; column < right; ++column)
+            out[column] = operation(out[column], pixel);
+    }
+}
+
 // The remainder that is never negative.
 static int Wrap(int value, int size)
 {
@@ -76,7 +91,7 @@ static void FillArea(const DeviceContext &context, const Area &area, const Brush
     const Area placed = Intersect(area, ClipArea(context));
     const PixelSurface &pattern = brush.pattern.surface;
     if (!pattern.pixels) {
-        Combine(context.surface, placed, operation, [&](int, int) { return brush.pixel; });
+        CombineSolid(context.surface, placed, operation, brush.pixel);
         return;
     }
     const POINT start = context.brushOrigin;

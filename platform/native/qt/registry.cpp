@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <vector>
 
-#include "platform/native/no_memory.h"
 #include "platform/native/qt/surfaces.h"
 #include "platform/native/user/window_table.h"
 #include "platform/win32/gdi.h"
@@ -19,6 +18,8 @@ QWidget *WidgetOf(HWND window)
 
 void EnterWidget(HWND window, QWidget *widget)
 {
+    // All that show may go at once, a chooser too, when there may be no memory.
+    dropped.reserve(dropped.size() + static_cast<size_t>(widgets.size()) + 2);
     widgets.insert(window, widget);
 }
 
@@ -32,16 +33,16 @@ void DropWidget(HWND window, QWidget *outermost)
 void DropLater(QWidget *widget)
 {
     widget->hide();
-    if (!DoesMemorySuffice([=] { dropped.emplace_back(widget); }))
-        widget->deleteLater();
+    dropped.emplace_back(widget);
 }
 
 void DeleteDropped()
 {
-    std::vector<QPointer<QWidget>> going;
-    going.swap(dropped);
-    for (const QPointer<QWidget> &widget : going)
+    while (!dropped.empty()) {
+        const QPointer<QWidget> widget = dropped.back();
+        dropped.pop_back();
         delete widget.data();
+    }
 }
 
 QPoint ClientCorner(HWND window)

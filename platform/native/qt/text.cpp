@@ -67,14 +67,20 @@ static QString FaceOf(const Font &font)
     return FromCodePage(font.face);
 }
 
-// A positive height is that of the whole cell: the largest face whose cell is not higher.
+// A positive height is that of the whole cell: the largest face whose cell is not higher. Each size
+// that is tried is loaded, so the search begins at what most faces have, and at most at the cell's.
 static QFont FitCell(QFont font, int cell)
 {
-    for (int size = cell; size > 1; --size) {
+    const auto fits = [&font, cell](int size) {
         font.setPixelSize(size);
-        if (QFontMetrics(font).height() <= cell)
-            break;
-    }
+        return QFontMetrics(font).height() <= cell;
+    };
+    int size = std::max(cell * 7 / 8, 1);
+    while (size < cell && fits(size + 1))
+        ++size;
+    while (size > 1 && !fits(size))
+        --size;
+    font.setPixelSize(size);
     return font;
 }
 

@@ -125,6 +125,7 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
 TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     : QTreeView(parent), window(tree), items(new TreeModel(tree, this))
 {
+    FollowFont(); // first: another font would be loaded for the header's size
     setPalette(LightPalette());
     setCursor(Qt::ArrowCursor);
     setFrameStyle(WindowOf(tree)->style & WS_BORDER ? QFrame::Box | QFrame::Plain
@@ -144,7 +145,6 @@ TreeWidget::TreeWidget(HWND tree, QWidget *parent)
         connect(this, signal, this, [this] { ReportTreeEvent(window, TVN_ITEMEXPANDEDA); });
     for (const QScrollBar *bar : {verticalScrollBar(), horizontalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, [this] { ReportRepaint(window); });
-    FollowFont();
 }
 
 void TreeWidget::NoteChange()
