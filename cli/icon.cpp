@@ -76,9 +76,12 @@ static ExitStatus WriteInFolder(const IconRun *run, const OutputFolder *folder,
                                 const std::string &name, const std::string &shown,
                                 const std::vector<BYTE> &bytes)
 {
-    const FileResult result = MakeFile(
-        folder, name, [&bytes](FILE *stream) { return WriteWhole(stream, bytes); }, nullptr,
-        run->options->force);
+    const auto write = [&bytes](FILE *stream) { return WriteWhole(stream, bytes); };
+    // A service that shows thumbnails makes an empty file and reads it by what it has open.
+    FILE *empty = run->options->force ? OpenEmptyFile(folder, name.c_str()) : nullptr;
+    const FileResult result = empty != nullptr
+                                  ? FillFile(folder, empty, name, write, nullptr)
+                                  : MakeFile(folder, name, write, nullptr, run->options->force);
     switch (result.outcome) {
     case FileDone: return ExitDone;
     case FileInTheWay: return Fail(run, shown, "The file is there already; --force replaces it.");

@@ -124,6 +124,11 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name);
 // caller closes it. NULL on failure.
 FILE *CreateUnfinishedFile(const OutputFolder *folder, std::string *name);
 
+// Opens a file that is there and is empty for binary writing, so that whoever made it, and may hold
+// it open, finds in it what is written. The caller closes it. NULL on failure, for a link, for what
+// is no file and for one that holds anything.
+FILE *OpenEmptyFile(const OutputFolder *folder, const char *name);
+
 enum MoveResult {
     MoveDone,
     MoveExists, // the new name is taken, and replacing was not asked for

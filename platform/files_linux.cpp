@@ -277,6 +277,19 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name)
     return file;
 }
 
+FILE *OpenEmptyFile(const OutputFolder *folder, const char *name)
+{
+    const int descriptor =
+        openat(folder->descriptor, name, O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    struct stat status;
+    if (descriptor >= 0 &&
+        (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size != 0)) {
+        close(descriptor);
+        return nullptr;
+    }
+    return OpenDescriptor(descriptor, "wb");
+}
+
 // Without replacing, where the file system has no such move and gives no second names either: the
 // new name is taken by an empty file, which the move then replaces.
 static int MoveOntoOwnFile(int from, const char *oldName, int to, const char *newName)

@@ -270,6 +270,22 @@ FILE *CreateNewFile(const OutputFolder *folder, const char *name)
     return file;
 }
 
+FILE *OpenEmptyFile(const OutputFolder *folder, const char *name)
+{
+    HANDLE handle = CreateFileW((folder->path + Wide(name)).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    BY_HANDLE_FILE_INFORMATION found;
+    if (handle != INVALID_HANDLE_VALUE &&
+        (!GetFileInformationByHandle(handle, &found) ||
+         (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) || found.nFileSizeHigh != 0 ||
+         found.nFileSizeLow != 0)) {
+        CloseHandle(handle);
+        return nullptr;
+    }
+    return OpenHandle(handle, _O_RDWR, "w+b");
+}
+
 MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
                        const char *newName, int replace)
 {

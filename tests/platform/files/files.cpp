@@ -35,3 +35,21 @@ TEST(CurrentFolder, IsNoPlaceToFindProgramsOnceItWasLeft)
     EXPECT_EQ(fs::current_path(), fs::canonical(folder.path));
     fs::current_path(before);
 }
+
+TEST(Files, AnEmptyFileIsFilledForWhoHoldsItOpenAndNoOther)
+{
+    const TempFolder folder;
+    OutputFolder *output = OpenFolder(folder.path.string().c_str());
+    FILE *held = fopen(folder.Path("made").c_str(), "w+b");
+    FILE *file = OpenEmptyFile(output, "made");
+    ASSERT_NE(file, nullptr);
+    fputs("content", file);
+    fclose(file);
+    char text[10] = "";
+    EXPECT_EQ(fread(text, 1, sizeof text, held), 7u);
+    fclose(held);
+    folder.Write("folder/empty", {});
+    for (const char *other : {"made", "missing", "folder"})
+        EXPECT_EQ(OpenEmptyFile(output, other), nullptr) << other;
+    CloseFolder(output);
+}
