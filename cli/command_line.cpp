@@ -14,6 +14,20 @@
 #include <new>
 #include <sstream>
 
+// What stands behind a command's options, as " FILE..." or " FILE [OUT]".
+static std::string Operands(const CLI::App *command)
+{
+    std::string operands;
+    for (const CLI::Option *option : command->get_options()) {
+        if (!option->get_positional())
+            continue;
+        const std::string name =
+            option->get_name(true) + (option->get_items_expected_max() > 1 ? "..." : "");
+        operands += option->get_required() ? " " + name : " [" + name + "]";
+    }
+    return operands;
+}
+
 // What was wrong, and how it is right.
 static std::string UsageText(const CLI::App *app, const CLI::Error &error)
 {
@@ -21,7 +35,7 @@ static std::string UsageText(const CLI::App *app, const CLI::Error &error)
     for (const CLI::App *command : app->get_subcommands([](const CLI::App *) { return true; })) {
         if (command->parsed())
             return std::string("quillmoor-cli: ") + error.what() + "\nUsage: quillmoor-cli " +
-                   command->get_name() + " [OPTIONS] FILE...; quillmoor-cli " +
+                   command->get_name() + " [OPTIONS]" + Operands(command) + "; quillmoor-cli " +
                    command->get_name() + " --help tells the options.\n";
         commands += (commands.empty() ? "" : ", ") + command->get_name();
     }

@@ -28,7 +28,7 @@ CLI::App *AddIconCommand(CLI::App &app, IconOptions *options)
                      "Save the best picture as PNG, at most this many pixels wide and high")
         ->type_name("PIXELS")
         ->check(CLI::Range(1, 65535).description(""));
-    icon->add_flag("--force", options->force, "Replace a file that is there already");
+    icon->add_flag("-f,--force", options->force, "Replace a file that is there already");
     icon->add_option("FILE", options->file, "Executable or library")->required();
     icon->add_option("OUT", options->output,
                      "File to save to, - for standard output (default: the file's name with .ico "

@@ -15,7 +15,7 @@ complete -c quillmoor-cli -n '__fish_seen_subcommand_from list save' -l salvage 
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -s o -l output -x -a '(__fish_complete_directories)' -d 'Save to this folder'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -l category -x -a 'bitmap icon string binary' -d 'Save only this kind'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from icon' -l size -x -a '16 32 48 128 256' -d 'Save the best picture as PNG'
-complete -c quillmoor-cli -n '__fish_seen_subcommand_from icon' -l force -d 'Replace files that are there already'
+complete -c quillmoor-cli -n '__fish_seen_subcommand_from icon' -s f -l force -d 'Replace files that are there already'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from strings' -l language -x -d 'Print only this language'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from list save strings' -l code-page -x -d 'Code page of what is not UTF-16'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -s f -l force -d 'Replace files that are there already'
