@@ -4,9 +4,10 @@
 // it as it is: each entry begins as one that does nothing, as if there were no display.
 // All calls come on the one thread that has the windows, from inside calls of the interface, and
 // pass live windows. Pointers are not kept: what they point to is the caller's and holds during the
-// call. Calls the other way, what the user and the desktop did, are those named Report... in
-// platform/native/user (input.h, geometry.h, painting.h, menus.h) and
-// platform/native/comctl/tree_user.h.
+// call. When memory runs out an entry does what it can; only windowChanged with Made, and those
+// that measure or draw text, show a menu or choose a file, throw std::bad_alloc. Calls the other
+// way, what the user and the desktop did, are those named Report... in platform/native/user
+// (input.h, geometry.h, painting.h, menus.h) and platform/native/comctl/tree_user.h.
 #pragma once
 
 #include "platform/win32/comctl.h"

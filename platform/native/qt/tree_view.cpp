@@ -125,7 +125,6 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
 TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     : QTreeView(parent), window(tree), items(new TreeModel(tree, this))
 {
-    FollowFont(); // first: another font would be loaded for the header's size
     setPalette(LightPalette());
     setCursor(Qt::ArrowCursor);
     setFrameStyle(WindowOf(tree)->style & WS_BORDER ? QFrame::Box | QFrame::Plain
@@ -163,6 +162,14 @@ void TreeWidget::TakeInChange()
 void TreeWidget::FollowFont()
 {
     setFont(QtFont(FontOf(window)));
+}
+
+// The font of a tree that shows before it was given one; loading it earlier is in vain, mostly.
+bool TreeWidget::event(QEvent *event)
+{
+    if (event->type() == QEvent::Polish)
+        FollowFont();
+    return QTreeView::event(event);
 }
 
 void TreeWidget::mousePressEvent(QMouseEvent *event)

@@ -63,6 +63,7 @@ class TreeWidget : public QTreeView
     void FollowFont();
 
   protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
