@@ -92,7 +92,7 @@ static void TellWhatComes(Lines *told, const char *heading, const std::function<
     QObject::connect(&timer, &QTimer::timeout, [&] {
         QWidget *menu = QApplication::activePopupWidget();
         QWidget *front = menu ? menu : QApplication::activeModalWidget();
-        if (!front)
+        if (!front || (!menu && !front->isAncestorOf(QApplication::focusWidget())))
             return;
         timer.stop();
         told->push_back(heading);
