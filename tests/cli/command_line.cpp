@@ -436,6 +436,18 @@ TEST(SaveCommand, FollowsNoLinkAndReplacesTheLinkItself)
     EXPECT_FALSE(fs::is_symlink(folder.path / "out/BITMAP/2.BMP"));
 }
 
+// Blocks of empty strings come to nothing, but are read over and over.
+TEST(SaveCommand, TakesNoMoreOfAFileThanItMayHave)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("over.dll", MakeWorstPe(6, 1025, Bytes(65536)));
+    const ToolRun run = RunTool(folder, {"save", "--all", "--output", folder.Path("out"), path});
+    EXPECT_EQ(run.status, ExitFailed);
+    EXPECT_NE(run.err.find("longer than the 67108864 bytes"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("not saved: 1."), std::string::npos) << run.err;
+    EXPECT_EQ(folder.Files().size(), 1 + 1024u);
+}
+
 TEST(FileNames, AreTakenByBothSystemsAndToldApart)
 {
     for (const auto &[name, encoded] : {std::pair("a<b>:\"|?*", "a%3Cb%3E%3A%22%7C%3F%2A"),
@@ -465,4 +477,5 @@ TEST(FileNames, AreTakenByBothSystemsAndToldApart)
     EXPECT_EQ(NextFileName(&folder, longName, ".ICO"), std::string(247, 'n') + " (2).ICO");
     EXPECT_EQ(NextFileName(&folder, std::string(250, 'x') + "%2F", ".ICO"),
               std::string(250, 'x') + ".ICO"); // no half escape
+    EXPECT_EQ(NextFileName(&folder, std::string(253, 'y') + ". y", ""), std::string(253, 'y'));
 }

@@ -56,7 +56,8 @@ own_files() {
         probe) echo exe/probe.cpp exe/pe_headers.cpp exe/refusal.cpp ;;
         survey) echo exe/survey.cpp exe/survey_pe.cpp exe/survey_ne.cpp exe/pe_image.cpp \
             export/group_file.cpp exe/picture_groups.cpp \
-            content/picture_group.cpp content/string_table.cpp content/message_table.cpp ;;
+            content/picture_group.cpp content/signature.cpp content/string_table.cpp \
+            content/message_table.cpp ;;
         bitmap) echo content/dib.cpp viewer/dib_draw.cpp platform/native/gdi/dib_decode.cpp ;;
         icon) echo content/dib.cpp viewer/dib_draw.cpp viewer/png.cpp ;;
         run_length) echo content/run_length.cpp platform/native/gdi/dib_decode.cpp ;;

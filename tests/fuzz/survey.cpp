@@ -1,6 +1,8 @@
 #include "exe/survey.h"
 
 #include "content/message_table.h"
+#include "content/signature.h"
+#include "content/version_info.h"
 #include "exe/refusal.h"
 #include "export/group_file.h"
 #include "tests/fuzz/fuzz.h"
@@ -15,10 +17,16 @@ static void ReadContent(FilePages *pages, const Survey &survey, const PictureInd
         Check((outcome == GroupDone) == !file.bytes.empty());
         return;
     }
+    GroupFile picture;
+    const int isPicture = MakePictureFile(pages, &resource, &picture);
+    Check(isPicture == !picture.bytes.empty());
     std::vector<BYTE> bytes;
     if (!ReadSurveyedBytes(pages, &resource, &bytes))
         return;
     Check(bytes.size() == resource.size);
+    SignatureExtension(bytes.data(), bytes.size());
+    VersionInfo version;
+    ReadVersionInfo(bytes.data(), bytes.size(), 1252, &version);
     const StringFormat format = {survey.kind.format == FormatNe, 1252};
     std::vector<TableText> texts;
     ReadStringTable(bytes.data(), bytes.size(), &format, FirstStringId(resource.name.number),
