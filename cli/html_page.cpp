@@ -5,6 +5,8 @@
 #include "platform/files.h"
 #include "platform/utf8.h"
 
+#include <iterator>
+
 #define PART_SIZE 65536
 
 static const char *ReferenceOf(char32_t code)
@@ -24,23 +26,55 @@ static int IsNoCharacter(char32_t code)
     return (code & 0xFFFE) == 0xFFFE || (code >= 0xFDD0 && code <= 0xFDEF);
 }
 
-std::string HtmlText(const std::string &text)
+// The letter that begins at a place, as it stands in markup.
+static std::string LetterHtml(const std::string &text, size_t at, const Utf8Letter &letter)
+{
+    const char *reference = ReferenceOf(letter.code);
+    if (reference != nullptr)
+        return reference;
+    if (!letter.isValid || IsNoCharacter(letter.code))
+        return "\xEF\xBF\xBD";
+    return text.substr(at, letter.length);
+}
+
+// The short name of a control character that has a picture, which many fonts lack; NULL for another
+// letter.
+static const char *NameOfPicture(char32_t code)
+{
+    static const char *const names[] = {
+        "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "TAB", "LF",
+        "VT",  "FF",  "CR",  "SO",  "SI",  "DLE", "DC1", "DC2", "DC3", "DC4", "NAK",
+        "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US",
+    };
+    const char32_t first = 0x2400, pictureOfDelete = 0x2421;
+    if (code == pictureOfDelete)
+        return "DEL";
+    return code >= first && code < first + std::size(names) ? names[code - first] : nullptr;
+}
+
+static std::string MakeHtml(const std::string &text, int hasElements)
 {
     const std::string safe = SafeText(text);
     std::string html;
     html.reserve(safe.size());
     for (size_t at = 0; at < safe.size();) {
         const Utf8Letter letter = LetterAt(safe, at);
-        const char *reference = ReferenceOf(letter.code);
-        if (reference != nullptr)
-            html += reference;
-        else if (!letter.isValid || IsNoCharacter(letter.code))
-            html += "\xEF\xBF\xBD";
-        else
-            html.append(safe, at, letter.length);
+        const char *name = hasElements ? NameOfPicture(letter.code) : nullptr;
+        html += name != nullptr ? std::string("<span class=\"control\">") + name + "</span>"
+                                : LetterHtml(safe, at, letter);
         at += letter.length;
     }
     return html;
+}
+
+std::string HtmlAttribute(const std::string &text)
+{
+    return MakeHtml(text, 0);
+}
+
+std::string HtmlText(const std::string &text)
+{
+    return MakeHtml(text, 1);
 }
 
 std::string HtmlName(const std::string &text)
@@ -104,7 +138,7 @@ void BeginPage(HtmlPage *page, const std::string &title)
                "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
                "<meta name=\"color-scheme\" content=\"light dark\">\n"
                "<meta name=\"generator\" content=\"Quillmoor " QUILLMOOR_VERSION "\">\n<title>");
-    AppendHtml(page, HtmlText(title) + "</title>\n<style>\n" + pageStyle +
+    AppendHtml(page, HtmlAttribute(title) + "</title>\n<style>\n" + pageStyle +
                          "</style>\n</head>\n<body>\n<h1>" + HtmlName(title) + "</h1>\n");
 }
 

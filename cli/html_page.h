@@ -2,7 +2,8 @@
 // asks no network (its Content-Security-Policy says so to the browser), readable in light and dark
 // and on paper.
 //
-// Whatever comes from a file goes through HtmlText or HtmlName, so that none of it is markup.
+// Whatever comes from a file goes through HtmlAttribute, HtmlText or HtmlName, so that none of it
+// is markup.
 #pragma once
 
 #include "platform/win32.h"
@@ -20,12 +21,16 @@ struct HtmlPage {
     int failed;       // a write did; the reason is noted (platform/files.h)
 };
 
-// Text as it stands in markup and in quoted attributes: the characters of markup as references,
+// Text as it stands in quoted attributes and in a title: the characters of markup as references,
 // what steers text as lists show it (platform/console.h), and U+FFFD for what is no UTF-8 and for
 // characters that no page may have.
+std::string HtmlAttribute(const std::string &text);
+
+// Text as it stands in elements: the same, with control characters by their short names, each in an
+// element of the class "control".
 std::string HtmlText(const std::string &text);
 
-// The same as an element that keeps the text's direction to itself.
+// The same in an element that keeps the text's direction to itself.
 std::string HtmlName(const std::string &text);
 
 // Adds markup.

@@ -17,7 +17,11 @@ body {
     background: var(--ground); color: var(--ink);
     font: 1rem/1.45 system-ui, "Segoe UI", "Liberation Sans", sans-serif;
 }
-h1, h2, h3, summary, figcaption, dd, td, th, li, p { overflow-wrap: anywhere; }
+h1, h2, h3, summary, figcaption, dd, li, p, bdi, .text { overflow-wrap: anywhere; }
+.control {
+    border: 1px solid var(--line); border-radius: .25em; padding: 0 .2em;
+    color: var(--faint); font-size: .75em;
+}
 h1 { font-size: 1.7rem; }
 h2 { font-size: 1.35rem; margin-top: 2.5rem; padding-top: .75rem; border-top: 2px solid var(--line); }
 h3 { font-size: 1.1rem; margin: 1.75rem 0 .5rem; }
@@ -32,6 +36,8 @@ table { border-collapse: collapse; margin: .5rem 0; }
 th, td { border: 1px solid var(--line); padding: .25rem .6rem; text-align: start; vertical-align: top; }
 thead th, tbody th[scope="rowgroup"] { background: var(--box); }
 td.number { text-align: end; font-variant-numeric: tabular-nums; white-space: nowrap; }
+th[scope="row"] { min-width: 6rem; max-width: 24rem; font-weight: 600; }
+.language { white-space: nowrap; }
 td.text { white-space: pre-wrap; width: 100%; }
 pre {
     margin: .25rem 0; padding: .6rem .75rem; overflow-x: auto;

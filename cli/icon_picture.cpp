@@ -1,16 +1,15 @@
 #include "cli/icon_picture.h"
 
+#include "cli/pixels_png.h"
 #include "content/dib.h"
 #include "exe/survey.h"
-#include "export/picture_pixels.h"
 #include "platform/codec/decode.h"
 #include "platform/codec/png_file.h"
 
 #include <algorithm>
 
-#define START_SIZE 64                  // bytes that tell size and depth
-#define MOST_TRIES 4                   // of a hostile file none of a great many can be drawn
-#define MOST_PICTURE_BYTES (72u << 20) // past what mostDecodedPixels take
+#define START_SIZE 64 // bytes that tell size and depth
+#define MOST_TRIES 4  // of a hostile file none of a great many can be drawn
 
 // A picture by its own header: what the group tells of it may be 0.
 struct IconCandidate {
@@ -82,20 +81,6 @@ static int ReadPixels(FilePages *pages, const GroupMember *member, PicturePixels
     return ReadIconPixels(bytes.data(), member->size, pixels);
 }
 
-static PngBytes PackPixels(const PicturePixels *pixels)
-{
-    PngBytes rows;
-    rows.reserve((1 + 4 * (size_t)pixels->width) * (size_t)pixels->height);
-    const DWORD *value = pixels->values.data();
-    for (LONG y = 0; y < pixels->height; y++) {
-        rows.push_back(0);
-        for (LONG x = 0; x < pixels->width; x++, value++)
-            for (int shift = 0; shift < 32; shift += 8)
-                rows.push_back((BYTE)(*value >> shift));
-    }
-    return MakePngFile((DWORD)pixels->width, (DWORD)pixels->height, true, rows);
-}
-
 std::vector<BYTE> MakeIconPng(FilePages *pages, const std::vector<GroupMember> &members, int size)
 {
     int tries = 0;
@@ -103,7 +88,7 @@ std::vector<BYTE> MakeIconPng(FilePages *pages, const std::vector<GroupMember> &
         PicturePixels pixels;
         if (ReadPixels(pages, candidate.member, &pixels)) {
             ShrinkPixels(&pixels, size);
-            return PackPixels(&pixels);
+            return MakePngOf(&pixels, PngRgba);
         }
         tries++;
         if (tries == MOST_TRIES)

@@ -3,10 +3,9 @@
 #include "cli/listing.h"
 #include "cli/numbers.h"
 #include "cli/reading.h"
-#include "content/message_table.h"
+#include "cli/texts.h"
 #include "exe/catalog.h"
 #include "exe/language_tags.h"
-#include "exe/type_names.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/page_text.h"
@@ -84,21 +83,10 @@ static std::string EscapeLine(const std::string &text)
     return EscapeSteering(doubled);
 }
 
-// A block with a name has no identifiers; its strings are the name's, by their slot.
-static std::string NamedId(const SurveyId &name, int64_t slot)
-{
-    return name.text + ":" + std::to_string(slot);
-}
-
 static void AppendLine(StringsRun *run, const SurveyedResource &resource, const TableText &text)
 {
     const char *tag = LanguageTag(resource.language);
-    char id[24];
-    snprintf(id, sizeof id, "0x%08X", (unsigned)text.id);
-    std::string line = id;
-    if (resource.type.number == TYPE_STRING)
-        line = resource.name.isText ? EscapeLine(NamedId(resource.name, text.id))
-                                    : std::to_string(text.id);
+    std::string line = EscapeLine(TextId(resource, text));
     line += '\t' + (tag != nullptr ? std::string(tag) : std::to_string(resource.language));
     AppendText(&run->listing, line + '\t' + EscapeLine(text.text) + '\n');
 }
@@ -106,12 +94,12 @@ static void AppendLine(StringsRun *run, const SurveyedResource &resource, const 
 static void AppendTextObject(StringsRun *run, const SurveyedResource &resource,
                              const TableText &text)
 {
-    const int isString = resource.type.number == TYPE_STRING;
+    const int isString = HoldsStrings(resource);
     JsonObject object;
     AddTextField(&object, "file", *run->path);
     AddTextField(&object, "type", isString ? "string" : "message");
     if (isString && resource.name.isText)
-        AddTextField(&object, "id", NamedId(resource.name, text.id));
+        AddTextField(&object, "id", TextId(resource, text));
     else
         AddField(&object, "id", std::to_string(text.id));
     AddLanguageFields(&object, resource.language);
@@ -121,29 +109,8 @@ static void AppendTextObject(StringsRun *run, const SurveyedResource &resource,
 
 static void TellDamage(StringsRun *run, const SurveyedResource &resource, const char *what)
 {
-    const int isString = resource.type.number == TYPE_STRING;
-    const SurveyId &name = resource.name;
-    PrintFault(run->err, *run->path,
-               std::string(isString ? "The string block " : "The message table ") +
-                   (name.isText ? name.text : std::to_string(name.number)) + " (language " +
-                   std::to_string(resource.language) + ") " + what);
+    PrintFault(run->err, *run->path, DamageText(resource, what));
     run->isDamaged = 1;
-}
-
-// Reads the texts of a block or a table. Returns 0 when it is damaged.
-static int ReadTexts(StringsRun *run, FilePages *pages, const Survey &survey,
-                     const SurveyedResource &resource, std::vector<TableText> *texts)
-{
-    const UINT codePage = run->options->codePage;
-    std::vector<BYTE> bytes;
-    if (resource.type.number == TYPE_MESSAGE_TABLE)
-        return ReadSurveyedBytes(pages, &resource, &bytes) &&
-               ReadMessageTable(bytes.data(), bytes.size(), codePage, texts);
-    const StringFormat format = {survey.kind.format == FormatNe, codePage};
-    const int64_t firstId = resource.name.isText ? 0 : FirstStringId(resource.name.number);
-    bytes.resize(std::min<size_t>(resource.size, STRING_BLOCK_SIZE));
-    const size_t size = ReadSurveyedStart(pages, &resource, bytes.data(), bytes.size());
-    return ReadStringTable(bytes.data(), size, &format, firstId, texts);
 }
 
 // Prints the texts of the resource. Returns how many there are.
@@ -152,12 +119,11 @@ static size_t ListTexts(StringsRun *run, FilePages *pages, const Survey &survey,
 {
     std::vector<TableText> texts;
     if (resource.size > run->left) {
-        TellDamage(run, resource,
-                   "is not read: with those before it, it is more than a file may have.");
+        TellDamage(run, resource, textsPastBound);
         return 0;
     }
     run->left -= resource.size;
-    if (!ReadTexts(run, pages, survey, resource, &texts))
+    if (!ReadTexts(pages, survey, resource, run->options->codePage, &texts))
         TellDamage(run, resource, "is damaged; what could be read is printed.");
     for (const TableText &text : texts) {
         if (run->options->json)
@@ -170,8 +136,7 @@ static size_t ListTexts(StringsRun *run, FilePages *pages, const Survey &survey,
 
 static int IsWanted(const StringsOptions &options, const SurveyedResource &resource)
 {
-    return !resource.type.isText &&
-           (resource.type.number == TYPE_STRING || resource.type.number == TYPE_MESSAGE_TABLE) &&
+    return (HoldsStrings(resource) || HoldsMessages(resource)) &&
            IsLanguageWanted(resource.language, options.language);
 }
 

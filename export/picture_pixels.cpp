@@ -1,9 +1,12 @@
 #include "export/picture_pixels.h"
 
 #include "content/dib.h"
+#include "content/run_length.h"
+#include "platform/byte_reader.h"
 #include "platform/picture_limit.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <utility>
 
@@ -15,6 +18,8 @@ struct PictureSource {
     DWORD size;
     DibHeader header;
     LONG height;      // rows of colours
+    int isTopDown;    // how they are stored
+    DWORD masks[3];   // red, green and blue of 16 bits and of bit fields; else 0
     size_t start;     // of the colours
     size_t stride;    // bytes a row
     size_t maskStart; // of an icon's mask; 0 when there is none
@@ -35,37 +40,74 @@ static DWORD IndexedColor(const PictureSource *source, DWORD index)
                    OPAQUE_ALPHA);
 }
 
-// Five bits as eight.
-static DWORD WidenChannel(DWORD bits)
+// One channel of a pixel as 8 bits: few bits are repeated to fill them, of many the top 8 count.
+static DWORD WidenChannel(DWORD pixel, DWORD mask)
 {
-    return (bits & 31) << 3 | (bits & 31) >> 2;
+    if (mask == 0)
+        return 0;
+    const int shift = std::countr_zero(mask), bits = (int)std::bit_width(mask >> shift);
+    const DWORD value = (pixel & mask) >> shift;
+    if (bits >= 8)
+        return value >> (bits - 8);
+    DWORD filled = 0;
+    for (int at = 8 - bits; at > -bits; at -= bits)
+        filled |= at >= 0 ? value << at : value >> -at;
+    return filled;
+}
+
+static DWORD MaskedColor(const PictureSource *source, DWORD pixel)
+{
+    const DWORD *masks = source->masks;
+    return WidenChannel(pixel, masks[0]) | WidenChannel(pixel, masks[1]) << 8 |
+           WidenChannel(pixel, masks[2]) << 16;
 }
 
 static DWORD ReadColor(const PictureSource *source, const BYTE *row, size_t x)
 {
     const BYTE *p;
-    DWORD bits;
     switch (source->header.bitCount) {
     case 1: return IndexedColor(source, row[x / 8] >> (7 - x % 8) & 1u);
     case 4: return IndexedColor(source, x % 2 == 0 ? row[x / 2] >> 4u : row[x / 2] & 15u);
     case 8: return IndexedColor(source, row[x]);
-    case 16:
-        bits = row[2 * x] | (DWORD)row[2 * x + 1] << 8;
-        return WidenChannel(bits >> 10) | WidenChannel(bits >> 5) << 8 | WidenChannel(bits) << 16 |
-               OPAQUE_ALPHA;
+    case 16: p = row + 2 * x; return MaskedColor(source, p[0] | (DWORD)p[1] << 8) | OPAQUE_ALPHA;
     case 24: return ColorOf(row + 3 * x, OPAQUE_ALPHA);
-    default: p = row + 4 * x; return ColorOf(p, (DWORD)p[3] << 24);
+    default:
+        p = row + 4 * x;
+        if (source->masks[0] == 0)
+            return ColorOf(p, (DWORD)p[3] << 24);
+        return MaskedColor(source,
+                           p[0] | (DWORD)p[1] << 8 | (DWORD)p[2] << 16 | (DWORD)p[3] << 24) |
+               OPAQUE_ALPHA;
     }
+}
+
+// Rows count from the top.
+static const BYTE *RowAt(const PictureSource *source, LONG y)
+{
+    const LONG stored = source->isTopDown ? y : source->height - 1 - y;
+    return source->bytes + source->start + source->stride * (size_t)stored;
 }
 
 static void ReadColors(const PictureSource *source, PicturePixels *pixels)
 {
     pixels->values.reserve((size_t)source->header.width * (size_t)source->height);
-    for (LONG y = source->height - 1; y >= 0; y--) {
-        const BYTE *row = source->bytes + source->start + source->stride * (size_t)y;
+    for (LONG y = 0; y < source->height; y++) {
+        const BYTE *row = RowAt(source, y);
         for (LONG x = 0; x < source->header.width; x++)
             pixels->values.push_back(ReadColor(source, row, (size_t)x));
     }
+}
+
+static void ReadRuns(const PictureSource *source, PicturePixels *pixels)
+{
+    const size_t width = (size_t)source->header.width, height = (size_t)source->height;
+    std::vector<WORD> indexes(width * height);
+    UnpackRuns(source->bytes + source->start, source->size - source->start, source->header.bitCount,
+               source->header.width, source->height, indexes.data());
+    pixels->values.reserve(indexes.size());
+    for (size_t y = height; y > 0; y--)
+        for (size_t x = 0; x < width; x++)
+            pixels->values.push_back(IndexedColor(source, indexes[(y - 1) * width + x]));
 }
 
 static void ClearMasked(const PictureSource *source, PicturePixels *pixels)
@@ -96,21 +138,39 @@ static void FindMask(PictureSource *source)
         source->maskStart = start;
 }
 
+// Where the masks of bit fields lie, whether the header holds them or they follow it.
+#define MASKS_START 40
+
+static void FindMasks(PictureSource *source)
+{
+    static const DWORD fiveBits[] = {0x7C00, 0x03E0, 0x001F};
+    ByteReader reader = OpenBytes(source->bytes, source->size);
+    const int isFields = source->header.compression == BI_BITFIELDS;
+    for (DWORD i = 0; i < 3; i++)
+        source->masks[i] = isFields                        ? ReadU32(&reader, MASKS_START + 4 * i)
+                           : source->header.bitCount == 16 ? fiveBits[i]
+                                                           : 0;
+}
+
 static int FindPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source)
 {
     if (!PictureFits(bytes, size, isIcon) || !ReadDibHeader(bytes, size, &source->header))
         return 0;
-    if (!isIcon && (source->header.compression != BI_RGB || source->header.height < 0 ||
-                    source->header.bitCount != 32))
-        return 0;
+    DibHeader *header = &source->header;
+    if (isIcon) // whose pixels are never compressed
+        header->compression = BI_RGB;
     source->bytes = bytes;
     source->size = size;
-    source->height = isIcon ? source->header.height / 2 : source->header.height;
-    source->start = (size_t)DibPixelStart(&source->header);
-    source->stride = (size_t)DibStride(source->header.width, source->header.bitCount);
+    source->isTopDown = header->height < 0;
+    source->height = source->isTopDown ? -header->height : header->height;
+    if (isIcon)
+        source->height /= 2;
+    source->start = (size_t)DibPixelStart(header) + DibMaskSize(header);
+    source->stride = (size_t)DibStride(header->width, header->bitCount);
+    FindMasks(source);
     if (isIcon)
         FindMask(source);
-    return (DWORD)source->header.width <= mostDecodedPixels / (DWORD)source->height;
+    return (DWORD)header->width <= mostDecodedPixels / (DWORD)source->height;
 }
 
 static int ReadPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source,
@@ -121,8 +181,17 @@ static int ReadPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource 
         return 0;
     pixels->width = source->header.width;
     pixels->height = source->height;
-    ReadColors(source, pixels);
+    if (IsRunLength(&source->header))
+        ReadRuns(source, pixels);
+    else
+        ReadColors(source, pixels);
     return 1;
+}
+
+static void MakeOpaque(PicturePixels *pixels)
+{
+    for (DWORD &value : pixels->values)
+        value |= OPAQUE_ALPHA;
 }
 
 int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
@@ -132,17 +201,29 @@ int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
         return 0;
     if (source.header.bitCount == 32 && HasAlpha(pixels))
         return 1;
-    for (DWORD &value : pixels->values)
-        value |= OPAQUE_ALPHA;
+    MakeOpaque(pixels);
     if (source.maskStart != 0)
         ClearMasked(&source, pixels);
+    return 1;
+}
+
+int ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels)
+{
+    PictureSource source = {};
+    if (!ReadPicture(bitmap, size, 0, &source, pixels))
+        return 0;
+    if (!HasAlpha(pixels))
+        MakeOpaque(pixels);
     return 1;
 }
 
 int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
-    return ReadPicture(dib, size, 0, &source, pixels);
+    DibHeader header;
+    *pixels = {};
+    return ReadDibHeader(dib, size, &header) && header.compression == BI_RGB && header.height > 0 &&
+           header.bitCount == 32 && ReadPicture(dib, size, 0, &source, pixels);
 }
 
 // The share of a source pixel in a target pixel along one side: both are laid on a line of

@@ -19,6 +19,10 @@ struct PicturePixels {
 // no pixels, when it does not lie in the block or has more than mostDecodedPixels.
 int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels);
 
+// The same for a bitmap of size bytes, of any depth, with bit fields or run lengths too, which have
+// no mask: what run lengths pass over is black, as where the window draws them.
+int ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels);
+
 // The same for a packed DIB of size bytes as the PNG codec decodes it: 32 bits a pixel, stored
 // bottom-up, whose alpha holds in any case. Returns 0 also for any other.
 int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels);
