@@ -1,5 +1,6 @@
 #include "cli/page.h"
 
+#include "cli/folder_files.h"
 #include "cli/page_file.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
@@ -11,6 +12,8 @@
 #include <memory>
 
 static const char existsText[] = "The file is there already; --force replaces it.";
+
+static const char stoppedText[] = "Stopped before the page was whole.";
 
 // A file that is refused.
 struct Refusal {
@@ -26,7 +29,10 @@ struct PageRun {
     HtmlPage page;
     std::vector<std::string> files; // that the page tells of
     std::vector<Refusal> refusals;
-    uint64_t fileBytes; // of all files together
+    uint64_t fileBytes; // of all of them together
+    size_t others;      // files in folders that are no executables
+    size_t told;        // files that the page has a section of
+    Progress progress;
     ExitStatus status;
 };
 
@@ -37,7 +43,8 @@ CLI::App *AddPageCommand(CLI::App &app, PageOptions *options)
         ->type_name("OUT")
         ->required();
     page->add_flag("-f,--force", options->force, "Replace a file that is there already");
-    page->add_option("FILE", options->files, "Executables or libraries")->required();
+    page->add_option("FILE", options->files, "Executables or libraries, or folders of them")
+        ->required();
     return page;
 }
 
@@ -69,24 +76,51 @@ static int WithFile(const std::string &path, std::string *reason, Read read)
     return 1;
 }
 
-static void TakeFile(PageRun *run, const std::string &path)
+static void Refuse(PageRun *run, const std::string &path, const std::string &reason)
+{
+    ClearProgress(&run->progress);
+    run->refusals.push_back({path, reason});
+    Fail(run, path, reason);
+}
+
+// Takes a file that the page is to tell of. Of a folder, not all are executables.
+static void TakeFile(PageRun *run, const std::string &path, int isOfFolder)
 {
     std::string reason;
+    ProbeOutcome outcome = ProbeRead;
     WithFile(path, &reason, [&](FILE *stream) {
         const auto pages = std::make_unique<FilePages>();
         ExecutableKind kind;
         OpenPages(pages.get(), stream);
-        if (IdentifyFile(pages.get(), &kind) == ProbeRead)
+        outcome = IdentifyFile(pages.get(), &kind);
+        if (outcome == ProbeRead)
             run->fileBytes += pages->length;
         else
             reason = FailureText();
     });
-    if (reason.empty()) {
+    if (reason.empty())
         run->files.push_back(path);
+    else if (isOfFolder && outcome == ProbeNotExecutable)
+        run->others++;
+    else
+        Refuse(run, path, reason);
+}
+
+static void TakePath(PageRun *run, const std::string &path)
+{
+    if (!IsFolder(path.c_str())) {
+        TakeFile(run, path, 0);
         return;
     }
-    run->refusals.push_back({path, reason});
-    Fail(run, path, reason);
+    const size_t before = run->files.size() + run->refusals.size();
+    FolderVisitor visitor;
+    visitor.takeFile = [run](const std::string &inner) { TakeFile(run, inner, 1); };
+    visitor.failFolder = [run](const std::string &inner) {
+        Refuse(run, inner, std::string("The folder cannot be read: ") + FileErrorText() + ".");
+    };
+    VisitFiles(path, visitor);
+    if (before == run->files.size() + run->refusals.size() && !StopRequested())
+        Refuse(run, path, "There is no executable in the folder.");
 }
 
 static std::string Utf8Of(const std::filesystem::path &path)
@@ -103,8 +137,10 @@ static std::filesystem::path PathOf(const std::string &utf8)
 static std::string TitleOf(const PageRun *run)
 {
     if (run->options->files.size() > 1)
-        return std::to_string(run->options->files.size()) + " files";
-    const std::filesystem::path path = PathOf(run->options->files[0]);
+        return std::to_string(run->files.size()) + " executables";
+    std::filesystem::path path = PathOf(run->options->files[0]);
+    if (!path.has_filename()) // it ends with a separator
+        path = path.parent_path();
     return path.has_filename() ? Utf8Of(path.filename()) : run->options->files[0];
 }
 
@@ -119,26 +155,37 @@ static void AppendContents(PageRun *run)
     AppendHtml(&run->page, "</ul>\n</nav>\n");
 }
 
+// Adds what there is to tell of the file of a number.
+static void AppendOne(PageRun *run, size_t number)
+{
+    std::string reason;
+    const int isAlone = run->files.size() == 1;
+    const std::string &path = run->files[number - 1];
+    const auto file = std::make_unique<PageFile>();
+    file->page = &run->page;
+    file->path = path;
+    file->number = number;
+    file->level = isAlone ? 2 : 3;
+    file->progress = &run->progress;
+    file->err = run->err;
+    if (WithFile(path, &reason, [&](FILE *stream) { AppendFile(file.get(), stream); }))
+        run->told++;
+    else
+        Refuse(run, path, reason);
+    if (file->hasFaults)
+        run->status = ExitFailed;
+}
+
 static void AppendFiles(PageRun *run)
 {
     for (size_t i = 0; i < run->files.size(); i++) {
         if (!HasRoom(&run->page, 0) || StopRequested() || run->page.failed)
             break;
-        std::string reason;
-        const auto file = std::make_unique<PageFile>();
-        file->page = &run->page;
-        file->path = run->files[i];
-        file->number = i + 1;
-        file->level = run->files.size() > 1 ? 3 : 2;
-        file->err = run->err;
-        if (!WithFile(run->files[i], &reason,
-                      [&](FILE *stream) { AppendFile(file.get(), stream); })) {
-            run->refusals.push_back({run->files[i], reason});
-            Fail(run, run->files[i], reason);
-        }
-        if (file->hasFaults)
-            run->status = ExitFailed;
+        AppendOne(run, i + 1);
+        if (run->files.size() > 1)
+            ShowProgress(&run->progress, i + 1, run->files.size(), "files");
     }
+    ClearProgress(&run->progress);
 }
 
 static void AppendRefusals(PageRun *run)
@@ -152,6 +199,14 @@ static void AppendRefusals(PageRun *run)
         AppendHtml(&run->page, "<tr><td>" + HtmlName(refusal.path) + "</td><td>" +
                                    HtmlText(refusal.reason) + "</td></tr>\n");
     AppendHtml(&run->page, "</tbody>\n</table>\n</section>\n");
+}
+
+static void AppendOthers(PageRun *run)
+{
+    if (run->others > 0)
+        AppendHtml(&run->page, "<p class=\"faint\">Other files in the folders, which are no "
+                               "executables: " +
+                                   std::to_string(run->others) + "</p>\n");
 }
 
 // Writes the page. Returns 0, with the reason told, when it is not to be kept.
@@ -169,6 +224,7 @@ static int WritePage(PageRun *run, FILE *stream, const std::string &shown)
         Fail(run, shown, text);
     }
     AppendRefusals(run);
+    AppendOthers(run);
     if (!EndPage(&run->page)) {
         if (stream != run->out || !OutputIsClosed())
             FailBecause(run, shown, "The page cannot be written");
@@ -176,8 +232,8 @@ static int WritePage(PageRun *run, FILE *stream, const std::string &shown)
         return 0;
     }
     if (StopRequested())
-        Fail(run, shown, "Stopped before the page was whole.");
-    return !StopRequested();
+        Fail(run, shown, stoppedText);
+    return run->told > 0 && !StopRequested();
 }
 
 // Writes a file beside the one that is wanted, then gives it its name.
@@ -253,9 +309,13 @@ ExitStatus RunPage(const PageOptions &options, FILE *out, FILE *err)
     run.out = out;
     run.err = err;
     CatchStopRequests();
+    run.progress = StartProgress(err);
     for (const std::string &path : options.files)
-        TakeFile(&run, path);
-    if (!run.files.empty())
+        if (!StopRequested())
+            TakePath(&run, path);
+    if (StopRequested())
+        Fail(&run, options.output, stoppedText);
+    else if (!run.files.empty())
         WriteOutput(&run);
     return run.status;
 }

@@ -41,6 +41,7 @@ static void EndPart(PageFile *file, size_t count)
 
 static void TellFault(PageFile *file, const std::string &text)
 {
+    ClearProgress(file->progress);
     PrintFault(file->err, file->path, text);
     AppendHtml(file->page, "<p class=\"fault\">" + HtmlText(text) + "</p>\n");
     file->hasFaults = 1;
@@ -125,6 +126,7 @@ static void AppendParts(PageFile *file)
 {
     const std::vector<SurveyedResource> &resources = file->survey.resources;
     const int isNe = file->survey.kind.format == FormatNe;
+    size_t done = 0;
     for (const auto &part : parts) {
         const size_t count = CountOf(file, part.id);
         if (count == 0 || file->page->isFull)
@@ -134,8 +136,12 @@ static void AppendParts(PageFile *file)
         for (size_t i = 0; i < resources.size(); i++) {
             if (!HasRoom(file->page, 0) || file->page->failed || StopRequested())
                 break;
-            if (file->parts[i] == part.id)
-                file->isShown[i] = (BYTE)part.append(file, resources[i]);
+            if (file->parts[i] != part.id)
+                continue;
+            file->isShown[i] = (BYTE)part.append(file, resources[i]);
+            done++;
+            if (file->level == 2)
+                ShowProgress(file->progress, done, resources.size(), "resources");
         }
         AppendHtml(file->page, part.closing);
         EndPart(file, count);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/html_page.h"
+#include "cli/progress.h"
 #include "exe/picture_groups.h"
 #include "exe/survey.h"
 
@@ -11,10 +12,11 @@
 // nothing.
 struct PageFile {
     HtmlPage *page;
-    std::string path; // as the page and messages name it
-    size_t number;    // among the page's files, from 1
-    int level;        // of its parts' headings; from 3 on it has a heading of its own
-    FILE *err;        // where faults are told
+    std::string path;   // as the page and messages name it
+    size_t number;      // among the page's files, from 1
+    int level;          // of its parts' headings; from 3 on it has a heading of its own
+    Progress *progress; // of the run; a file that is alone shows its resources'
+    FILE *err;          // where faults are told
     FilePages pages;
     Survey survey;
     PictureGroups groups;

@@ -6,6 +6,8 @@
 #include "platform/byte_reader.h"
 #include "platform/picture_limit.h"
 
+#include <new>
+
 #define HOT_SPOT_SIZE 4
 #define MOST_MARKERS 100 // of a JPEG file in front of the one that tells its size
 
@@ -165,8 +167,8 @@ int AppendPicture(PageFile *file, const SurveyedResource &resource)
     if (!ReadPixels(file, resource, picture.kind, &pixels))
         return AppendUndrawn(file, resource, picture.info);
     const std::vector<BYTE> png = MakePngOf(&pixels, PngFewest);
-    if (png.empty())
-        return AppendUndrawn(file, resource, picture.info);
+    if (png.empty()) // of pixels that fit, only without memory
+        throw std::bad_alloc();
     if (!HasRoom(file->page, (uint64_t)png.size() / 3 * 4))
         return 0;
     AppendFigure(file, resource, picture.info, png);

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 // --- paths, 8-bit ---
 
@@ -89,6 +90,21 @@ int DiskWasFull();
 
 // Takes over from the C library why a stream could not be written to or closed, right after that.
 void NoteStreamError();
+
+// --- folders that are read; names are UTF-8 ---
+
+// Whether a path leads to a folder.
+int IsFolder(const char *path);
+
+// A regular file or a folder.
+struct FolderEntry {
+    std::string name;
+    int isFolder;
+};
+
+// Lists the regular files and the folders in a folder, in no order. What leads elsewhere (a link, a
+// folder that stands for another place) is left out. Returns 0 on failure, with a part listed.
+int ListFolder(const char *path, std::vector<FolderEntry> *items);
 
 // --- folders that files are created in; names are UTF-8 ---
 

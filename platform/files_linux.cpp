@@ -8,7 +8,9 @@
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <new>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -209,6 +211,46 @@ int DiskWasFull()
 void NoteStreamError()
 {
     lastError = errno;
+}
+
+int IsFolder(const char *path)
+{
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+namespace
+{
+
+struct CloseDirectory {
+    void operator()(DIR *folder) const
+    {
+        closedir(folder);
+    }
+};
+
+} // namespace
+
+int ListFolder(const char *path, std::vector<FolderEntry> *items)
+{
+    items->clear();
+    const std::unique_ptr<DIR, CloseDirectory> folder(opendir(path));
+    while (folder) {
+        errno = 0;
+        const dirent *entry = readdir(folder.get());
+        if (!entry)
+            break;
+        struct stat status;
+        const std::string name = entry->d_name;
+        if (name == "." || name == ".." ||
+            fstatat(dirfd(folder.get()), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+            continue;
+        if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))
+            items->push_back({name, S_ISDIR(status.st_mode)});
+    }
+    if (errno != 0)
+        lastError = errno;
+    return errno == 0;
 }
 
 static OutputFolder *OpenFolderAt(int parent, const char *name, int flags)

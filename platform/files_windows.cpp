@@ -198,6 +198,64 @@ void NoteStreamError()
     lastError = _doserrno;
 }
 
+int IsFolder(const char *path)
+{
+    const DWORD attributes = GetFileAttributesW(WholePath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+static std::string NameOf(const WIN32_FIND_DATAW &found)
+{
+    char name[3 * MAX_PATH];
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, found.cFileName, -1, name, sizeof name, nullptr, nullptr);
+    return std::string(name, length > 0 ? static_cast<size_t>(length) - 1 : 0);
+}
+
+// Other files that are stored elsewhere, as those of a cloud, are files all the same.
+static bool LeadsElsewhere(const WIN32_FIND_DATAW &found)
+{
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK ||
+            found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+}
+
+namespace
+{
+
+struct FolderSearch {
+    HANDLE handle;
+
+    ~FolderSearch()
+    {
+        if (handle != INVALID_HANDLE_VALUE)
+            FindClose(handle);
+    }
+};
+
+} // namespace
+
+int ListFolder(const char *path, std::vector<FolderEntry> *items)
+{
+    items->clear();
+    std::wstring pattern = WholePath(path);
+    if (!pattern.ends_with(L'\\'))
+        pattern += L'\\';
+    pattern += L'*';
+    WIN32_FIND_DATAW found;
+    const FolderSearch search = {FindFirstFileW(pattern.c_str(), &found)};
+    for (BOOL more = search.handle != INVALID_HANDLE_VALUE; more;
+         more = FindNextFileW(search.handle, &found)) {
+        const std::string name = NameOf(found);
+        if (name != "." && name != ".." && !LeadsElsewhere(found))
+            items->push_back({name, (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+    }
+    const DWORD error = GetLastError();
+    if (error != ERROR_NO_MORE_FILES)
+        lastError = error;
+    return error == ERROR_NO_MORE_FILES;
+}
+
 static OutputFolder *HoldFolder(const std::wstring &path, DWORD flags)
 {
     HANDLE held = CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE,
