@@ -49,7 +49,7 @@ figure { margin: 0; max-width: 100%; min-width: 7rem; }
 figure img {
     display: block; max-width: 100%; height: auto;
     background: repeating-conic-gradient(var(--square) 0% 25%, var(--between) 0% 50%) 0 0 / 16px 16px;
-    outline: 1px solid var(--line);
+    border: 1px solid var(--line); box-sizing: content-box;
 }
 figcaption { margin-top: .35rem; font-size: .85rem; color: var(--faint); }
 figcaption b { color: var(--ink); }
@@ -62,7 +62,7 @@ audio { display: block; width: 24rem; max-width: 100%; }
         --link: #000000; --fault: #000000; --square: #d4d4d4; --between: #ffffff;
     }
     body { max-width: none; padding: 0; font-size: 10pt; }
-    figure, tr, dl, summary { break-inside: avoid; }
+    figure, tr, dl, summary, pre { break-inside: avoid; }
     h1, h2, h3, summary, thead { break-after: avoid; }
     figure img { max-height: 22cm; width: auto; print-color-adjust: exact; }
     audio { display: none; }

@@ -136,12 +136,16 @@ static std::filesystem::path PathOf(const std::string &utf8)
 
 static std::string TitleOf(const PageRun *run)
 {
-    if (run->options->files.size() > 1)
+    if (run->options->files.size() > 1 && run->files.size() > 1)
         return std::to_string(run->files.size()) + " executables";
-    std::filesystem::path path = PathOf(run->options->files[0]);
-    if (!path.has_filename()) // it ends with a separator
-        path = path.parent_path();
-    return path.has_filename() ? Utf8Of(path.filename()) : run->options->files[0];
+    const std::string &named =
+        run->options->files.size() > 1 ? run->files[0] : run->options->files[0];
+    std::error_code unknown;
+    const std::filesystem::path whole =
+        std::filesystem::absolute(PathOf(named), unknown).lexically_normal();
+    // One that ends with a separator has no name behind it.
+    const std::filesystem::path path = whole.has_filename() ? whole : whole.parent_path();
+    return path.has_filename() ? Utf8Of(path.filename()) : named;
 }
 
 static void AppendContents(PageRun *run)

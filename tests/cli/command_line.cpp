@@ -63,15 +63,21 @@ static Lines WordsOf(const std::string &command)
     return words;
 }
 
-// What is printed, without the system's own reasons, and in complaints and counts its separators.
+// A page without its head.
+static std::string BodyOf(const std::string &text)
+{
+    return text.starts_with("<!DOCTYPE") ? text.substr(text.find("<body>")) : text;
+}
+
+// What is printed, without the system's own reasons, and where files are named its separators.
 static Lines Printed(const std::string &text, const std::string &before)
 {
     static const std::regex reason("(cannot be (?:opened|used)): [^.]*\\.");
-    static const std::regex count("^(No|[0-9]+) files? in ");
+    static const std::regex named("^((No|[0-9]+) files? in |<(h2|li|tr)>)");
     Lines lines;
     std::istringstream all(std::regex_replace(text, reason, "$1: ..."));
     for (std::string line; std::getline(all, line);) {
-        if (pathSeparator == '\\' && (before == "! " || std::regex_search(line, count)))
+        if (pathSeparator == '\\' && (before == "! " || std::regex_search(line, named)))
             std::replace(line.begin(), line.end(), '\\', '/');
         lines.push_back(before + line);
     }
@@ -105,7 +111,7 @@ static void RunCommand(const TempFolder &folder, const std::string &command, Lin
         folder.Write(words[1], Text(words[2].c_str()));
     } else {
         const ToolRun run = RunTool(folder, words);
-        for (const Lines &lines : {Printed(run.out, "  "), Printed(run.err, "! ")})
+        for (const Lines &lines : {Printed(BodyOf(run.out), "  "), Printed(run.err, "! ")})
             told->insert(told->end(), lines.begin(), lines.end());
         told->push_back("= " + std::to_string(run.status));
     }
@@ -337,8 +343,37 @@ static void WriteStrings(const TempFolder &folder)
                                   .bytes);
 }
 
+// Names and texts that would do things in a page, and what a page shows of each kind.
+static void WriteMarkup(const TempFolder &folder)
+{
+    const Picture picture = MakePicture(2, 1, 0x80336699);
+    const std::u16string control(u"\0\r\n\u202E\uFFFE\xD800 ]]>", 10);
+    folder.Write(
+        "markup.dll",
+        BuildPe(
+            {.resources = {{u"<script>alert(1)</script>", u"\"'><img src=x onerror=alert(2)>",
+                            Text("</pre><b>&amp;\r\n")},
+                           {1, 4, MakeCursorImage(picture, 1, 1)},
+                           {2, u"RUNS", MakeDib(picture, 8, DibForm::RunLength)},
+                           {3, 5, MakeIconImage(picture, 32)},
+                           {3, 6, Text("cut")},
+                           {6, 2, MakeStringBlock({u"</td><!--", control, u"\u05D0 & b"}), 0x40D},
+                           {6, u"\"><i>", MakeStringBlock({u"<br>"})},
+                           {10, u"\u202E<tune>", Text("RIFF????WAVE")},
+                           {11, 1, OneMessage()},
+                           {12, 7, MakeIconGroup({{2, 1, 1, 0, 4}})}},
+             .is64 = true})
+            .bytes);
+    folder.Write("many/b.exe",
+                 BuildNe({.resources = {{6, 3, MakeNeStringBlock({"", "\xC7"})}}}).bytes);
+    folder.Write("many/a/empty.dll", BuildPe({.resources = {}}).bytes);
+    folder.Write("many/a/text.txt", Text("text"));
+    folder.Write("many/c.exe", Text("MZ"));
+}
+
 static void WriteFiles(const TempFolder &folder)
 {
+    WriteMarkup(folder);
     WriteIcons(folder);
     WriteSavedWhole(folder);
     WriteStrings(folder);

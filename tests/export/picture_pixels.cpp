@@ -49,6 +49,42 @@ TEST(PicturePixels, OfIconsAreColoredWhereTheMaskLetsThem)
     }
 }
 
+TEST(PicturePixels, OfBitmapsAreThoseOfEveryForm)
+{
+    Picture picture = MakePicture(9, 3, 0xFF000000);
+    picture.At(0, 0) = 0xFFFFFFFF;
+    picture.At(8, 2) = 0xFF0000FF;
+    Picture clear = picture;
+    clear.At(4, 1) = 0x80FF0000;
+    const struct {
+        const Picture *picture;
+        int bits;
+        DibForm form;
+    } cases[] = {
+        {&picture, 4, DibForm::Plain},      {&picture, 8, DibForm::Core},
+        {&picture, 16, DibForm::Plain},     {&picture, 24, DibForm::TopDown},
+        {&picture, 8, DibForm::TopDown},    {&picture, 4, DibForm::RunLength},
+        {&picture, 8, DibForm::RunLength},  {&picture, 16, DibForm::BitFields},
+        {&picture, 32, DibForm::BitFields}, {&clear, 32, DibForm::Plain},
+    };
+    for (const auto &row : cases) {
+        SCOPED_TRACE(std::to_string(row.bits) + " " + std::to_string((int)row.form));
+        const Bytes dib = MakeDib(*row.picture, row.bits, row.form);
+        PicturePixels pixels;
+        ASSERT_TRUE(ReadBitmapPixels(dib.data(), (DWORD)dib.size(), &pixels));
+        EXPECT_EQ(ColorsOf(pixels), row.picture->pixels);
+    }
+
+    // Runs that skip, end early or leave the picture; what they do not reach is black.
+    Bytes runs = MakeDib(MakePicture(3, 2, 0xFFFFFFFF), 8, DibForm::RunLength, {0xFFFFFF, 0xFF});
+    runs.resize(40 + 4 * 256);
+    AddBytes(runs, {0, 2, 1, 0, 9, 0, 0, 0, 0, 3, 1, 0, 1, 0, 0, 0, 9, 9});
+    PicturePixels pixels;
+    ASSERT_TRUE(ReadBitmapPixels(runs.data(), (DWORD)runs.size(), &pixels));
+    EXPECT_EQ(ColorsOf(pixels), (std::vector<uint32_t>{0xFF0000FF, 0xFFFFFFFF, 0xFF0000FF,
+                                                       0xFF000000, 0xFFFFFFFF, 0xFFFFFFFF}));
+}
+
 TEST(PicturePixels, OfOld32BitIconsWithoutAlphaTakeTheMask)
 {
     const Picture picture = MakePicture(2, 1, 0x00123456);

@@ -225,6 +225,7 @@ static std::map<std::string, Start> Starts()
                Words({31}), Words({0, 0}), Words({-1})}}},
             {"probe", {headers, PeWords()}},
             {"survey", {headers, PeWords()}},
+            {"page", {headers, PeWords()}},
             {"module", {PeFiles(), PeWords()}},
             {"bitmap", {Bitmaps(), DibWords()}},
             {"icon", {icons, DibWords()}},

@@ -58,6 +58,8 @@ own_files() {
             export/group_file.cpp exe/picture_groups.cpp \
             content/picture_group.cpp content/signature.cpp content/string_table.cpp \
             content/message_table.cpp ;;
+        page) echo cli/html_page.cpp cli/page_data.cpp cli/page_file.cpp cli/page_pictures.cpp \
+            cli/page_texts.cpp export/picture_pixels.cpp ;;
         bitmap) echo content/dib.cpp viewer/dib_draw.cpp platform/native/gdi/dib_decode.cpp ;;
         icon) echo content/dib.cpp viewer/dib_draw.cpp viewer/png.cpp ;;
         run_length) echo content/run_length.cpp platform/native/gdi/dib_decode.cpp ;;

@@ -1,6 +1,7 @@
 // Run lengths, in a picture whose size the first bytes give: the bits a pixel, width and height.
 #include "content/run_length.h"
 #include "exe/categories.h"
+#include "export/picture_pixels.h"
 #include "tests/fuzz/fuzz.h"
 
 static Bytes PictureOf(int bits, unsigned width, unsigned height, const Bytes &runs)
@@ -29,6 +30,9 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     Check(length <= runs.size());
     Check(RunsLength(runs.data(), length, bits) == length);
     const Bytes dib = PictureOf(bits, data[1], data[2], runs);
+    PicturePixels pixels;
+    if (ReadBitmapPixels(dib.data(), (DWORD)dib.size(), &pixels))
+        Check(pixels.values.size() == (size_t)data[1] * data[2]);
     ShowAndSave(CategoryBitmap, dib.data(), dib.size());
     return 0;
 }

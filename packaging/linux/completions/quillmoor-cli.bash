@@ -6,6 +6,7 @@ list --all --json --salvage --code-page --help
 icon --size --force --help
 save --all --output --category --name --force --salvage --utf8 --code-page --help
 strings --json --language --code-page --help
+page --output --force --help
 '
 
 _quillmoor_cli() {
@@ -16,7 +17,13 @@ _quillmoor_cli() {
         [ "$name" != "${COMP_WORDS[1]}" ] || found=$options
     done <<<"$_quillmoor_cli_commands"
     case $before in
-        -o | --output) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
+        -o | --output)
+            local kind=-d
+            [ "${COMP_WORDS[1]}" != page ] || kind=-f
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen "$kind" -- "$word")
+            return
+            ;;
         --size) mapfile -t COMPREPLY < <(compgen -W '16 32 48 128 256' -- "$word"); return ;;
         --category) mapfile -t COMPREPLY < <(compgen -W 'bitmap icon string binary' -- "$word"); return ;;
         --language | --code-page) return ;;

@@ -5,6 +5,7 @@ complete -c quillmoor-cli -n __fish_use_subcommand -f -a list -d 'Print the tree
 complete -c quillmoor-cli -n __fish_use_subcommand -f -a icon -d 'Save the program\'s icon as ICO, or one PNG'
 complete -c quillmoor-cli -n __fish_use_subcommand -f -a save -d 'Save resources as BMP, ICO, TXT, WAV and BIN'
 complete -c quillmoor-cli -n __fish_use_subcommand -f -a strings -d 'Print the texts of string tables and message tables'
+complete -c quillmoor-cli -n __fish_use_subcommand -f -a page -d 'Write one HTML page of everything, to read'
 complete -c quillmoor-cli -n __fish_use_subcommand -f -l version -d 'Tell the version'
 complete -c quillmoor-cli -f -s h -l help -d 'Tell the options'
 
@@ -21,3 +22,5 @@ complete -c quillmoor-cli -n '__fish_seen_subcommand_from list save strings' -l 
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -s f -l force -d 'Replace files that are there already'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -l name -x -d 'Save only what has this name'
 complete -c quillmoor-cli -n '__fish_seen_subcommand_from save' -l utf8 -d 'Save string tables as UTF-8'
+complete -c quillmoor-cli -n '__fish_seen_subcommand_from page' -s o -l output -r -F -d 'Write to this file'
+complete -c quillmoor-cli -n '__fish_seen_subcommand_from page' -s f -l force -d 'Replace a file that is there already'
