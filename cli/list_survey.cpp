@@ -1,18 +1,9 @@
 #include "cli/list_survey.h"
 
+#include "cli/picture_kind.h"
 #include "cli/survey_words.h"
-#include "content/picture_info.h"
 #include "exe/picture_groups.h"
 #include "exe/survey.h"
-#include "exe/type_names.h"
-
-// Whether a resource is a picture, and which.
-static int IsPicture(const SurveyedResource &resource, PictureKind *kind)
-{
-    const DWORD type = resource.type.isText ? 0 : resource.type.number;
-    *kind = type == TYPE_ICON ? PictureIcon : type == TYPE_CURSOR ? PictureCursor : PictureBitmap;
-    return type == TYPE_BITMAP || type == TYPE_ICON || type == TYPE_CURSOR;
-}
 
 // Reads what a picture's first bytes tell. Returns 0 when they tell nothing.
 static int ReadInfo(FilePages *pages, const SurveyedResource &resource, PictureKind kind,

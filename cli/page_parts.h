@@ -1,7 +1,12 @@
 // The parts of a file's section on a page, each with the resources of one kind in the file's order.
 #pragma once
 
-#include "cli/page_file.h"
+#include "cli/html_page.h"
+#include "cli/progress.h"
+#include "exe/picture_groups.h"
+#include "exe/survey.h"
+
+#include <vector>
 
 enum PagePartId {
     PartNone, // the tree of all resources alone: what is not in the file, and groups of pictures
@@ -10,6 +15,28 @@ enum PagePartId {
     PartStrings,
     PartMessages,
     PartData,
+};
+
+// A file whose section of the page is written. Set the fields up to `err` and the others to
+// nothing.
+struct PageFile {
+    HtmlPage *page;
+    std::string path;   // as the page and messages name it
+    size_t number;      // among the page's files, from 1
+    int level;          // of its parts' headings; from 3 on it has a heading of its own
+    Progress *progress; // of the run; a file that is alone shows its resources'
+    FILE *err;          // where faults are told
+    FilePages pages;
+    Survey survey;
+    PictureGroups groups;
+    std::vector<BYTE> parts;         // of the survey's resources: a PagePartId each
+    std::vector<BYTE> isShown;       // whether the part has it
+    uint64_t bytesLeft;              // that its parts may still read
+    uint64_t pixelsLeft;             // and unpack
+    size_t leftOut;                  // resources that were past these
+    size_t undrawn;                  // pictures that cannot be drawn
+    std::vector<std::string> untold; // faults of the part that is written
+    int hasFaults;                   // some were told
 };
 
 // The part that a resource belongs to, by its type and its first bytes.

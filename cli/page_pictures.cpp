@@ -1,8 +1,7 @@
 #include "cli/page_parts.h"
+#include "cli/picture_kind.h"
 #include "cli/pixels_png.h"
 #include "cli/survey_words.h"
-#include "content/picture_info.h"
-#include "exe/type_names.h"
 #include "platform/byte_reader.h"
 #include "platform/picture_limit.h"
 
@@ -17,13 +16,6 @@ struct PagePicture {
     PictureKind kind;      // of another
     PictureInfo info;
 };
-
-static int IsDib(const SurveyedResource &resource, PictureKind *kind)
-{
-    const DWORD type = resource.type.isText ? 0 : resource.type.number;
-    *kind = type == TYPE_ICON ? PictureIcon : type == TYPE_CURSOR ? PictureCursor : PictureBitmap;
-    return type == TYPE_BITMAP || type == TYPE_ICON || type == TYPE_CURSOR;
-}
 
 // The size of a GIF file (CompuServe's GIF89a) behind its signature.
 static void MeasureGif(const BYTE *start, size_t size, PictureInfo *info)
@@ -58,11 +50,13 @@ static int MeasurePicture(PageFile *file, const SurveyedResource &resource, Page
 {
     BYTE start[PICTURE_START_SIZE];
     const size_t size = ReadSurveyedStart(&file->pages, &resource, start, sizeof start);
-    const StoredMedium *medium = FindStoredMedium(&file->pages, resource);
-    const std::string type = medium == nullptr ? "" : medium->type;
-    const int isDib = IsDib(resource, &picture->kind);
     picture->mediaType = nullptr;
     picture->info = {};
+    const StoredMedium *medium = FindStoredMedium(&file->pages, resource);
+    const int isDib = IsPicture(resource, &picture->kind);
+    if (!isDib && medium == nullptr) // the file has changed
+        return 0;
+    const std::string type = medium == nullptr ? "" : medium->type;
     if (isDib || type == "image/png")
         ReadPictureInfo(start, size, picture->kind, &picture->info);
     else if (type == "image/gif")
