@@ -2,13 +2,13 @@
 
 #include "cli/finished_file.h"
 #include "cli/icon_picture.h"
+#include "cli/path_text.h"
 #include "cli/reading.h"
 #include "export/group_file.h"
 #include "platform/console.h"
 #include "platform/files.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <new>
 
 // One run of the command.
@@ -88,17 +88,6 @@ static ExitStatus WriteInFolder(const IconRun *run, const OutputFolder *folder,
     case FileNoMemory: throw std::bad_alloc();
     default: return Fail(run, shown, result.reason);
     }
-}
-
-static std::string Utf8Of(const std::filesystem::path &path)
-{
-    const std::u8string utf8 = path.u8string();
-    return std::string(utf8.begin(), utf8.end());
-}
-
-static std::filesystem::path PathOf(const std::string &utf8)
-{
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 static ExitStatus WriteOutput(const IconRun *run, const std::vector<BYTE> &bytes)

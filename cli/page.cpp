@@ -1,15 +1,17 @@
 #include "cli/page.h"
 
+#include "cli/finished_file.h"
 #include "cli/folder_files.h"
 #include "cli/page_file.h"
+#include "cli/path_text.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
 #include "platform/console.h"
 #include "platform/files.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
+#include <new>
 
 static const char existsText[] = "The file is there already; --force replaces it.";
 
@@ -52,11 +54,6 @@ static void Fail(PageRun *run, const std::string &path, const std::string &text)
 {
     PrintFault(run->err, path, text);
     run->status = ExitFailed;
-}
-
-static void FailBecause(PageRun *run, const std::string &path, const char *what)
-{
-    Fail(run, path, std::string(what) + ": " + FileErrorText() + ".");
 }
 
 // Calls `read` with the open file. Returns 0, with the reason, when it cannot be opened.
@@ -121,17 +118,6 @@ static void TakePath(PageRun *run, const std::string &path)
     VisitFiles(path, visitor);
     if (before == run->files.size() + run->refusals.size() && !StopRequested())
         Refuse(run, path, "There is no executable in the folder.");
-}
-
-static std::string Utf8Of(const std::filesystem::path &path)
-{
-    const std::u8string utf8 = path.u8string();
-    return std::string(utf8.begin(), utf8.end());
-}
-
-static std::filesystem::path PathOf(const std::string &utf8)
-{
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 static std::string TitleOf(const PageRun *run)
@@ -213,13 +199,8 @@ static void AppendOthers(PageRun *run)
                                    std::to_string(run->others) + "</p>\n");
 }
 
-// Writes the page. Returns 0, with the reason told, when it is not to be kept.
-static int WritePage(PageRun *run, FILE *stream, const std::string &shown)
+static void AppendEnd(PageRun *run, const std::string &shown)
 {
-    run->page = {stream, KeptBytesLimit(run->fileBytes), 0, "", 0, 0};
-    BeginPage(&run->page, TitleOf(run));
-    AppendContents(run);
-    AppendFiles(run);
     if (run->page.isFull) {
         const std::string text = "The page has the " + std::to_string(run->page.limit) +
                                  " bytes that it may have of files of this size; what follows is "
@@ -229,61 +210,59 @@ static int WritePage(PageRun *run, FILE *stream, const std::string &shown)
     }
     AppendRefusals(run);
     AppendOthers(run);
-    if (!EndPage(&run->page)) {
-        if (stream != run->out || !OutputIsClosed())
-            FailBecause(run, shown, "The page cannot be written");
-        run->status = ExitFailed;
-        return 0;
-    }
-    if (StopRequested())
-        Fail(run, shown, stoppedText);
-    return run->told > 0 && !StopRequested();
 }
 
-// Writes a file beside the one that is wanted, then gives it its name.
+// Writes the page. Returns WriteDone, WriteShort, or WriteDataUnavailable, with the reason told,
+// when there is none to keep.
+static WriteOutcome WritePage(PageRun *run, FILE *stream, const std::string &shown)
+{
+    run->page = {stream, KeptBytesLimit(run->fileBytes), 0, "", 0, 0};
+    BeginPage(&run->page, TitleOf(run));
+    AppendContents(run);
+    AppendFiles(run);
+    AppendEnd(run, shown);
+    if (!EndPage(&run->page))
+        return WriteShort;
+    if (StopRequested())
+        Fail(run, shown, stoppedText);
+    return run->told > 0 && !StopRequested() ? WriteDone : WriteDataUnavailable;
+}
+
+static void WriteToStream(PageRun *run)
+{
+    const std::string shown = "standard output";
+    if (WritePage(run, run->out, shown) == WriteShort)
+        Fail(run, shown, std::string("The page cannot be written: ") + FileErrorText() + ".");
+}
+
 static void WriteInFolder(PageRun *run, const OutputFolder *folder, const std::string &name)
 {
     const std::string &shown = run->options->output;
-    std::string beside;
+    WriteOutcome written = WriteShort;
     if (!run->options->force && ExistsInFolder(folder, name.c_str())) {
         Fail(run, shown, existsText);
         return;
     }
-    FILE *stream = CreateUnfinishedFile(folder, &beside);
-    if (stream == nullptr) {
-        FailBecause(run, shown, "The file cannot be created");
-        return;
-    }
-    int isWhole;
-    try {
-        isWhole = WritePage(run, stream, shown);
-    } catch (...) {
-        fclose(stream);
-        DeleteInFolder(folder, beside.c_str());
-        throw;
-    }
-    if (fclose(stream) != 0 && isWhole) {
-        NoteStreamError();
-        FailBecause(run, shown, "The page cannot be written");
-        isWhole = 0;
-    }
-    const MoveResult moved =
-        isWhole ? MoveBetween(folder, beside.c_str(), folder, name.c_str(), run->options->force)
-                : MoveFailed;
-    if (moved == MoveDone)
-        return;
-    DeleteInFolder(folder, beside.c_str());
-    if (moved == MoveExists)
+    const FileResult result = MakeFile(
+        folder, name,
+        [&](FILE *stream) {
+            written = WritePage(run, stream, shown);
+            return written;
+        },
+        nullptr, run->options->force);
+    if (result.outcome == FileNoMemory)
+        throw std::bad_alloc();
+    if (result.outcome == FileInTheWay)
         Fail(run, shown, existsText);
-    else if (isWhole)
-        FailBecause(run, shown, "The file cannot be put in place");
+    else if (result.outcome == FileFailed && written != WriteDataUnavailable)
+        Fail(run, shown, result.reason);
 }
 
 static void WriteOutput(PageRun *run)
 {
     const std::string &output = run->options->output;
     if (output == "-") {
-        WritePage(run, run->out, "standard output");
+        WriteToStream(run);
         return;
     }
     const std::filesystem::path path = PathOf(output);
@@ -294,7 +273,7 @@ static void WriteOutput(PageRun *run)
     const std::string parent = Utf8Of(path.parent_path());
     OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
     if (folder == nullptr) {
-        FailBecause(run, output, "The folder cannot be used");
+        Fail(run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
         return;
     }
     try {

@@ -1,6 +1,6 @@
 #include "cli/page_parts.h"
 #include "cli/survey_words.h"
-#include "exe/catalog.h"
+#include "content/signature.h"
 #include "exe/type_names.h"
 
 #include <algorithm>
@@ -36,31 +36,22 @@ std::string ResourceTitle(const PageFile *file, const SurveyedResource &resource
 }
 
 static const struct {
+    const char *extension;
     StoredMedium medium;
-    size_t offset; // of the bytes that tell it
-    const char *bytes;
 } media[] = {
-    {{PartPictures, "image/png"}, 0, "\x89PNG\r\n\x1A\n"},
-    {{PartPictures, "image/jpeg"}, 0, "\xFF\xD8\xFF"},
-    {{PartPictures, "image/gif"}, 0, "GIF87a"},
-    {{PartPictures, "image/gif"}, 0, "GIF89a"},
-    {{PartSounds, "audio/ogg"}, 0, "OggS"},
-    {{PartSounds, "audio/mpeg"}, 0, "ID3"},
-    {{PartSounds, "audio/flac"}, 0, "fLaC"},
+    {".png", {PartPictures, "image/png"}},
+    {".jpg", {PartPictures, "image/jpeg"}},
+    {".gif", {PartPictures, "image/gif"}},
+    {".wav", {PartSounds, "audio/wav"}},
 };
 
 const StoredMedium *FindStoredMedium(FilePages *pages, const SurveyedResource &resource)
 {
-    static const StoredMedium wave = {PartSounds, "audio/wav"};
-    BYTE start[WAVE_HEADER_SIZE] = {};
+    BYTE start[SIGNATURE_START_SIZE];
     const size_t size = ReadSurveyedStart(pages, &resource, start, sizeof start);
-    ResourceEntry entry = {};
-    entry.size = (DWORD)size;
-    if (ProbeWave(&entry, start))
-        return &wave;
+    const char *extension = SignatureExtension(start, size);
     for (const auto &row : media)
-        if (size >= row.offset + strlen(row.bytes) &&
-            memcmp(start + row.offset, row.bytes, strlen(row.bytes)) == 0)
+        if (extension != nullptr && strcmp(extension, row.extension) == 0)
             return &row.medium;
     return nullptr;
 }
@@ -75,6 +66,7 @@ PagePartId PartOf(FilePages *pages, const SurveyedResource &resource)
     case TYPE_ICON: return PartPictures;
     case TYPE_STRING: return PartStrings;
     case TYPE_MESSAGE_TABLE: return PartMessages;
+    case TYPE_VERSION: return PartVersion;
     case TYPE_CURSOR_GROUP:
     case TYPE_ICON_GROUP: return PartNone;
     default: break;

@@ -84,6 +84,7 @@ static const struct {
     const char *closing;
     int (*append)(PageFile *file, const SurveyedResource &resource);
 } parts[] = {
+    {PartVersion, "Version", "<div>\n", nullptr, "</div>\n", AppendVersion},
     {PartPictures, "Pictures", "<div class=\"pictures\">\n", nullptr, "</div>\n", AppendPicture},
     {PartSounds, "Sounds", "<div class=\"sounds\">\n", nullptr, "</div>\n", AppendSound},
     {PartStrings, "Strings", TEXTS_OPENING("<th scope=\"col\">Language</th>"), TEXTS_OPENING(""),

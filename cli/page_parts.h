@@ -10,6 +10,7 @@
 
 enum PagePartId {
     PartNone, // the tree of all resources alone: what is not in the file, and groups of pictures
+    PartVersion,
     PartPictures,
     PartSounds,
     PartStrings,
@@ -43,6 +44,7 @@ struct PageFile {
 PagePartId PartOf(FilePages *pages, const SurveyedResource &resource);
 
 // Each adds one resource of its part. Returns 0 when it is not shown.
+int AppendVersion(PageFile *file, const SurveyedResource &resource);
 int AppendPicture(PageFile *file, const SurveyedResource &resource);
 int AppendSound(PageFile *file, const SurveyedResource &resource);
 int AppendTexts(PageFile *file, const SurveyedResource &resource);

@@ -1,6 +1,7 @@
 #include "cli/save.h"
 
 #include "cli/numbers.h"
+#include "cli/progress.h"
 #include "cli/reading.h"
 #include "cli/save_all.h"
 #include "cli/save_folder.h"
@@ -12,12 +13,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <new>
-
-typedef std::chrono::steady_clock Clock;
 
 // One run of the command.
 struct SaveRun {
@@ -26,8 +24,7 @@ struct SaveRun {
     FILE *err;
     std::vector<int> nameMatched; // of options->names
     NamesInFolder folderNames;    // of the files' folders
-    Clock::time_point start;
-    Clock::time_point lastProgress;
+    Progress progress;
     int anyRead; // whether a file was
     ExitStatus status;
     int isStopped;       // no further file is read
@@ -184,35 +181,17 @@ static void SaveEntry(const SaveRun *run, SaveFolder *folder, const ResourceEntr
              });
 }
 
-static void ShowProgress(SaveRun *run, size_t done, size_t count)
-{
-    const Clock::time_point now = Clock::now();
-    if (now - run->start < std::chrono::seconds(1) ||
-        now - run->lastProgress < std::chrono::milliseconds(100) || !IsTerminal(run->err))
-        return;
-    run->lastProgress = now;
-    PrintText(run->err,
-              "\r" + std::to_string(done) + " of " + std::to_string(count) + " resources");
-}
-
-static void ClearProgress(SaveRun *run)
-{
-    if (run->lastProgress != Clock::time_point())
-        fprintf(run->err, "\r%40s\r", "");
-    run->lastProgress = Clock::time_point();
-}
-
 // Whether the run goes on; done and count are resources of the file.
 static int GoOn(SaveRun *run, SaveFolder *folder, size_t done, size_t count)
 {
     if (StopRequested()) {
-        ClearProgress(run);
+        ClearProgress(&run->progress);
         FaultOf(folder, folder->source, "Stopped before everything was saved.");
         run->isStopped = 1;
         return 0;
     }
     if (done > 0)
-        ShowProgress(run, done, count);
+        ShowProgress(&run->progress, done, count, "resources");
     return 1;
 }
 
@@ -227,7 +206,7 @@ static void SaveEntries(SaveRun *run, SaveFolder *folder, TextLosses *losses)
         if (folder->isDiskFull || folder->isUnusable)
             break;
     }
-    ClearProgress(run);
+    ClearProgress(&run->progress);
 }
 
 static std::string BaseName(const std::string &file)
@@ -323,7 +302,7 @@ static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
         saving.goOn = [&](size_t done) { return GoOn(run, folder, done, survey.resources.size()); };
         SaveEverything(&saving);
     });
-    ClearProgress(run);
+    ClearProgress(&run->progress);
     return 1;
 }
 
@@ -380,7 +359,7 @@ ExitStatus RunSave(const SaveOptions &options, FILE *out, FILE *err)
     run.out = out;
     run.err = err;
     run.nameMatched.resize(options.names.size());
-    run.start = Clock::now();
+    run.progress = StartProgress(err);
     CatchStopRequests();
     for (const std::string &path : options.files)
         if (!run.isStopped)

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 
-#define VERSION_SIZE 0x10000 // its lengths have 16 bits
 #define PART_SIZE 65536
 
 static void SetHead(SaveForm *form, const char *extension, const std::string &text)
@@ -83,7 +82,7 @@ static int MakeTextForm(const FormSource *source, const SurveyedResource *resour
 static int MakeVersionForm(const FormSource *source, const SurveyedResource *resource,
                            SaveForm *form)
 {
-    std::vector<BYTE> bytes(std::min<size_t>(resource->size, VERSION_SIZE));
+    std::vector<BYTE> bytes(std::min<size_t>(resource->size, MOST_VERSION_BYTES));
     VersionInfo info;
     const size_t size = ReadSurveyedStart(source->pages, resource, bytes.data(), bytes.size());
     if (!ReadVersionInfo(bytes.data(), size, source->codePage, &info))

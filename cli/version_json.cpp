@@ -49,7 +49,7 @@ static void AddNamedNumber(JsonObject *object, const char *field, DWORD number,
     AddField(object, nameField.c_str(), "null");
 }
 
-static std::string Dotted(const WORD version[4])
+std::string DottedVersion(const WORD version[4])
 {
     std::string text;
     for (int i = 0; i < 4; i++)
@@ -61,8 +61,8 @@ static std::string NumbersJson(const VersionNumbers *numbers)
 {
     JsonObject object;
     std::string flags;
-    AddTextField(&object, "fileVersion", Dotted(numbers->file));
-    AddTextField(&object, "productVersion", Dotted(numbers->product));
+    AddTextField(&object, "fileVersion", DottedVersion(numbers->file));
+    AddTextField(&object, "productVersion", DottedVersion(numbers->product));
     AddNumberField(&object, "flags", numbers->flags);
     for (const NumberName &row : flagNames)
         if (numbers->flags & row.number)

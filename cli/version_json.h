@@ -8,3 +8,6 @@
 // (a table for each language and code page, with its texts by their names: of two with the same
 // name the first, which is the one that Windows gives) and `translations`.
 std::string MakeVersionJson(const VersionInfo *info);
+
+// A version's numbers with dots between them.
+std::string DottedVersion(const WORD version[4]);

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#define MOST_VERSION_BYTES 0x10000 // its lengths have 16 bits
+
 // The part of fixed size (VS_FIXEDFILEINFO).
 struct VersionNumbers {
     WORD file[4];    // the file's version, the most significant number first
