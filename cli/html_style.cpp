@@ -37,6 +37,7 @@ th, td { border: 1px solid var(--line); padding: .25rem .6rem; text-align: start
 thead th, tbody th[scope="rowgroup"] { background: var(--box); }
 td.number { text-align: end; font-variant-numeric: tabular-nums; white-space: nowrap; }
 th[scope="row"] { min-width: 6rem; max-width: 24rem; font-weight: 600; }
+.version th[scope="row"] { min-width: 11rem; }
 .language { white-space: nowrap; }
 td.text { white-space: pre-wrap; width: 100%; }
 pre {

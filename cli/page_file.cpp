@@ -43,7 +43,8 @@ static void TellFault(PageFile *file, const std::string &text)
 {
     ClearProgress(file->progress);
     PrintFault(file->err, file->path, text);
-    AppendHtml(file->page, "<p class=\"fault\">" + HtmlText(text) + "</p>\n");
+    if (HasRoom(file->page, text.size()))
+        AppendHtml(file->page, "<p class=\"fault\">" + HtmlText(text) + "</p>\n");
     file->hasFaults = 1;
 }
 

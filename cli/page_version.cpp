@@ -14,7 +14,7 @@ static std::string Row(const std::string &name, const std::string &language,
 
 static void AppendTable(PageFile *file, const SurveyedResource &resource, const VersionInfo &info)
 {
-    AppendHtml(file->page, "<table" + IdAttribute(file, resource) +
+    AppendHtml(file->page, "<table class=\"version\"" + IdAttribute(file, resource) +
                                ">\n<thead><tr><th scope=\"col\">Name</th><th scope=\"col\">Language"
                                "</th><th scope=\"col\">Text</th></tr></thead>\n<tbody>\n");
     if (info.hasNumbers)
