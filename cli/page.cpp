@@ -6,6 +6,7 @@
 #include "cli/path_text.h"
 #include "cli/reading.h"
 #include "exe/catalog.h"
+#include "exe/refusal.h"
 #include "platform/console.h"
 #include "platform/files.h"
 
@@ -33,7 +34,7 @@ struct PageRun {
     std::vector<Refusal> refusals;
     uint64_t fileBytes; // of all of them together
     size_t others;      // files in folders that are no executables
-    size_t told;        // files that the page has a section of
+    size_t told;        // files that the page tells of, read to their end
     Progress progress;
     ExitStatus status;
 };
@@ -97,7 +98,7 @@ static void TakeFile(PageRun *run, const std::string &path, int isOfFolder)
     });
     if (reason.empty())
         run->files.push_back(path);
-    else if (isOfFolder && outcome == ProbeNotExecutable)
+    else if (isOfFolder && outcome == ProbeNotExecutable && NotedFailure() == FailureNotExecutable)
         run->others++;
     else
         Refuse(run, path, reason);
@@ -159,7 +160,7 @@ static void AppendOne(PageRun *run, size_t number)
     file->progress = &run->progress;
     file->err = run->err;
     if (WithFile(path, &reason, [&](FILE *stream) { AppendFile(file.get(), stream); }))
-        run->told++;
+        run->told += !file->isUnreadable;
     else
         Refuse(run, path, reason);
     if (file->hasFaults)

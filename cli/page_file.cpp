@@ -4,6 +4,7 @@
 #include "cli/reading.h"
 #include "cli/survey_words.h"
 #include "exe/catalog.h"
+#include "exe/refusal.h"
 #include "platform/console.h"
 #include "platform/picture_limit.h"
 
@@ -240,5 +241,8 @@ void AppendFile(PageFile *file, FILE *stream)
     AppendParts(file);
     if (!file->survey.resources.empty())
         AppendTree(file);
+    file->isUnreadable = NotedFailure() == FailureUnreadable;
+    if (file->isUnreadable && reason.empty())
+        TellFault(file, FailureText());
     AppendHtml(file->page, "</section>\n");
 }

@@ -38,6 +38,7 @@ struct PageFile {
     size_t undrawn;                  // pictures that cannot be drawn
     std::vector<std::string> untold; // faults of the part that is written
     int hasFaults;                   // some were told
+    int isUnreadable;                // a reading failed: what is told may not be all there is
 };
 
 // The part that a resource belongs to, by its type and its first bytes.
