@@ -84,7 +84,6 @@ struct Command {
     const char *name;
     std::vector<std::string> arguments; // that begin with FILE and OUT stand for the paths
     std::vector<const char *> folders = {};
-    const char *end = nullptr; // of a file that itself tells what is not in it
 };
 
 static const std::vector<const char *> categories = {"BITMAP", "ICON", "STRING TABLE",
@@ -107,14 +106,8 @@ static const Command commands[] = {
     {"icon --size", {"icon", "--size", "4", "FILE", "OUT/icon.png"}, {"."}},
     {"strings", {"strings", "FILE"}},
     {"strings --json", {"strings", "--json", "FILE"}},
-    {"page", {"page", "FILE", "-o", "OUT/page.html"}, {"."}, "</html>\n"},
+    {"page", {"page", "FILE", "-o", "OUT/page.html"}, {"."}},
 };
-
-// Whether it is a file that tells what is not in it, of a run that did not say it is done.
-static bool IsWholeBut(const Bytes &bytes, int status, const char *end)
-{
-    return status != 0 && end != nullptr && std::string(bytes.begin(), bytes.end()).ends_with(end);
-}
 
 // Runs a command with each call failing once. A run that says it is done has done all; another says
 // why; files under their names are whole, and nothing unfinished is left, in either case.
@@ -155,7 +148,7 @@ static void CheckCommand(const Command &command, Failing kind)
                                          : told.substr(at + before.size(), strlen(".unfinished-1"));
             for (const auto &[path, bytes] : made)
                 EXPECT_TRUE((whole.contains(path) && whole.at(path) == bytes) ||
-                            path.starts_with(left) || IsWholeBut(bytes, run.status, command.end))
+                            path.starts_with(left))
                     << path;
             if (run.status == 0) {
                 EXPECT_EQ(made, whole);
