@@ -1,5 +1,7 @@
 #include "cli/finished_file.h"
 
+#include "cli/path_text.h"
+
 #include <new>
 
 static FileResult Failed(const char *what)
@@ -57,4 +59,25 @@ FileResult MakeFile(const OutputFolder *folder, const std::string &name,
     if (filled.outcome != FileDone)
         return filled;
     return PutInPlace(folder, beside, folder, name, replace);
+}
+
+std::string
+UseFolderOf(const std::string &path,
+            const std::function<void(const OutputFolder *folder, const std::string &name)> &use)
+{
+    const std::filesystem::path parts = PathOf(path);
+    if (!parts.has_filename())
+        return "That is a folder; the name of a file is wanted.";
+    const std::string parent = Utf8Of(parts.parent_path());
+    OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
+    if (folder == nullptr)
+        return std::string("The folder cannot be used: ") + FileErrorText() + ".";
+    try {
+        use(folder, Utf8Of(parts.filename()));
+    } catch (...) {
+        CloseFolder(folder);
+        throw;
+    }
+    CloseFolder(folder);
+    return "";
 }

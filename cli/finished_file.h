@@ -35,3 +35,12 @@ FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, cons
 FileResult MakeFile(const OutputFolder *folder, const std::string &name,
                     const std::function<WriteOutcome(FILE *)> &writer, std::vector<char> *buffer,
                     int replace);
+
+// What is told of a file that is in the way and could be replaced.
+inline constexpr char inTheWayText[] = "The file is there already; --force replaces it.";
+
+// Opens the folder that a file is to be written in, by the file's path, for as long as it is used
+// with the file's name. Returns an empty text, or why it cannot be used, a sentence for people.
+std::string
+UseFolderOf(const std::string &path,
+            const std::function<void(const OutputFolder *folder, const std::string &name)> &use);

@@ -84,7 +84,7 @@ static ExitStatus WriteInFolder(const IconRun *run, const OutputFolder *folder,
                                   : MakeFile(folder, name, write, nullptr, run->options->force);
     switch (result.outcome) {
     case FileDone: return ExitDone;
-    case FileInTheWay: return Fail(run, shown, "The file is there already; --force replaces it.");
+    case FileInTheWay: return Fail(run, shown, inTheWayText);
     case FileNoMemory: throw std::bad_alloc();
     default: return Fail(run, shown, result.reason);
     }
@@ -98,24 +98,13 @@ static ExitStatus WriteOutput(const IconRun *run, const std::vector<BYTE> &bytes
     const std::string output = run->options->output.empty()
                                    ? Utf8Of(PathOf(run->options->file).stem()) + extension
                                    : run->options->output;
-    const std::filesystem::path path = PathOf(output);
-    if (!path.has_filename())
-        return Fail(run, output, "That is a folder; the name of a file is wanted.");
-    const std::string parent = Utf8Of(path.parent_path());
     CatchStopRequests();
-    OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
-    if (folder == nullptr)
-        return Fail(run, output,
-                    std::string("The folder cannot be used: ") + FileErrorText() + ".");
     ExitStatus status = ExitFailed;
-    try {
-        status = WriteInFolder(run, folder, Utf8Of(path.filename()), output, bytes);
-    } catch (...) {
-        CloseFolder(folder);
-        throw;
-    }
-    CloseFolder(folder);
-    return status;
+    const std::string reason =
+        UseFolderOf(output, [&](const OutputFolder *folder, const std::string &name) {
+            status = WriteInFolder(run, folder, name, output, bytes);
+        });
+    return reason.empty() ? status : Fail(run, output, reason);
 }
 
 static const char *GroupText(GroupOutcome outcome)

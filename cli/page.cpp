@@ -14,8 +14,6 @@
 #include <memory>
 #include <new>
 
-static const char existsText[] = "The file is there already; --force replaces it.";
-
 static const char stoppedText[] = "Stopped before the page was whole.";
 
 // A file that is refused.
@@ -241,7 +239,7 @@ static void WriteInFolder(PageRun *run, const OutputFolder *folder, const std::s
     const std::string &shown = run->options->output;
     WriteOutcome written = WriteShort;
     if (!run->options->force && ExistsInFolder(folder, name.c_str())) {
-        Fail(run, shown, existsText);
+        Fail(run, shown, inTheWayText);
         return;
     }
     const FileResult result = MakeFile(
@@ -254,7 +252,7 @@ static void WriteInFolder(PageRun *run, const OutputFolder *folder, const std::s
     if (result.outcome == FileNoMemory)
         throw std::bad_alloc();
     if (result.outcome == FileInTheWay)
-        Fail(run, shown, existsText);
+        Fail(run, shown, inTheWayText);
     else if (result.outcome == FileFailed && written != WriteDataUnavailable)
         Fail(run, shown, result.reason);
 }
@@ -266,24 +264,12 @@ static void WriteOutput(PageRun *run)
         WriteToStream(run);
         return;
     }
-    const std::filesystem::path path = PathOf(output);
-    if (!path.has_filename()) {
-        Fail(run, output, "That is a folder; the name of a file is wanted.");
-        return;
-    }
-    const std::string parent = Utf8Of(path.parent_path());
-    OutputFolder *folder = OpenFolder(parent.empty() ? "." : parent.c_str());
-    if (folder == nullptr) {
-        Fail(run, output, std::string("The folder cannot be used: ") + FileErrorText() + ".");
-        return;
-    }
-    try {
-        WriteInFolder(run, folder, Utf8Of(path.filename()));
-    } catch (...) {
-        CloseFolder(folder);
-        throw;
-    }
-    CloseFolder(folder);
+    const std::string reason =
+        UseFolderOf(output, [run](const OutputFolder *folder, const std::string &name) {
+            WriteInFolder(run, folder, name);
+        });
+    if (!reason.empty())
+        Fail(run, output, reason);
 }
 
 ExitStatus RunPage(const PageOptions &options, FILE *out, FILE *err)
