@@ -5,52 +5,10 @@
 
 #include <gtest/gtest.h>
 
-using Lines = std::vector<std::string>;
-
 static BuiltExecutable BuildThree()
 {
     return BuildPe(
         {.resources = {{2, 1, Text("picture")}, {3, 5, Text("icon")}, {10, u"DATA", Text("raw")}}});
-}
-
-TEST(PeReader, SkipsWhatLiesOutsideAndFails)
-{
-    const uint32_t outside = 0x7FFFFFF0;
-    const BuiltExecutable good = BuildThree();
-    const ResourcePlaces &icon = good.resources[1];
-    const ResourcePlaces &data = good.resources[2];
-    struct Case {
-        const char *defect;
-        size_t offset;
-        uint32_t value;
-        FailureKind failure;
-        Lines left;
-    };
-    const Lines withoutIcon = {"BITMAP 1 7", "BINARY DATA DATA 3"};
-    const Case cases[] = {
-        Case("type directory", icon.type.entry + 4, outside | 0x80000000, FailureDirectory,
-             withoutIcon),
-        Case("language directory", icon.entry + 4, outside | 0x80000000, FailureDirectory,
-             withoutIcon),
-        Case("entry count", icon.directory + 12, 0xFFFFFFFF, FailureDirectoryEntry,
-             {"BITMAP 1 7", "ICON 5 4", "BINARY DATA DATA 3"}),
-        Case("name", data.entry, outside | 0x80000000, FailureName, {"BITMAP 1 7", "ICON 5 4"}),
-        Case("data entry", icon.languageEntry + 4, outside, FailureDataEntry, withoutIcon),
-        Case("data address", icon.dataEntry, 0xFFFFFFF0, FailureData, withoutIcon),
-        Case("data size", icon.dataEntry + 4, 0xFFFFFFFF, FailureData, withoutIcon),
-        Case("section start", good.sectionHeader + 20, outside, FailureDirectory, {}),
-        Case("header offset", 60, (uint32_t)good.bytes.size() - 247, FailureNewHeader, {}),
-        Case("signature", good.header, 0x00014550, FailureHeaders, {}),
-    };
-    for (const auto &row : cases) {
-        SCOPED_TRACE(row.defect);
-        Bytes bytes = good.bytes;
-        PutU32(bytes, row.offset, row.value);
-        const Reading reading = ReadBytes(bytes);
-        EXPECT_NE(reading.outcome, ProbeRead);
-        EXPECT_EQ(reading.failure, row.failure);
-        EXPECT_EQ(reading.entries, row.left);
-    }
 }
 
 // Reads directories that all have the same subdirectory in each of their entries: counts are those
