@@ -130,7 +130,9 @@ uint64_t SaveFormSize(const SurveyedResource *resource, const SaveForm *form)
 WriteOutcome WriteSaveForm(FILE *stream, FilePages *pages, const SurveyedResource *resource,
                            const SaveForm *form)
 {
-    if (fwrite(form->head.data(), 1, form->head.size(), stream) != form->head.size())
+    // What has no bytes has no address to write from.
+    if (!form->head.empty() &&
+        fwrite(form->head.data(), 1, form->head.size(), stream) != form->head.size())
         return WriteShort;
     std::vector<BYTE> part(form->hasData ? std::min<size_t>(resource->size, PART_SIZE) : 0);
     for (size_t at = 0; form->hasData && at < resource->size; at += part.size()) {

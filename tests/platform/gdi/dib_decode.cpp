@@ -108,7 +108,7 @@ static const DibCase dibCases[] = {
     DibCase("a skip that the size cuts", Header(6, 3, 8, BI_RLE8, 4, 5), {R, G, B, W},
             {2, 1, 0, 2, 1, 1}, "######\n######\nGG####\n"),
     DibCase("indexes past the edge, then a padded one", Header(6, 3, 8, BI_RLE8, 4, 20),
-            {R, G, B, W}, {0, 8, 1, 2, 1, 2, 1, 2, 1, 2, 0, 0, 0, 3, 1, 9, 3, 77, 0, 1},
+            {R, G, B, W}, {0, 8, 1, 2, 1, 2, 1, 2, 1, 2, 0, 0, 0, 3, 1, 9, 3, 1, 0, 1},
             "######\nG#.###\nGBGBGB\n"),
     DibCase("more rows than there are", Header(6, 3, 4, BI_RLE4, 4, 18), {R, G, B, W},
             {1, 0x1F, 0, 0, 1, 0x20, 0, 0, 1, 0xF0, 0, 0, 1, 0x10, 0, 0, 0, 1},
