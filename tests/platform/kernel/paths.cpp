@@ -30,7 +30,7 @@ TEST(Folders, ProgramKnowsItsPath)
     EXPECT_NE(GetFileAttributesA(path), INVALID_FILE_ATTRIBUTES);
     char cut[1000];
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, length), length);
-    EXPECT_EQ(std::string(cut), std::string(path, length - 1));
+    EXPECT_EQ(std::string(cut, length - 1), std::string(path, length - 1));
     EXPECT_EQ(GetModuleFileNameA(nullptr, cut, 0), 0u);
     EXPECT_EQ(GetModuleFileNameA((HMODULE)(uintptr_t)0x76543000, cut, sizeof cut), 0u);
     EXPECT_EQ(GetFileAttributesA("no such file"), INVALID_FILE_ATTRIBUTES);
