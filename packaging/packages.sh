@@ -18,7 +18,7 @@ cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest
 wine_packages="wine64 libwine xvfb xauth"
 zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
 # What the Debian packages are built and looked through with, and what their test asks besides.
-deb_packages="dpkg-dev debhelper lintian perl"
+deb_packages="build-essential dpkg-dev debhelper lintian perl"
 deb_test_packages="debootstrap appstream desktop-file-utils mandoc zsh fish"
 
 # need_packages NAME...: installs those that the machine lacks.
