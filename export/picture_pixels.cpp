@@ -3,10 +3,10 @@
 #include "content/dib.h"
 #include "content/run_length.h"
 #include "platform/byte_reader.h"
+#include "platform/color_channel.h"
 #include "platform/picture_limit.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <utility>
 
@@ -40,26 +40,11 @@ static DWORD IndexedColor(const PictureSource *source, DWORD index)
                    OPAQUE_ALPHA);
 }
 
-// One channel of a pixel as 8 bits: few bits are repeated to fill them, of many the top 8 count.
-static DWORD WidenChannel(DWORD pixel, DWORD mask)
-{
-    if (mask == 0)
-        return 0;
-    const int shift = std::countr_zero(mask), bits = (int)std::bit_width(mask >> shift);
-    const DWORD value = (pixel & mask) >> shift;
-    if (bits >= 8)
-        return value >> (bits - 8);
-    DWORD filled = 0;
-    for (int at = 8 - bits; at > -bits; at -= bits)
-        filled |= at >= 0 ? value << at : value >> -at;
-    return filled;
-}
-
 static DWORD MaskedColor(const PictureSource *source, DWORD pixel)
 {
     const DWORD *masks = source->masks;
-    return WidenChannel(pixel, masks[0]) | WidenChannel(pixel, masks[1]) << 8 |
-           WidenChannel(pixel, masks[2]) << 16;
+    return ColorChannel(pixel, masks[0]) | ColorChannel(pixel, masks[1]) << 8 |
+           ColorChannel(pixel, masks[2]) << 16;
 }
 
 static DWORD ReadColor(const PictureSource *source, const BYTE *row, size_t x)

@@ -27,6 +27,7 @@ platform/page_text      core
 platform/native/kernel  core
 platform/files          core
 platform/console        core
+platform/color_channel  core
 platform/picture_limit  core
 platform/byte_reader    core
 platform/utf8           core

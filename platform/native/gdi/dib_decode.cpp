@@ -1,10 +1,10 @@
 #include "platform/native/gdi/dib_decode.h"
 
 #include <algorithm>
-#include <bit>
 #include <climits>
 
 #include "platform/byte_reader.h"
+#include "platform/color_channel.h"
 
 constexpr uint32_t coreHeaderSize = 12;
 constexpr uint32_t infoHeaderSize = 40;
@@ -62,20 +62,6 @@ static bool IsDrawable(const DibLayout &layout, uint32_t compression)
     }
 }
 
-// One channel of a pixel as 8 bits: few bits are repeated to fill them, of many the top 8 count.
-static uint32_t Channel(uint32_t pixel, uint32_t mask)
-{
-    const int shift = std::countr_zero(mask);
-    const int width = static_cast<int>(std::bit_width(mask >> shift));
-    uint32_t value = (pixel & mask) >> shift;
-    if (width >= 8)
-        return value >> (width - 8);
-    uint32_t filled = 0;
-    for (int at = 8 - width; at > -width; at -= width)
-        filled |= at >= 0 ? value << at : value >> -at;
-    return filled;
-}
-
 static void ReadColorTable(const DibLayout &layout, const uint8_t *info, uint32_t table[256])
 {
     std::fill(table, table + 256, 0);
@@ -115,8 +101,8 @@ static void DecodeDirectRow(const DibLayout &layout, const uint8_t *row, uint32_
         if (size == 4)
             pixel |= uint32_t{row[2]} << 16 | uint32_t{row[3]} << 24;
         out[x] = isPlain ? pixel & 0xFFFFFF
-                         : Channel(pixel, masks[0]) << 16 | Channel(pixel, masks[1]) << 8 |
-                               Channel(pixel, masks[2]);
+                         : ColorChannel(pixel, masks[0]) << 16 |
+                               ColorChannel(pixel, masks[1]) << 8 | ColorChannel(pixel, masks[2]);
     }
 }
 
