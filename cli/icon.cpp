@@ -4,6 +4,7 @@
 #include "cli/icon_picture.h"
 #include "cli/path_text.h"
 #include "cli/reading.h"
+#include "exe/type_names.h"
 #include "export/group_file.h"
 #include "platform/console.h"
 #include "platform/files.h"
@@ -16,8 +17,7 @@ struct IconRun {
     const IconOptions *options;
     FILE *out;
     FILE *err;
-    FilePages pages;
-    Survey survey;
+    FilePages *pages;
     PictureIndex pictures;
 };
 
@@ -119,7 +119,7 @@ static const char *GroupText(GroupOutcome outcome)
 static ExitStatus SaveAll(IconRun *run, const SurveyedResource *group)
 {
     GroupFile file;
-    const GroupOutcome outcome = MakeGroupFile(&run->pages, &run->pictures, group, &file);
+    const GroupOutcome outcome = MakeGroupFile(run->pages, &run->pictures, group, &file);
     if (outcome != GroupDone)
         return Fail(run, run->options->file, GroupText(outcome));
     if (file.missing > 0)
@@ -133,10 +133,10 @@ static ExitStatus SaveBest(IconRun *run, const SurveyedResource *group)
 {
     std::vector<GroupMember> members;
     size_t missing;
-    const GroupOutcome outcome = ReadGroup(&run->pages, &run->pictures, group, &members, &missing);
+    const GroupOutcome outcome = ReadGroup(run->pages, &run->pictures, group, &members, &missing);
     if (outcome != GroupDone)
         return Fail(run, run->options->file, GroupText(outcome));
-    const std::vector<BYTE> png = MakeIconPng(&run->pages, members, run->options->size);
+    const std::vector<BYTE> png = MakeIconPng(run->pages, members, run->options->size);
     if (png.empty())
         return Fail(run, run->options->file, "None of its icon's pictures can be drawn.");
     return WriteOutput(run, png);
@@ -144,16 +144,23 @@ static ExitStatus SaveBest(IconRun *run, const SurveyedResource *group)
 
 static ExitStatus SaveIcon(IconRun *run)
 {
-    std::string reason;
-    // The icon may be whole whatever else is not.
-    const ReadingResult result = SurveyExecutable(&run->pages, 0, true, &run->survey, &reason);
-    const SurveyedResource *group = FindFirstGroup(&run->survey);
+    const SurveyChoice allGroups = {TYPE_ICON_GROUP, {}};
+    Survey groups, pictures;
+    std::string reason, picturesReason;
+    const ReadingResult result =
+        SurveyExecutable(run->pages, 0, true, &groups, &reason, &allGroups);
+    const SurveyedResource *group = FindFirstGroup(&groups);
     if (group == nullptr)
         return Fail(run, run->options->file,
                     result == ReadingEmpty || reason.empty() ? "It carries no icon." : reason);
+    const SurveyChoice itsPictures = ChoosePictures(run->pages, group);
+    if (SurveyExecutable(run->pages, 0, true, &pictures, &picturesReason, &itsPictures) ==
+            ReadingDone &&
+        reason.empty())
+        reason = picturesReason;
     if (!reason.empty())
         PrintFault(run->err, run->options->file, reason);
-    IndexPictures(&run->survey, &run->pictures);
+    IndexPictures(&pictures, &run->pictures);
     return run->options->size > 0 ? SaveBest(run, group) : SaveAll(run, group);
 }
 
@@ -163,11 +170,13 @@ ExitStatus RunIcon(const IconOptions &options, FILE *out, FILE *err)
     run.options = &options;
     run.out = out;
     run.err = err;
+    FilePages pages;
     std::string reason;
     FILE *file = OpenExecutable(options.file, &reason);
     if (file == nullptr)
         return Fail(&run, options.file, reason);
-    OpenPages(&run.pages, file);
+    OpenPages(&pages, file);
+    run.pages = &pages;
     ExitStatus status = ExitFailed;
     try {
         status = SaveIcon(&run);

@@ -11,15 +11,19 @@ std::vector<BYTE> MakePngOf(const PicturePixels *pixels, PngChannels channels)
     const int hasAlpha =
         channels == PngRgba || std::any_of(pixels->values.begin(), pixels->values.end(),
                                            [](DWORD value) { return value < LEAST_OPAQUE; });
-    const int end = hasAlpha ? 32 : 24;
-    PngBytes rows;
-    rows.reserve((1 + (size_t)(end / 8) * (size_t)pixels->width) * (size_t)pixels->height);
+    const size_t depth = hasAlpha ? 4 : 3;
+    PngBytes rows((1 + depth * (size_t)pixels->width) * (size_t)pixels->height);
+    BYTE *to = rows.data();
     const DWORD *value = pixels->values.data();
     for (LONG y = 0; y < pixels->height; y++) {
-        rows.push_back(0);
-        for (LONG x = 0; x < pixels->width; x++, value++)
-            for (int shift = 0; shift < end; shift += 8)
-                rows.push_back((BYTE)(*value >> shift));
+        *to++ = 0; // no filter
+        for (LONG x = 0; x < pixels->width; x++, value++, to += depth) {
+            to[0] = (BYTE)*value;
+            to[1] = (BYTE)(*value >> 8);
+            to[2] = (BYTE)(*value >> 16);
+            if (hasAlpha)
+                to[3] = (BYTE)(*value >> 24);
+        }
     }
     return MakePngFile((DWORD)pixels->width, (DWORD)pixels->height, hasAlpha, rows);
 }

@@ -84,9 +84,9 @@ ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &option
 }
 
 ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Survey *survey,
-                               std::string *reason)
+                               std::string *reason, const SurveyChoice *choice)
 {
-    const ProbeOutcome outcome = SurveyFile(pages, codePage, survey);
+    const ProbeOutcome outcome = SurveyFile(pages, codePage, survey, choice);
     const int isEmpty = survey->resources.empty();
     *reason = "";
     if (outcome == ProbeRead && !isEmpty)

@@ -31,7 +31,7 @@ ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &option
 // The same for a survey of the file, whose names are in a code page when it is an NE file (0: the
 // ANSI page).
 ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Survey *survey,
-                               std::string *reason);
+                               std::string *reason, const SurveyChoice *choice = nullptr);
 
 // Why a file gave nothing, or not all (exe/refusal.h), as UTF-8.
 std::string FailureText();

@@ -75,6 +75,8 @@ static void WalkDirectory(PeDirectoryWalk *walk, PeDirectory directory)
         const DWORD nameField = TakeU32(&reader);
         const DWORD target = TakeU32(&reader);
         const uint64_t place = walk->root + (target & ~PE_HIGH_BIT);
+        if (walk->isWanted != nullptr && !walk->isWanted(walk, directory.level, nameField))
+            continue;
         if (target & PE_HIGH_BIT)
             WalkDirectory(walk, {place, directory.level + 1, nameField, 0});
         else if (walk->takeData != nullptr)

@@ -29,6 +29,10 @@ struct PeDirectoryWalk {
     void *source;
     uint64_t root; // file offset of the root directory
 
+    // Called for each entry of a directory at a level; false: what it leads to is passed over,
+    // unread. NULL: all is wanted.
+    bool (*isWanted)(const PeDirectoryWalk *walk, int level, DWORD nameField);
+
     // Called for each directory before its entries are looked at. It may fail or stop the walk.
     void (*takeDirectory)(PeDirectoryWalk *walk, const PeDirectory *directory);
 

@@ -63,6 +63,21 @@ const SurveyedResource *FindPictureGroup(const PictureGroups *groups,
     return any->second;
 }
 
+SurveyChoice ChoosePictures(FilePages *pages, const SurveyedResource *group)
+{
+    SurveyChoice choice = {PictureType(group), {}};
+    std::vector<BYTE> bytes;
+    std::vector<GroupEntry> entries;
+    size_t count;
+    if (!ReadSurveyedBytes(pages, group, &bytes))
+        return choice;
+    ReadGroupEntries(bytes.data(), bytes.size(), IsCursorGroup(group), &entries, &count);
+    for (const GroupEntry &entry : entries)
+        choice.names.push_back(entry.number);
+    std::sort(choice.names.begin(), choice.names.end());
+    return choice;
+}
+
 void IndexPictures(const Survey *survey, PictureIndex *index)
 {
     index->pictures.clear();

@@ -36,6 +36,10 @@ struct PictureIndex {
     int isNe; // whose pictures are padded
 };
 
+// The choice of the pictures that a group names, for a survey of them alone (exe/survey.h); of all
+// of their kind when the group names none.
+SurveyChoice ChoosePictures(FilePages *pages, const SurveyedResource *group);
+
 void IndexPictures(const Survey *survey, PictureIndex *index);
 
 // A picture of a group that lies in the file.

@@ -46,14 +46,27 @@ ProbeOutcome IdentifyFile(FilePages *pages, ExecutableKind *kind)
     return ProbeRead;
 }
 
-ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey)
+bool ChoosesType(const SurveyChoice *choice, bool isText, DWORD number)
+{
+    return choice == nullptr || (!isText && number == choice->type);
+}
+
+bool ChoosesName(const SurveyChoice *choice, bool isText, DWORD number)
+{
+    if (choice == nullptr || choice->names.empty())
+        return true;
+    return !isText && std::binary_search(choice->names.begin(), choice->names.end(), number);
+}
+
+ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey, const SurveyChoice *choice)
 {
     survey->resources.clear();
     const ProbeOutcome outcome = IdentifyFile(pages, &survey->kind);
     if (outcome != ProbeRead)
         return outcome;
-    const int result = survey->kind.format == FormatNe ? SurveyNeResources(pages, codePage, survey)
-                                                       : SurveyPeResources(pages, survey);
+    const int result = survey->kind.format == FormatNe
+                           ? SurveyNeResources(pages, codePage, choice, survey)
+                           : SurveyPeResources(pages, choice, survey);
     return result ? ProbeRead : ProbeFailed;
 }
 

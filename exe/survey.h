@@ -32,7 +32,11 @@ ProbeOutcome IdentifyFile(FilePages *pages, ExecutableKind *kind);
 // A resource that the sections place where the file stores nothing, as in programs that unpack
 // themselves, is no failure: its isInFile is 0. One whose place lies behind the file's end is
 // listed in the same way, and fails.
-ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey);
+//
+// With a choice, other resources are left out, and of a PE file not even looked at: what is wrong
+// with them does not fail the survey.
+ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey,
+                        const SurveyChoice *choice = nullptr);
 
 // Reads a resource's bytes whole. Returns 0, with none, when they do not lie in the file or cannot
 // be read.

@@ -9,6 +9,7 @@
 struct NeSurvey {
     Survey *survey;
     UINT codePage;
+    const SurveyChoice *choice;
     SurveyId type;          // that is walked
     uint64_t nameBytesLeft; // names may be shared, so that a file holds more of them than bytes
     int failed;
@@ -36,6 +37,9 @@ static int TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
     const uint64_t offset = (uint64_t)record->offset << walk->shift;
     const uint64_t size = (uint64_t)record->length << walk->shift;
     SurveyedResource resource = {};
+    if (!ChoosesType(reading->choice, reading->type.isText, reading->type.number) ||
+        !ChoosesName(reading->choice, !(record->id & NE_INTEGER_ID), record->id & ~NE_INTEGER_ID))
+        return 1;
     resource.type = reading->type;
     resource.name = ReadId(walk, reading->codePage, record->id);
     const uint64_t nameBytes = NameBytesOf(&resource);
@@ -58,11 +62,12 @@ static int TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
     return 1;
 }
 
-int SurveyNeResources(FilePages *pages, UINT codePage, Survey *survey)
+int SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey)
 {
     NeSurvey reading = {};
     reading.survey = survey;
     reading.codePage = codePage;
+    reading.choice = choice;
     reading.nameBytesLeft = KeptBytesLimit(pages->length);
     NeTableWalk walk = {};
     walk.pages = pages;

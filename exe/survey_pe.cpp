@@ -8,6 +8,7 @@
 struct PeSurvey {
     FilePages *pages;
     PeImage image;
+    const SurveyChoice *choice;
     Survey *survey;
     SurveyedResource next;   // what the directories on the way told so far
     int depthLeftOut;        // level of the directory below which nothing is taken; 0 for none
@@ -18,6 +19,15 @@ struct PeSurvey {
 static int ReadSurvey(void *source, uint64_t offset, void *bytes, size_t size)
 {
     return ReadPages((FilePages *)source, offset, bytes, size);
+}
+
+static bool IsWanted(const PeDirectoryWalk *walk, int level, DWORD nameField)
+{
+    const SurveyChoice *choice = ((const PeSurvey *)walk->taker)->choice;
+    const bool isText = (nameField & PE_HIGH_BIT) != 0;
+    if (level == 0)
+        return ChoosesType(choice, isText, nameField);
+    return level > 1 || ChoosesName(choice, isText, nameField);
 }
 
 // Reads the type or name that a name field gives. Returns 0, with the failure noted, when it does
@@ -147,12 +157,13 @@ static int FindRoot(PeSurvey *reading, uint64_t *root, int *result)
     return 0;
 }
 
-int SurveyPeResources(FilePages *pages, Survey *survey)
+int SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey)
 {
     PeSurvey reading = {};
     int result;
     PeDirectoryWalk walk = {};
     reading.pages = pages;
+    reading.choice = choice;
     reading.survey = survey;
     reading.nameBytesLeft = KeptBytesLimit(pages->length);
     if (!ReadPeImage(pages, survey->kind.headerOffset, &reading.image)) {
@@ -163,6 +174,7 @@ int SurveyPeResources(FilePages *pages, Survey *survey)
         return result;
     walk.read = ReadSurvey;
     walk.source = pages;
+    walk.isWanted = choice != nullptr ? IsWanted : nullptr;
     walk.takeDirectory = TakeDirectory;
     walk.takeData = TakeData;
     walk.taker = &reading;

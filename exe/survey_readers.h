@@ -1,12 +1,18 @@
 // The survey's readers, one a format (exe/survey.h). Each fills the survey's resources with what it
-// finds and returns 0, with the reason noted, when anything failed.
+// finds, of a choice when that is not NULL, and returns 0, with the reason noted, when anything
+// failed.
 #pragma once
 
 #include "exe/file_pages.h"
 #include "exe/surveyed.h"
 
-int SurveyPeResources(FilePages *pages, Survey *survey);
-int SurveyNeResources(FilePages *pages, UINT codePage, Survey *survey);
+int SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey);
+int SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey);
+
+// Whether a choice, which may be NULL, has resources of a type; and of a name, given that it has
+// the type. isText: a type or name that is no number.
+bool ChoosesType(const SurveyChoice *choice, bool isText, DWORD number);
+bool ChoosesName(const SurveyChoice *choice, bool isText, DWORD number);
 
 // The bytes that the texts of a resource's type and name take. All of a file together are bounded
 // by KeptBytesLimit.

@@ -39,6 +39,12 @@ struct SurveyedResource {
     DWORD size;          // bytes; NE: a multiple of the alignment unit
 };
 
+// What of a file is wanted.
+struct SurveyChoice {
+    DWORD type;               // the type's number
+    std::vector<DWORD> names; // numbers, ascending; none: every name
+};
+
 struct Survey {
     ExecutableKind kind;
     std::vector<SurveyedResource> resources; // in the order of the file

@@ -58,8 +58,6 @@ static DWORD ReadColor(const PictureSource *source, const BYTE *row, size_t x)
     case 24: return ColorOf(row + 3 * x, OPAQUE_ALPHA);
     default:
         p = row + 4 * x;
-        if (source->masks[0] == 0)
-            return ColorOf(p, (DWORD)p[3] << 24);
         return MaskedColor(source,
                            p[0] | (DWORD)p[1] << 8 | (DWORD)p[2] << 16 | (DWORD)p[3] << 24) |
                OPAQUE_ALPHA;
@@ -73,13 +71,27 @@ static const BYTE *RowAt(const PictureSource *source, LONG y)
     return source->bytes + source->start + source->stride * (size_t)stored;
 }
 
+// Blue, green, red and alpha, a byte each: what every PNG is decoded to, so it is worth its own
+// loop.
+static void ReadPlainRow(const BYTE *row, size_t width, DWORD *values)
+{
+    for (size_t x = 0; x < width; x++, row += 4)
+        values[x] = ColorOf(row, (DWORD)row[3] << 24);
+}
+
 static void ReadColors(const PictureSource *source, PicturePixels *pixels)
 {
-    pixels->values.reserve((size_t)source->header.width * (size_t)source->height);
-    for (LONG y = 0; y < source->height; y++) {
+    const size_t width = (size_t)source->header.width;
+    pixels->values.resize(width * (size_t)source->height);
+    DWORD *value = pixels->values.data();
+    const bool isPlain = source->header.bitCount == 32 && source->masks[0] == 0;
+    for (LONG y = 0; y < source->height; y++, value += width) {
         const BYTE *row = RowAt(source, y);
-        for (LONG x = 0; x < source->header.width; x++)
-            pixels->values.push_back(ReadColor(source, row, (size_t)x));
+        if (isPlain)
+            ReadPlainRow(row, width, value);
+        else
+            for (size_t x = 0; x < width; x++)
+                value[x] = ReadColor(source, row, x);
     }
 }
 
@@ -211,39 +223,61 @@ int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
            header.bitCount == 32 && ReadPicture(dib, size, 0, &source, pixels);
 }
 
-// The share of a source pixel in a target pixel along one side: both are laid on a line of
-// sourceLength * targetLength parts.
-static uint64_t Overlap(uint64_t source, uint64_t sourceLength, uint64_t target,
-                        uint64_t targetLength)
+// The source pixels along one side that each target pixel covers, and the share of each: both sides
+// are laid on a line of sourceLength * targetLength parts.
+struct ShrinkSide {
+    std::vector<size_t> from;     // the first source pixel of each target pixel
+    std::vector<size_t> ends;     // of its shares
+    std::vector<uint64_t> shares; // all, target pixel by target pixel
+};
+
+static ShrinkSide MeasureSide(uint64_t sourceLength, uint64_t targetLength)
 {
-    const uint64_t begin = std::max(source * targetLength, target * sourceLength);
-    const uint64_t end = std::min((source + 1) * targetLength, (target + 1) * sourceLength);
-    return end - begin;
+    ShrinkSide side;
+    for (uint64_t to = 0; to < targetLength; to++) {
+        uint64_t from = to * sourceLength / targetLength;
+        side.from.push_back((size_t)from);
+        for (; from * targetLength < (to + 1) * sourceLength; from++)
+            side.shares.push_back(std::min((from + 1) * targetLength, (to + 1) * sourceLength) -
+                                  std::max(from * targetLength, to * sourceLength));
+        side.ends.push_back(side.shares.size());
+    }
+    return side;
 }
 
-static DWORD AverageOf(const PicturePixels *pixels, const PicturePixels *target, LONG x, LONG y)
+// Sums of a target pixel, weighted by share and alpha.
+struct ShrinkSums {
+    uint64_t red, green, blue, alpha;
+};
+
+// Adds what a row of source pixels gives to a row of target pixels.
+static void AddRow(const DWORD *row, uint64_t rowShare, const ShrinkSide *across,
+                   std::vector<ShrinkSums> *target)
 {
-    const uint64_t width = (uint64_t)pixels->width, height = (uint64_t)pixels->height;
-    const uint64_t newWidth = (uint64_t)target->width, newHeight = (uint64_t)target->height;
-    const uint64_t toX = (uint64_t)x, toY = (uint64_t)y;
-    uint64_t sums[3] = {}, alphas = 0;
-    for (uint64_t fromY = toY * height / newHeight; fromY * newHeight < (toY + 1) * height; fromY++)
-        for (uint64_t fromX = toX * width / newWidth; fromX * newWidth < (toX + 1) * width;
-             fromX++) {
-            const DWORD value = pixels->values[(size_t)(fromY * width + fromX)];
-            const uint64_t weight = Overlap(fromX, width, toX, newWidth) *
-                                    Overlap(fromY, height, toY, newHeight) * (value >> 24);
-            alphas += weight;
-            for (int channel = 0; channel < 3; channel++)
-                sums[channel] += weight * (value >> 8 * channel & 0xFF);
+    size_t i = 0;
+    for (size_t to = 0; to < target->size(); to++) {
+        const DWORD *value = row + across->from[to];
+        ShrinkSums sums = (*target)[to];
+        for (; i < across->ends[to]; i++, value++) {
+            const uint64_t weight = across->shares[i] * rowShare * (*value >> 24);
+            sums.alpha += weight;
+            sums.red += weight * (*value & 0xFF);
+            sums.green += weight * (*value >> 8 & 0xFF);
+            sums.blue += weight * (*value >> 16 & 0xFF);
         }
-    if (alphas == 0)
+        (*target)[to] = sums;
+    }
+}
+
+static DWORD AverageOf(const ShrinkSums *sums, uint64_t area)
+{
+    const uint64_t alpha = sums->alpha;
+    if (alpha == 0)
         return 0;
-    const uint64_t area = width * height;
-    DWORD average = (DWORD)((alphas + area / 2) / area) << 24;
-    for (int channel = 0; channel < 3; channel++)
-        average |= (DWORD)((sums[channel] + alphas / 2) / alphas) << 8 * channel;
-    return average;
+    return (DWORD)((alpha + area / 2) / area) << 24 |
+           (DWORD)((sums->blue + alpha / 2) / alpha) << 16 |
+           (DWORD)((sums->green + alpha / 2) / alpha) << 8 |
+           (DWORD)((sums->red + alpha / 2) / alpha);
 }
 
 void ShrinkPixels(PicturePixels *pixels, LONG side)
@@ -254,9 +288,20 @@ void ShrinkPixels(PicturePixels *pixels, LONG side)
     PicturePixels target = {};
     target.width = std::max<LONG>(1, (LONG)((int64_t)pixels->width * side / longest));
     target.height = std::max<LONG>(1, (LONG)((int64_t)pixels->height * side / longest));
+    const size_t width = (size_t)pixels->width;
+    const uint64_t area = (uint64_t)width * (uint64_t)pixels->height;
+    const ShrinkSide across = MeasureSide(width, (uint64_t)target.width);
+    const ShrinkSide down = MeasureSide((uint64_t)pixels->height, (uint64_t)target.height);
+    std::vector<ShrinkSums> sums;
     target.values.reserve((size_t)target.width * (size_t)target.height);
-    for (LONG y = 0; y < target.height; y++)
-        for (LONG x = 0; x < target.width; x++)
-            target.values.push_back(AverageOf(pixels, &target, x, y));
+    size_t i = 0;
+    for (size_t y = 0; y < (size_t)target.height; y++) {
+        const DWORD *row = pixels->values.data() + down.from[y] * width;
+        sums.assign((size_t)target.width, ShrinkSums());
+        for (; i < down.ends[y]; i++, row += width)
+            AddRow(row, down.shares[i], &across, &sums);
+        for (const ShrinkSums &pixel : sums)
+            target.values.push_back(AverageOf(&pixel, area));
+    }
     *pixels = std::move(target);
 }

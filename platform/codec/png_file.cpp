@@ -44,7 +44,11 @@ struct Unpacker {
 
 struct Packer {
     z_stream stream = {};
-    bool isReady = deflateInit(&stream, Z_BEST_SPEED) == Z_OK;
+    // A smaller table of what was met takes half the memory, as much time and makes files of the
+    // same size.
+    static constexpr int memoryLevel = 7;
+    bool isReady = deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, MAX_WBITS, memoryLevel,
+                                Z_DEFAULT_STRATEGY) == Z_OK;
 
     Packer() = default;
     Packer(const Packer &) = delete;

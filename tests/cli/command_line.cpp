@@ -283,6 +283,8 @@ static void WriteIcons(const TempFolder &folder)
     folder.Write("icon64.exe", built.bytes);
     PutU32(built.bytes, built.resources[4].dataEntry, 0x7FFFFFF0);
     folder.Write("-icon.exe", built.bytes);
+    PutU32(built.bytes, built.resources[2].dataEntry, 0x7FFFFFF0);
+    folder.Write("icons.exe", built.bytes);
     folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
 }
 
