@@ -188,9 +188,16 @@ TEST(EndedSave, LeavesWholeFilesAndTheNextRunGoesOn)
     for (int i = 0; i < 40; i++)
         description.resources.push_back({i % 2 ? 2 : 10, i, Bytes(2000, (unsigned char)i)});
     folder.Write("many.dll", BuildPe(description).bytes);
-    const auto start = Clock::now();
-    ASSERT_EQ(SaveUntil(folder, 0, {}), 0);
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+    // How long a run takes at its quickest: one that was held up once tells nothing of the others.
+    std::chrono::microseconds whole = std::chrono::hours(1);
+    const auto saveWhole = [&folder, &whole] {
+        const auto start = Clock::now();
+        const int status = SaveUntil(folder, 0, {});
+        whole = std::min(
+            whole, std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start));
+        return status;
+    };
+    ASSERT_EQ(saveWhole(), 0);
     const std::map<std::string, Bytes> all = SavedIn(folder.path / "out");
     ASSERT_EQ(all.size(), 40u);
     size_t ended = 0;
@@ -200,7 +207,7 @@ TEST(EndedSave, LeavesWholeFilesAndTheNextRunGoesOn)
             fs::remove_all(folder.path / "out");
             fs::create_directory(folder.path / "out");
             if (moment % 2)
-                SaveUntil(folder, 0, {});
+                saveWhole();
             const int status = SaveUntil(folder, signal, whole * (moment + 1) / 6);
             const std::map<std::string, Bytes> saved = SavedIn(folder.path / "out");
             ended += status != 0;
@@ -213,7 +220,7 @@ TEST(EndedSave, LeavesWholeFilesAndTheNextRunGoesOn)
             EXPECT_TRUE(isClean || WIFSIGNALED(status));
             // What nobody reads does not end it.
             EXPECT_TRUE(signal != SIGPIPE || WIFSIGNALED(status) || status == 0);
-            EXPECT_EQ(SaveUntil(folder, 0, {}), 0);
+            EXPECT_EQ(saveWhole(), 0);
             EXPECT_EQ(SavedIn(folder.path / "out"), all);
         }
     EXPECT_GT(ended, 0u);
