@@ -44,10 +44,10 @@ static std::string UsageText(const CLI::App *app, const CLI::Error &error)
 }
 
 // A file where a command is to stand.
-static int NamesAFile(const std::vector<std::string> &arguments)
+static bool NamesAFile(const std::vector<std::string> &arguments)
 {
     if (arguments.empty())
-        return 0;
+        return false;
     FILE *file = OpenForReading(arguments[0].c_str());
     if (file != nullptr)
         fclose(file);

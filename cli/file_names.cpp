@@ -17,14 +17,14 @@ static void AppendEncoded(std::string &encoded, unsigned char byte)
 }
 
 // Windows gives these names to devices, whatever blanks and extension follow.
-static int IsDeviceName(const std::string &name)
+static bool IsDeviceName(const std::string &name)
 {
     std::string stem = FoldName(name.substr(0, name.find('.')));
     stem.resize(stem.find_last_not_of(' ') + 1);
     for (const char *device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
         if (stem == device)
             return true;
-    const int numbered = stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0;
+    const bool numbered = stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0;
     const std::string number = numbered ? stem.substr(3) : "";
     return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\xC2\xB9" ||
            number == "\xC2\xB2" || number == "\xC2\xB3";
@@ -33,11 +33,11 @@ static int IsDeviceName(const std::string &name)
 std::string EncodeFileName(const std::string &name)
 {
     std::string encoded;
-    const int device = IsDeviceName(name);
+    const bool device = IsDeviceName(name);
     for (size_t i = 0; i < name.size();) {
         const Utf8Letter letter = LetterAt(name, i);
-        const int isEncoded = SteersText(letter.code) || (device && i == 0) ||
-                              (letter.length == 1 && strchr("<>:\"/\\|?*", name[i]) != nullptr);
+        const bool isEncoded = SteersText(letter.code) || (device && i == 0) ||
+                               (letter.length == 1 && strchr("<>:\"/\\|?*", name[i]) != nullptr);
         for (size_t end = i + letter.length; i < end; i++) {
             if (isEncoded)
                 AppendEncoded(encoded, (unsigned char)name[i]);

@@ -24,7 +24,7 @@ FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string 
         DeleteInFolder(folder, name.c_str());
         return {FileNoMemory, "", 0};
     }
-    const int closed = fclose(stream) == 0;
+    const bool closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
         return {FileDone, "", 0};
     NoteStreamError();
@@ -37,7 +37,7 @@ FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string 
 }
 
 FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, const OutputFolder *to,
-                      const std::string &name, int replace)
+                      const std::string &name, bool replace)
 {
     const MoveResult moved = MoveBetween(from, oldName.c_str(), to, name.c_str(), replace);
     if (moved == MoveDone)
@@ -51,7 +51,7 @@ FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, cons
 
 FileResult MakeFile(const OutputFolder *folder, const std::string &name,
                     const std::function<WriteOutcome(FILE *)> &writer, std::vector<char> *buffer,
-                    int replace)
+                    bool replace)
 {
     std::string beside;
     FILE *stream = CreateUnfinishedFile(folder, &beside);

@@ -19,7 +19,7 @@ enum FileOutcome {
 struct FileResult {
     FileOutcome outcome;
     std::string reason; // why it failed, a sentence for people; empty for the other outcomes
-    int isDiskFull;
+    bool isDiskFull;
 };
 
 // Fills and closes a file that was just created in a folder under a name; NULL when it could not
@@ -29,12 +29,12 @@ FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string 
 
 // Gives a whole file of one folder its name in another. One that cannot have it is deleted.
 FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, const OutputFolder *to,
-                      const std::string &name, int replace);
+                      const std::string &name, bool replace);
 
 // Both for a file of one folder, which is filled beside the one that it is to be.
 FileResult MakeFile(const OutputFolder *folder, const std::string &name,
                     const std::function<WriteOutcome(FILE *)> &writer, std::vector<char> *buffer,
-                    int replace);
+                    bool replace);
 
 // What is told of a file that is in the way and could be replaced.
 inline constexpr char inTheWayText[] = "The file is there already; --force replaces it.";

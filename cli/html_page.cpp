@@ -21,7 +21,7 @@ static const char *ReferenceOf(char32_t code)
     }
 }
 
-static int IsNoCharacter(char32_t code)
+static bool IsNoCharacter(char32_t code)
 {
     return (code & 0xFFFE) == 0xFFFE || (code >= 0xFDD0 && code <= 0xFDEF);
 }
@@ -52,7 +52,7 @@ static const char *NameOfPicture(char32_t code)
     return code >= first && code < first + std::size(names) ? names[code - first] : nullptr;
 }
 
-static std::string MakeHtml(const std::string &text, int hasElements)
+static std::string MakeHtml(const std::string &text, bool hasElements)
 {
     const std::string safe = SafeText(text);
     std::string html;
@@ -69,12 +69,12 @@ static std::string MakeHtml(const std::string &text, int hasElements)
 
 std::string HtmlAttribute(const std::string &text)
 {
-    return MakeHtml(text, 0);
+    return MakeHtml(text, false);
 }
 
 std::string HtmlText(const std::string &text)
 {
-    return MakeHtml(text, 1);
+    return MakeHtml(text, true);
 }
 
 std::string HtmlName(const std::string &text)
@@ -87,7 +87,7 @@ static void Flush(HtmlPage *page)
     if (!page->failed &&
         fwrite(page->part.data(), 1, page->part.size(), page->stream) != page->part.size()) {
         NoteStreamError();
-        page->failed = 1;
+        page->failed = true;
     }
     page->part.clear();
 }
@@ -100,10 +100,10 @@ void AppendHtml(HtmlPage *page, const std::string &markup)
         Flush(page);
 }
 
-int HasRoom(HtmlPage *page, uint64_t bytes)
+bool HasRoom(HtmlPage *page, uint64_t bytes)
 {
     if (page->length > page->limit || bytes > page->limit - page->length)
-        page->isFull = 1;
+        page->isFull = true;
     return !page->isFull;
 }
 
@@ -142,13 +142,13 @@ void BeginPage(HtmlPage *page, const std::string &title)
                          "</style>\n</head>\n<body>\n<h1>" + HtmlName(title) + "</h1>\n");
 }
 
-int EndPage(HtmlPage *page)
+bool EndPage(HtmlPage *page)
 {
     AppendHtml(page, "</body>\n</html>\n");
     Flush(page);
     if (!page->failed && fflush(page->stream) != 0) {
         NoteStreamError();
-        page->failed = 1;
+        page->failed = true;
     }
     return !page->failed;
 }

@@ -17,8 +17,8 @@ struct HtmlPage {
     uint64_t limit;   // bytes that the page may have; what closes it comes on top
     uint64_t length;  // bytes so far
     std::string part; // of it, not handed on yet
-    int isFull;       // something was left out: nothing more is begun
-    int failed;       // a write did; the reason is noted (platform/files.h)
+    bool isFull;      // something was left out: nothing more is begun
+    bool failed;      // a write did; the reason is noted (platform/files.h)
 };
 
 // Text as it stands in quoted attributes and in a title: the characters of markup as references,
@@ -37,13 +37,13 @@ std::string HtmlName(const std::string &text);
 void AppendHtml(HtmlPage *page, const std::string &markup);
 
 // Whether so many bytes more have room. When not, the page is full from then on.
-int HasRoom(HtmlPage *page, uint64_t bytes);
+bool HasRoom(HtmlPage *page, uint64_t bytes);
 
 // Adds bytes in base 64 (RFC 4648). Of pieces that follow each other each but the last has a
 // multiple of three bytes.
 void AppendBase64(HtmlPage *page, const BYTE *bytes, size_t size);
 
 // Begins the page with a title, which is text, and its first heading; and ends it. EndPage hands on
-// what is left and returns 0 when not all could be written.
+// what is left and returns false when not all could be written.
 void BeginPage(HtmlPage *page, const std::string &title);
-int EndPage(HtmlPage *page);
+bool EndPage(HtmlPage *page);

@@ -82,8 +82,8 @@ static ReadingResult ListSurvey(ListRun *run, const std::string &path, FILE *fil
     return result;
 }
 
-// Lists one file. Returns 0 when it was refused.
-static int ListFile(ListRun *run, const std::string &path)
+// Lists one file. Returns false when it was refused.
+static bool ListFile(ListRun *run, const std::string &path)
 {
     std::string reason;
     ReadingResult result = ReadingRefused;
@@ -127,8 +127,8 @@ static ExitStatus ListFiles(ListRun *run)
 ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
 {
     ExitStatus status = ExitFailed;
-    ListRun run = {&options, err, nullptr, nullptr, {out, "", 0}};
-    const int hasTree = !options.json && !options.all;
+    ListRun run = {&options, err, nullptr, nullptr, {out, "", false}};
+    const bool hasTree = !options.json && !options.all;
     if (hasTree)
         run.tree = CreateHiddenTree();
     if (hasTree && run.tree == nullptr) {

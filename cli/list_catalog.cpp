@@ -45,7 +45,7 @@ static IconGroups FindIconGroups(FILE *file, UINT codePage)
     PictureGroups groups;
     IconGroups found;
     ResourceEntry entry;
-    int hasIcons = 0;
+    bool hasIcons = false;
     for (LONG index = 0; index < openCatalog.count && !hasIcons; index++)
         hasIcons = GetEntry(openCatalog.entries, &entry, index) && entry.category == CategoryIcon;
     if (!hasIcons)
@@ -67,7 +67,7 @@ static void AddPicture(JsonObject *object, const ResourceEntry &entry)
 {
     PictureInfo info;
     const BYTE *data = (const BYTE *)GlobalLock(entry.data);
-    const int isKnown =
+    const bool isKnown =
         data != nullptr &&
         ReadPictureInfo(data, std::min<size_t>(entry.size, PICTURE_START_SIZE),
                         entry.category == CategoryIcon ? PictureIcon : PictureBitmap, &info);

@@ -5,9 +5,9 @@
 #include "exe/picture_groups.h"
 #include "exe/survey.h"
 
-// Reads what a picture's first bytes tell. Returns 0 when they tell nothing.
-static int ReadInfo(FilePages *pages, const SurveyedResource &resource, PictureKind kind,
-                    PictureInfo *info)
+// Reads what a picture's first bytes tell. Returns false when they tell nothing.
+static bool ReadInfo(FilePages *pages, const SurveyedResource &resource, PictureKind kind,
+                     PictureInfo *info)
 {
     BYTE start[PICTURE_START_SIZE];
     const size_t size = ReadSurveyedStart(pages, &resource, start, sizeof start);

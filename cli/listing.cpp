@@ -39,7 +39,7 @@ std::string EscapeSteering(const std::string &text)
     return escaped;
 }
 
-int FinishListing(Listing *listing, FILE *err)
+bool FinishListing(Listing *listing, FILE *err)
 {
     Flush(listing);
     if (listing->failed && !OutputIsClosed())

@@ -11,7 +11,7 @@
 struct Listing {
     FILE *out;
     std::string part;
-    int failed; // nothing more is wanted
+    bool failed; // nothing more is wanted
 };
 
 // Adds text as it stands, which is UTF-8 and safe to print (SafeText).
@@ -20,9 +20,9 @@ void AppendText(Listing *listing, const std::string &text);
 // Text with the letters that steer text in the escapes of JSON, other letters as they are.
 std::string EscapeSteering(const std::string &text);
 
-// Hands on what was added. Returns 0, with the fault told on err unless nobody reads the other end,
-// when it, or what was handed on before, could not be written.
-int FinishListing(Listing *listing, FILE *err);
+// Hands on what was added. Returns false, with the fault told on err unless nobody reads the other
+// end, when it, or what was handed on before, could not be written.
+bool FinishListing(Listing *listing, FILE *err);
 
 // A JSON object that grows field by field: its text, without the bracket at the end. The library's
 // own objects allocate while they are destroyed, which ends the program where that fails.

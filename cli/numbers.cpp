@@ -6,9 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 
-int ReadNumber(const std::string &word, unsigned limit, unsigned *number)
+bool ReadNumber(const std::string &word, unsigned limit, unsigned *number)
 {
-    const int isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
+    const bool isHex = word.rfind("0x", 0) == 0 || word.rfind("0X", 0) == 0;
     const char *first = word.data() + (isHex ? 2 : 0), *last = word.data() + word.size();
     const auto [end, error] = std::from_chars(first, last, *number, isHex ? 16 : 10);
     return error == std::errc() && end == last && *number <= limit;

@@ -10,9 +10,9 @@ namespace CLI
 class App;
 }
 
-// Stores the number that a word is whole, decimal or with 0x hexadecimal, at most limit. Returns 0
-// when it is none.
-int ReadNumber(const std::string &word, unsigned limit, unsigned *number);
+// Stores the number that a word is whole, decimal or with 0x hexadecimal, at most limit. Returns
+// false when it is none.
+bool ReadNumber(const std::string &word, unsigned limit, unsigned *number);
 
 // Adds --code-page to a command, which stores the number of a page that is known
 // (platform/page_text.h).

@@ -55,13 +55,13 @@ static void Fail(PageRun *run, const std::string &path, const std::string &text)
     run->status = ExitFailed;
 }
 
-// Calls `read` with the open file. Returns 0, with the reason, when it cannot be opened.
+// Calls `read` with the open file. Returns false, with the reason, when it cannot be opened.
 template <typename Read>
-static int WithFile(const std::string &path, std::string *reason, Read read)
+static bool WithFile(const std::string &path, std::string *reason, Read read)
 {
     FILE *stream = OpenExecutable(path, reason);
     if (stream == nullptr)
-        return 0;
+        return false;
     try {
         read(stream);
     } catch (...) {
@@ -69,7 +69,7 @@ static int WithFile(const std::string &path, std::string *reason, Read read)
         throw;
     }
     fclose(stream);
-    return 1;
+    return true;
 }
 
 static void Refuse(PageRun *run, const std::string &path, const std::string &reason)
@@ -80,7 +80,7 @@ static void Refuse(PageRun *run, const std::string &path, const std::string &rea
 }
 
 // Takes a file that the page is to tell of. Of a folder, not all are executables.
-static void TakeFile(PageRun *run, const std::string &path, int isOfFolder)
+static void TakeFile(PageRun *run, const std::string &path, bool isOfFolder)
 {
     std::string reason;
     ProbeOutcome outcome = ProbeRead;
@@ -105,12 +105,12 @@ static void TakeFile(PageRun *run, const std::string &path, int isOfFolder)
 static void TakePath(PageRun *run, const std::string &path)
 {
     if (!IsFolder(path.c_str())) {
-        TakeFile(run, path, 0);
+        TakeFile(run, path, false);
         return;
     }
     const size_t before = run->files.size() + run->refusals.size();
     FolderVisitor visitor;
-    visitor.takeFile = [run](const std::string &inner) { TakeFile(run, inner, 1); };
+    visitor.takeFile = [run](const std::string &inner) { TakeFile(run, inner, true); };
     visitor.failFolder = [run](const std::string &inner) {
         Refuse(run, inner, std::string("The folder cannot be read: ") + FileErrorText() + ".");
     };
@@ -148,7 +148,7 @@ static void AppendContents(PageRun *run)
 static void AppendOne(PageRun *run, size_t number)
 {
     std::string reason;
-    const int isAlone = run->files.size() == 1;
+    const bool isAlone = run->files.size() == 1;
     const std::string &path = run->files[number - 1];
     const auto file = std::make_unique<PageFile>();
     file->page = &run->page;
@@ -215,7 +215,7 @@ static void AppendEnd(PageRun *run, const std::string &shown)
 // when there is none to keep.
 static WriteOutcome WritePage(PageRun *run, FILE *stream, const std::string &shown)
 {
-    run->page = {stream, KeptBytesLimit(run->fileBytes), 0, "", 0, 0};
+    run->page = {stream, KeptBytesLimit(run->fileBytes), 0, "", false, false};
     BeginPage(&run->page, TitleOf(run));
     AppendContents(run);
     AppendFiles(run);

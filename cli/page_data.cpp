@@ -10,14 +10,14 @@
 #define ROW_SIZE 16      // bytes
 #define MOST_ROWS 8
 
-int TakeBytes(PageFile *file, uint64_t size)
+bool TakeBytes(PageFile *file, uint64_t size)
 {
     if (size > file->bytesLeft) {
         file->leftOut++;
-        return 0;
+        return false;
     }
     file->bytesLeft -= size;
-    return 1;
+    return true;
 }
 
 std::string IdAttribute(const PageFile *file, const SurveyedResource &resource)
@@ -75,8 +75,8 @@ PagePartId PartOf(FilePages *pages, const SurveyedResource &resource)
     return medium == nullptr ? PartData : medium->part;
 }
 
-int AppendDataAddress(PageFile *file, const SurveyedResource &resource, DWORD start,
-                      const char *mediaType)
+bool AppendDataAddress(PageFile *file, const SurveyedResource &resource, DWORD start,
+                       const char *mediaType)
 {
     BYTE piece[PIECE_SIZE];
     AppendHtml(file->page, std::string("data:") + mediaType + ";base64,");
@@ -84,21 +84,21 @@ int AppendDataAddress(PageFile *file, const SurveyedResource &resource, DWORD st
     for (uint64_t at = start; at < resource.size; at += size) {
         size = (size_t)std::min<uint64_t>(PIECE_SIZE, resource.size - at);
         if (!ReadPages(&file->pages, resource.fileOffset + at, piece, size))
-            return 0;
+            return false;
         AppendBase64(file->page, piece, size);
     }
-    return 1;
+    return true;
 }
 
-int AppendSound(PageFile *file, const SurveyedResource &resource)
+bool AppendSound(PageFile *file, const SurveyedResource &resource)
 {
     const StoredMedium *medium = FindStoredMedium(&file->pages, resource);
     if (medium == nullptr || !TakeBytes(file, resource.size) ||
         !HasRoom(file->page, (uint64_t)resource.size / 3 * 4))
-        return 0;
+        return false;
     AppendHtml(file->page, "<figure" + IdAttribute(file, resource) +
                                "><audio controls preload=\"metadata\" src=\"");
-    const int isRead = AppendDataAddress(file, resource, 0, medium->type);
+    const bool isRead = AppendDataAddress(file, resource, 0, medium->type);
     AppendHtml(file->page, "\"></audio><figcaption>" + ResourceTitle(file, resource) + " · " +
                                std::to_string(resource.size) + " bytes</figcaption></figure>\n");
     return isRead;
@@ -120,11 +120,11 @@ static std::string DumpRow(DWORD offset, const BYTE *bytes, size_t size)
     return row + "  " + HtmlText(text) + "\n";
 }
 
-int AppendData(PageFile *file, const SurveyedResource &resource)
+bool AppendData(PageFile *file, const SurveyedResource &resource)
 {
     BYTE bytes[MOST_ROWS * ROW_SIZE];
     if (!TakeBytes(file, std::min<size_t>(sizeof bytes, resource.size)))
-        return 0;
+        return false;
     const size_t size = ReadSurveyedStart(&file->pages, &resource, bytes, sizeof bytes);
     AppendHtml(file->page, "<details" + IdAttribute(file, resource) + "><summary>" +
                                ResourceTitle(file, resource) + " · " +
@@ -137,5 +137,5 @@ int AppendData(PageFile *file, const SurveyedResource &resource)
             ? "<p class=\"faint\">" + std::to_string(resource.size - size) + " bytes more</p>"
             : "";
     AppendHtml(file->page, "</pre>" + more + "</details>\n");
-    return 1;
+    return true;
 }

@@ -46,7 +46,7 @@ static void TellFault(PageFile *file, const std::string &text)
     PrintFault(file->err, file->path, text);
     if (HasRoom(file->page, text.size()))
         AppendHtml(file->page, "<p class=\"fault\">" + HtmlText(text) + "</p>\n");
-    file->hasFaults = 1;
+    file->hasFaults = true;
 }
 
 static std::string MachineText(WORD machine)
@@ -84,7 +84,7 @@ static const struct {
     const char *opening;
     const char *openingNe; // without languages
     const char *closing;
-    int (*append)(PageFile *file, const SurveyedResource &resource);
+    bool (*append)(PageFile *file, const SurveyedResource &resource);
 } parts[] = {
     {PartVersion, "Version", "<div>\n", nullptr, "</div>\n", AppendVersion},
     {PartPictures, "Pictures", "<div class=\"pictures\">\n", nullptr, "</div>\n", AppendPicture},
@@ -128,7 +128,7 @@ static void AppendFacts(PageFile *file)
 static void AppendParts(PageFile *file)
 {
     const std::vector<SurveyedResource> &resources = file->survey.resources;
-    const int isNe = file->survey.kind.format == FormatNe;
+    const bool isNe = file->survey.kind.format == FormatNe;
     size_t done = 0;
     for (const auto &part : parts) {
         const size_t count = CountOf(file, part.id);
@@ -171,7 +171,7 @@ static void SortResources(PageFile *file)
     ReadPictureGroups(&file->pages, &file->survey, &file->groups);
 }
 
-static int IsSameId(const SurveyId &a, const SurveyId &b)
+static bool IsSameId(const SurveyId &a, const SurveyId &b)
 {
     return a.isText == b.isText && a.number == b.number && a.text == b.text;
 }
@@ -201,7 +201,7 @@ static void AppendTreeRow(PageFile *file, const SurveyedResource &resource)
 
 static void AppendTree(PageFile *file)
 {
-    const int hasLanguages = file->survey.kind.format != FormatNe;
+    const bool hasLanguages = file->survey.kind.format != FormatNe;
     const SurveyId *type = nullptr;
     BeginPart(file, PartNone, treeTitle, file->survey.resources.size());
     AppendHtml(file->page,

@@ -37,25 +37,25 @@ struct PageFile {
     size_t leftOut;                  // resources that were past these
     size_t undrawn;                  // pictures that cannot be drawn
     std::vector<std::string> untold; // faults of the part that is written
-    int hasFaults;                   // some were told
-    int isUnreadable;                // a reading failed: what is told may not be all there is
+    bool hasFaults;                  // some were told
+    bool isUnreadable;               // a reading failed: what is told may not be all there is
 };
 
 // The part that a resource belongs to, by its type and its first bytes.
 PagePartId PartOf(FilePages *pages, const SurveyedResource &resource);
 
-// Each adds one resource of its part. Returns 0 when it is not shown.
-int AppendVersion(PageFile *file, const SurveyedResource &resource);
-int AppendPicture(PageFile *file, const SurveyedResource &resource);
-int AppendSound(PageFile *file, const SurveyedResource &resource);
-int AppendTexts(PageFile *file, const SurveyedResource &resource);
-int AppendData(PageFile *file, const SurveyedResource &resource);
+// Each adds one resource of its part. Returns false when it is not shown.
+bool AppendVersion(PageFile *file, const SurveyedResource &resource);
+bool AppendPicture(PageFile *file, const SurveyedResource &resource);
+bool AppendSound(PageFile *file, const SurveyedResource &resource);
+bool AppendTexts(PageFile *file, const SurveyedResource &resource);
+bool AppendData(PageFile *file, const SurveyedResource &resource);
 
 // --- what they share ---
 
-// Takes so many bytes from those that the file's parts may read. Returns 0, with the resource
+// Takes so many bytes from those that the file's parts may read. Returns false, with the resource
 // counted as left out, when there are fewer.
-int TakeBytes(PageFile *file, uint64_t size);
+bool TakeBytes(PageFile *file, uint64_t size);
 
 // A resource's type, name and language in one element, and its identifier as an attribute.
 std::string ResourceTitle(const PageFile *file, const SurveyedResource &resource);
@@ -70,7 +70,7 @@ struct StoredMedium {
 // The medium that the first bytes of a resource tell of; NULL for another one.
 const StoredMedium *FindStoredMedium(FilePages *pages, const SurveyedResource &resource);
 
-// Adds a resource's bytes from `start` on as an address (data:). Returns 0 when they cannot all be
-// read.
-int AppendDataAddress(PageFile *file, const SurveyedResource &resource, DWORD start,
-                      const char *mediaType);
+// Adds a resource's bytes from `start` on as an address (data:). Returns false when they cannot all
+// be read.
+bool AppendDataAddress(PageFile *file, const SurveyedResource &resource, DWORD start,
+                       const char *mediaType);

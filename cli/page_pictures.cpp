@@ -34,8 +34,8 @@ static void MeasureJpeg(FilePages *pages, const SurveyedResource &resource, Pict
     for (int i = 0; i < MOST_MARKERS && at + sizeof marker <= resource.size; i++) {
         if (!ReadPages(pages, resource.fileOffset + at, marker, sizeof marker) || marker[0] != 0xFF)
             return;
-        const int isFrame = (marker[1] & 0xF0) == 0xC0 && marker[1] != 0xC4 && marker[1] != 0xC8 &&
-                            marker[1] != 0xCC;
+        const bool isFrame = (marker[1] & 0xF0) == 0xC0 && marker[1] != 0xC4 && marker[1] != 0xC8 &&
+                             marker[1] != 0xCC;
         if (isFrame) {
             info->height = marker[5] << 8 | marker[6];
             info->width = marker[7] << 8 | marker[8];
@@ -45,17 +45,17 @@ static void MeasureJpeg(FilePages *pages, const SurveyedResource &resource, Pict
     }
 }
 
-// Finds out what a picture is. Returns 0 when it is none that can be drawn.
-static int MeasurePicture(PageFile *file, const SurveyedResource &resource, PagePicture *picture)
+// Finds out what a picture is. Returns false when it is none that can be drawn.
+static bool MeasurePicture(PageFile *file, const SurveyedResource &resource, PagePicture *picture)
 {
     BYTE start[PICTURE_START_SIZE];
     const size_t size = ReadSurveyedStart(&file->pages, &resource, start, sizeof start);
     picture->mediaType = nullptr;
     picture->info = {};
     const StoredMedium *medium = FindStoredMedium(&file->pages, resource);
-    const int isDib = IsPicture(resource, &picture->kind);
+    const bool isDib = IsPicture(resource, &picture->kind);
     if (!isDib && medium == nullptr) // the file has changed
-        return 0;
+        return false;
     const std::string type = medium == nullptr ? "" : medium->type;
     if (isDib || type == "image/png")
         ReadPictureInfo(start, size, picture->kind, &picture->info);
@@ -72,15 +72,15 @@ static int MeasurePicture(PageFile *file, const SurveyedResource &resource, Page
            (DWORD)info->width <= mostDecodedPixels / (DWORD)info->height;
 }
 
-static int ReadPixels(PageFile *file, const SurveyedResource &resource, PictureKind kind,
-                      PicturePixels *pixels)
+static bool ReadPixels(PageFile *file, const SurveyedResource &resource, PictureKind kind,
+                       PicturePixels *pixels)
 {
     std::vector<BYTE> bytes;
     if (resource.size > MOST_PICTURE_BYTES || !ReadSurveyedBytes(&file->pages, &resource, &bytes))
-        return 0;
+        return false;
     const size_t before = kind == PictureCursor ? HOT_SPOT_SIZE : 0;
     if (bytes.size() < before)
-        return 0;
+        return false;
     const BYTE *dib = bytes.data() + before;
     const DWORD size = (DWORD)(bytes.size() - before);
     return kind == PictureBitmap ? ReadBitmapPixels(dib, size, pixels)
@@ -119,30 +119,30 @@ static void AppendFigure(PageFile *file, const SurveyedResource &resource, const
                "\"><figcaption>" + Caption(file, resource, info) + "</figcaption></figure>\n");
 }
 
-static int AppendStored(PageFile *file, const SurveyedResource &resource,
-                        const PagePicture &picture)
+static bool AppendStored(PageFile *file, const SurveyedResource &resource,
+                         const PagePicture &picture)
 {
     if (!TakeBytes(file, resource.size) || !HasRoom(file->page, (uint64_t)resource.size / 3 * 4))
-        return 0;
+        return false;
     AppendHtml(file->page,
                "<figure" + IdAttribute(file, resource) + ">" + ImageStart(resource, picture.info));
     const DWORD start = picture.kind == PictureCursor ? HOT_SPOT_SIZE : 0;
-    const int isRead = AppendDataAddress(file, resource, start, picture.mediaType);
+    const bool isRead = AppendDataAddress(file, resource, start, picture.mediaType);
     AppendHtml(file->page, "\"><figcaption>" + Caption(file, resource, picture.info) +
                                "</figcaption></figure>\n");
     return isRead;
 }
 
-static int AppendUndrawn(PageFile *file, const SurveyedResource &resource, const PictureInfo &info)
+static bool AppendUndrawn(PageFile *file, const SurveyedResource &resource, const PictureInfo &info)
 {
     file->undrawn++;
     AppendHtml(file->page, "<figure" + IdAttribute(file, resource) +
                                "><p class=\"fault\">It cannot be drawn.</p><figcaption>" +
                                Caption(file, resource, info) + "</figcaption></figure>\n");
-    return 1;
+    return true;
 }
 
-int AppendPicture(PageFile *file, const SurveyedResource &resource)
+bool AppendPicture(PageFile *file, const SurveyedResource &resource)
 {
     PagePicture picture;
     PicturePixels pixels;
@@ -153,10 +153,10 @@ int AppendPicture(PageFile *file, const SurveyedResource &resource)
     const uint64_t count = (uint64_t)picture.info.width * (uint64_t)picture.info.height;
     if (count > file->pixelsLeft) {
         file->leftOut++;
-        return 0;
+        return false;
     }
     if (!TakeBytes(file, resource.size))
-        return 0;
+        return false;
     file->pixelsLeft -= count;
     if (!ReadPixels(file, resource, picture.kind, &pixels))
         return AppendUndrawn(file, resource, picture.info);
@@ -164,7 +164,7 @@ int AppendPicture(PageFile *file, const SurveyedResource &resource)
     if (png.empty()) // of pixels that fit, only without memory
         throw std::bad_alloc();
     if (!HasRoom(file->page, (uint64_t)png.size() / 3 * 4))
-        return 0;
+        return false;
     AppendFigure(file, resource, picture.info, png);
-    return 1;
+    return true;
 }

@@ -29,14 +29,14 @@ static std::string LanguageAttribute(WORD language)
                                                          : std::string(" lang=\"") + tag + "\"";
 }
 
-int AppendTexts(PageFile *file, const SurveyedResource &resource)
+bool AppendTexts(PageFile *file, const SurveyedResource &resource)
 {
     std::vector<TableText> texts;
-    const int isNe = file->survey.kind.format == FormatNe;
+    const bool isNe = file->survey.kind.format == FormatNe;
     if (!TakeBytes(file, resource.size)) {
         file->leftOut--; // which is told as a fault of its own
         file->untold.push_back(DamageText(resource, textsPastBound));
-        return 0;
+        return false;
     }
     if (!ReadTexts(&file->pages, file->survey, resource, 0, &texts))
         file->untold.push_back(DamageText(resource, "is damaged; what could be read is shown."));

@@ -30,15 +30,15 @@ static void AppendTable(PageFile *file, const SurveyedResource &resource, const 
     AppendHtml(file->page, "</tbody>\n</table>\n");
 }
 
-int AppendVersion(PageFile *file, const SurveyedResource &resource)
+bool AppendVersion(PageFile *file, const SurveyedResource &resource)
 {
     VersionInfo info;
     std::vector<BYTE> bytes(std::min<size_t>(resource.size, MOST_VERSION_BYTES));
     if (!TakeBytes(file, bytes.size()))
-        return 0;
+        return false;
     const size_t size = ReadSurveyedStart(&file->pages, &resource, bytes.data(), bytes.size());
     if (!ReadVersionInfo(bytes.data(), size, 0, &info))
         return AppendData(file, resource);
     AppendTable(file, resource, info);
-    return 1;
+    return true;
 }

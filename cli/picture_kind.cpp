@@ -2,7 +2,7 @@
 
 #include "exe/type_names.h"
 
-int IsPicture(const SurveyedResource &resource, PictureKind *kind)
+bool IsPicture(const SurveyedResource &resource, PictureKind *kind)
 {
     const DWORD type = resource.type.isText ? 0 : resource.type.number;
     *kind = type == TYPE_ICON ? PictureIcon : type == TYPE_CURSOR ? PictureCursor : PictureBitmap;

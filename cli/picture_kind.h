@@ -5,4 +5,4 @@
 #include "exe/surveyed.h"
 
 // Whether a resource is a bitmap, an icon's image or a cursor's by its type, and which.
-int IsPicture(const SurveyedResource &resource, PictureKind *kind);
+bool IsPicture(const SurveyedResource &resource, PictureKind *kind);

@@ -14,7 +14,7 @@ std::string TextToUtf8(const char *text, UINT codePage)
     return PageTextToUtf8(codePage, text, strlen(text));
 }
 
-int IsNeFile(FILE *file)
+bool IsNeFile(FILE *file)
 {
     const auto pages = std::make_unique<FilePages>();
     ExecutableKind kind;
@@ -64,7 +64,7 @@ ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &option
                              std::string *reason)
 {
     const ProbeOutcome outcome = ProbeFile(tree, file);
-    const int isEmpty = openCatalog.count == 0;
+    const bool isEmpty = openCatalog.count == 0;
     *reason = "";
     if (outcome == ProbeRead && !isEmpty)
         return ReadingDone;
@@ -87,7 +87,7 @@ ReadingResult SurveyExecutable(FilePages *pages, UINT codePage, bool salvage, Su
                                std::string *reason, const SurveyChoice *choice)
 {
     const ProbeOutcome outcome = SurveyFile(pages, codePage, survey, choice);
-    const int isEmpty = survey->resources.empty();
+    const bool isEmpty = survey->resources.empty();
     *reason = "";
     if (outcome == ProbeRead && !isEmpty)
         return ReadingDone;

@@ -47,4 +47,4 @@ std::string TextToUtf8(const char *text, UINT codePage = 0);
 
 // Whether an open file, whose position is not kept, is an NE file, which says in no code page what
 // it says.
-int IsNeFile(FILE *file);
+bool IsNeFile(FILE *file);

@@ -22,12 +22,12 @@ struct SaveRun {
     const SaveOptions *options;
     FILE *out;
     FILE *err;
-    std::vector<int> nameMatched; // of options->names
-    NamesInFolder folderNames;    // of the files' folders
+    std::vector<bool> nameMatched; // of options->names
+    NamesInFolder folderNames;     // of the files' folders
     Progress progress;
-    int anyRead; // whether a file was
+    bool anyRead; // whether a file was
     ExitStatus status;
-    int isStopped;       // no further file is read
+    bool isStopped;      // no further file is read
     StringFormat format; // of the texts of the file that is read
 };
 
@@ -97,15 +97,15 @@ CLI::App *AddSaveCommand(CLI::App &app, SaveOptions *options)
 }
 
 // Whether a resource of this name, as UTF-8, is asked for.
-static int IsNameWanted(SaveRun *run, const std::string &name)
+static bool IsNameWanted(SaveRun *run, const std::string &name)
 {
     if (run->options->names.empty())
-        return 1;
-    int wanted = 0;
+        return true;
+    bool wanted = false;
     const std::string folded = FoldName(name);
     for (size_t i = 0; i < run->options->names.size(); i++) {
         if (FoldName(run->options->names[i]) == folded)
-            wanted = run->nameMatched[i] = 1;
+            wanted = run->nameMatched[i] = true;
     }
     return wanted;
 }
@@ -116,11 +116,11 @@ static std::string NameOf(const SaveRun *run, const ResourceEntry &entry)
     return TextToUtf8(entry.name, run->format.isNe ? run->format.codePage : 0);
 }
 
-static int IsWanted(SaveRun *run, const ResourceEntry &entry)
+static bool IsWanted(SaveRun *run, const ResourceEntry &entry)
 {
     const std::vector<DWORD> &kinds = run->options->categories;
     if (!kinds.empty() && std::find(kinds.begin(), kinds.end(), entry.category) == kinds.end())
-        return 0;
+        return false;
     return IsNameWanted(run, NameOf(run, entry));
 }
 
@@ -182,17 +182,17 @@ static void SaveEntry(const SaveRun *run, SaveFolder *folder, const ResourceEntr
 }
 
 // Whether the run goes on; done and count are resources of the file.
-static int GoOn(SaveRun *run, SaveFolder *folder, size_t done, size_t count)
+static bool GoOn(SaveRun *run, SaveFolder *folder, size_t done, size_t count)
 {
     if (StopRequested()) {
         ClearProgress(&run->progress);
         FaultOf(folder, folder->source, "Stopped before everything was saved.");
-        run->isStopped = 1;
-        return 0;
+        run->isStopped = true;
+        return false;
     }
     if (done > 0)
         ShowProgress(&run->progress, done, count, "resources");
-    return 1;
+    return true;
 }
 
 static void SaveEntries(SaveRun *run, SaveFolder *folder, TextLosses *losses)
@@ -257,21 +257,21 @@ static void TellCount(SaveRun *run, const SaveFolder *folder)
 
 // Takes the outcome of a file's reading, and tells its reason. Returns whether there is something
 // to save.
-static int TakeReading(SaveRun *run, const std::string &path, ReadingResult result,
-                       const std::string &reason)
+static bool TakeReading(SaveRun *run, const std::string &path, ReadingResult result,
+                        const std::string &reason)
 {
     if (!reason.empty())
         PrintFault(run->err, path, reason);
     if (result == ReadingRefused)
         run->status = ExitFailed;
     else
-        run->anyRead = 1;
+        run->anyRead = true;
     return result == ReadingDone;
 }
 
 // Save what the file holds. Return 0, with the reason told, when that is nothing.
 
-static int SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *losses)
+static bool SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *losses)
 {
     std::string reason;
     ReadingOptions reading;
@@ -281,12 +281,12 @@ static int SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *lo
         run->format = {IsNeFile(file), run->options->codePage};
     const ReadingResult result = ReadExecutable(file, nullptr, reading, &reason);
     if (!TakeReading(run, folder->source, result, reason))
-        return 0;
+        return false;
     Guard(run, [&] { SaveEntries(run, folder, losses); });
-    return 1;
+    return true;
 }
 
-static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
+static bool SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
 {
     std::string reason;
     FilePages pages;
@@ -295,7 +295,7 @@ static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
     const ReadingResult result =
         SurveyExecutable(&pages, run->options->codePage, run->options->salvage, &survey, &reason);
     if (!TakeReading(run, folder->source, result, reason))
-        return 0;
+        return false;
     AllSaving saving = {&pages, &survey, folder, run->options->codePage, nullptr, nullptr};
     Guard(run, [&] {
         saving.isWanted = [run](const std::string &name) { return IsNameWanted(run, name); };
@@ -303,7 +303,7 @@ static int SaveSurveyed(SaveRun *run, FILE *file, SaveFolder *folder)
         SaveEverything(&saving);
     });
     ClearProgress(&run->progress);
-    return 1;
+    return true;
 }
 
 // Finishes what was saved of a file.

@@ -11,7 +11,7 @@
 
 #define TYPE_NAMES_END 256 // past the numbers that have names
 
-static int IsBefore(const SurveyId &a, const SurveyId &b)
+static bool IsBefore(const SurveyId &a, const SurveyId &b)
 {
     if (a.isText != b.isText)
         return b.isText;
@@ -49,7 +49,7 @@ struct TypeRun {
     std::map<const SurveyId *, WORD, IdLess> firstLanguages; // by name
 };
 
-static int IsGroup(const SurveyedResource *resource)
+static bool IsGroup(const SurveyedResource *resource)
 {
     return IsIconGroup(resource) || IsCursorGroup(resource);
 }
@@ -66,25 +66,25 @@ static std::vector<const SurveyedResource *> SortByType(const Survey *survey)
                      [](const SurveyedResource *a, const SurveyedResource *b) {
                          if (IsGroup(a) != IsGroup(b))
                              return IsGroup(a) > IsGroup(b);
-                         return IsBefore(a->type, b->type) != 0;
+                         return IsBefore(a->type, b->type);
                      });
     return sorted;
 }
 
-static int IsNumber(const std::string &text)
+static bool IsNumber(const std::string &text)
 {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-static int IsTypeName(const std::string &text)
+static bool IsTypeName(const std::string &text)
 {
     const std::string folded = FoldName(text);
     for (DWORD type = 0; type < TYPE_NAMES_END; type++) {
         const char *name = StandardTypeName(type);
         if (name != nullptr && FoldName(name) == folded)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // The names keep texts apart from the numbers that they look like.
@@ -117,15 +117,16 @@ static void BeginType(AllRun *run, const SurveyId &type, TypeRun *typeRun)
     typeRun->label = NextFileName(&run->typeNames, TypeFolderName(type), "");
 }
 
-// Takes the bytes of a resource from those that may be written. Returns 0 when there are too few.
-static int TakeBytes(AllRun *run, unsigned long long size)
+// Takes the bytes of a resource from those that may be written. Returns false when there are too
+// few.
+static bool TakeBytes(AllRun *run, unsigned long long size)
 {
     if (size > run->left) {
         run->notes.leftOver++;
-        return 0;
+        return false;
     }
     run->left -= size;
-    return 1;
+    return true;
 }
 
 static void SaveResource(AllRun *run, const TypeRun *typeRun, const SurveyedResource *resource,

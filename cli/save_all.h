@@ -11,9 +11,9 @@ struct AllSaving {
     SaveFolder *folder;
     UINT codePage; // of texts that are not UTF-16; 0: the ANSI page, or their own
     // Whether a resource of this name, a text or a number in decimal, is asked for.
-    std::function<int(const std::string &name)> isWanted;
+    std::function<bool(const std::string &name)> isWanted;
     // Called before each resource with the number of those before it; 0 ends the saving.
-    std::function<int(size_t done)> goOn;
+    std::function<bool(size_t done)> goOn;
 };
 
 // Saves each resource of a survey in its form (cli/save_form.h) below a folder for its type: the

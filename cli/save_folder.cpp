@@ -50,7 +50,7 @@ static OutputFolder *OpenOutput(const SaveFolder *folder)
     return output;
 }
 
-static int OpenOnce(SaveFolder *folder)
+static bool OpenOnce(SaveFolder *folder)
 {
     if (folder->output != nullptr || folder->isUnusable)
         return folder->output != nullptr;
@@ -93,7 +93,7 @@ static LabelFolder *FindFolder(SaveFolder *folder, const std::string &label)
 }
 
 // Takes the outcome of a step on a file, and tells a failure. Returns whether it was done.
-static int TakeResult(SaveFolder *folder, const std::string &shown, const FileResult &result)
+static bool TakeResult(SaveFolder *folder, const std::string &shown, const FileResult &result)
 {
     if (result.outcome == FileNoMemory) {
         PrintNoMemory(folder->err);
@@ -108,7 +108,7 @@ static int TakeResult(SaveFolder *folder, const std::string &shown, const FileRe
 }
 
 // Another run has put its folder in place meanwhile: this one's files go there one by one.
-static int MergeFolder(SaveFolder *folder, const std::string &label, const LabelFolder &merged)
+static bool MergeFolder(SaveFolder *folder, const std::string &label, const LabelFolder &merged)
 {
     OutputFolder *from = OpenSubfolder(folder->output, merged.unfinished.c_str());
     OutputFolder *to = from ? OpenSubfolder(folder->output, label.c_str()) : nullptr;
@@ -134,7 +134,7 @@ static void DropFolder(const SaveFolder *folder, const LabelFolder &dropped)
 
 static void FinishPlace(SaveFolder *folder, const std::string &label, const LabelFolder &finished)
 {
-    const int isUnfinished = finished.folder != nullptr && !finished.unfinished.empty();
+    const bool isUnfinished = finished.folder != nullptr && !finished.unfinished.empty();
     if (isUnfinished && (folder->isDiskFull || finished.made.empty())) {
         DropFolder(folder, finished);
         return;
@@ -142,8 +142,8 @@ static void FinishPlace(SaveFolder *folder, const std::string &label, const Labe
     CloseFolder(finished.folder);
     if (!isUnfinished)
         return;
-    const MoveResult moved =
-        MoveBetween(folder->output, finished.unfinished.c_str(), folder->output, label.c_str(), 0);
+    const MoveResult moved = MoveBetween(folder->output, finished.unfinished.c_str(),
+                                         folder->output, label.c_str(), false);
     if (moved == MoveDone)
         folder->count += finished.made.size();
     else if (!(moved == MoveExists && MergeFolder(folder, label, finished)))

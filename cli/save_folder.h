@@ -26,18 +26,18 @@ struct SaveFolder {
     std::string source; // the file whose resources are saved, as messages name it
     std::string parent; // the folder that it lies in; empty: the current one
     std::string name;   // its name there
-    int isGiven;        // whether the user gave its path, which is its name then
-    int replaces;       // files that are there already
+    bool isGiven;       // whether the user gave its path, which is its name then
+    bool replaces;      // files that are there already
     OutputFolder *output;
-    int isUnusable;                            // it could not be made
+    bool isUnusable;                           // it could not be made
     std::map<std::string, LabelFolder> labels; // that are not finished
-    int isLookedAt;                            // for what other runs left
+    bool isLookedAt;                           // for what other runs left
     std::vector<char> buffer;                  // of the one file that is written; most fit whole
     size_t count;                              // files that have their names
     size_t inTheWay;                           // files that were there already
     std::string firstInTheWay;
     ExitStatus status;
-    int isDiskFull; // nothing more is written
+    bool isDiskFull; // nothing more is written
 };
 
 // The folder's path, as messages name it.

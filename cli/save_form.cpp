@@ -17,61 +17,62 @@ static void SetHead(SaveForm *form, const char *extension, const std::string &te
 {
     form->extension = extension;
     form->head.assign(text.begin(), text.end());
-    form->hasData = 0;
+    form->hasData = false;
 }
 
-static int TakeGroupFile(GroupFile *file, const char *extension, SaveForm *form)
+static bool TakeGroupFile(GroupFile *file, const char *extension, SaveForm *form)
 {
     form->extension = extension;
     form->head.swap(file->bytes);
-    form->hasData = 0;
+    form->hasData = false;
     form->members.swap(file->members);
     form->missing = file->missing;
-    return 1;
+    return true;
 }
 
-// Each makes a form of its kind. Returns 0, with the form as it was, when the resource is none of
-// it.
+// Each makes a form of its kind. Returns false, with the form as it was, when the resource is none
+// of it.
 
-static int MakeGroupForm(const FormSource *source, const SurveyedResource *resource, SaveForm *form)
+static bool MakeGroupForm(const FormSource *source, const SurveyedResource *resource,
+                          SaveForm *form)
 {
     GroupFile file;
     return MakeGroupFile(source->pages, source->pictures, resource, &file) == GroupDone &&
            TakeGroupFile(&file, IsCursorGroup(resource) ? ".cur" : ".ico", form);
 }
 
-static int MakePictureForm(const FormSource *source, const SurveyedResource *resource,
-                           SaveForm *form)
+static bool MakePictureForm(const FormSource *source, const SurveyedResource *resource,
+                            SaveForm *form)
 {
     GroupFile file;
     return MakePictureFile(source->pages, resource, &file) &&
            TakeGroupFile(&file, resource->type.number == TYPE_CURSOR ? ".cur" : ".ico", form);
 }
 
-static int MakeBitmapForm(const FormSource *source, const SurveyedResource *resource,
-                          SaveForm *form)
+static bool MakeBitmapForm(const FormSource *source, const SurveyedResource *resource,
+                           SaveForm *form)
 {
     BYTE start[PICTURE_START_SIZE];
     PictureInfo info;
     DibHeader dib;
     const size_t size = ReadSurveyedStart(source->pages, resource, start, sizeof start);
     if (!ReadPictureInfo(start, size, PictureBitmap, &info) || info.isPng)
-        return 0;
+        return false;
     ReadDibHeader(start, (DWORD)size, &dib);
     form->extension = ".bmp";
     form->head.resize(BMP_HEADER_SIZE);
     FillBmpHeader(form->head.data(), resource->size,
                   (DWORD)(DibPixelStart(&dib) + DibMaskSize(&dib)));
-    return 1;
+    return true;
 }
 
-static int MakeTextForm(const FormSource *source, const SurveyedResource *resource, SaveForm *form)
+static bool MakeTextForm(const FormSource *source, const SurveyedResource *resource, SaveForm *form)
 {
     const StringFormat format = {source->survey->kind.format == FormatNe, source->codePage};
     const int64_t firstId = resource->name.isText ? 0 : FirstStringId(resource->name.number);
     std::vector<BYTE> bytes(std::min<size_t>(resource->size, STRING_BLOCK_SIZE));
     const size_t size = ReadSurveyedStart(source->pages, resource, bytes.data(), bytes.size());
-    int isWhole;
+    bool isWhole;
     const std::string lines = Utf8Texts(bytes.data(), size, &format, firstId, &isWhole);
     form->isDamaged = !isWhole;
     if (isWhole)
@@ -79,27 +80,27 @@ static int MakeTextForm(const FormSource *source, const SurveyedResource *resour
     return isWhole;
 }
 
-static int MakeVersionForm(const FormSource *source, const SurveyedResource *resource,
-                           SaveForm *form)
+static bool MakeVersionForm(const FormSource *source, const SurveyedResource *resource,
+                            SaveForm *form)
 {
     std::vector<BYTE> bytes(std::min<size_t>(resource->size, MOST_VERSION_BYTES));
     VersionInfo info;
     const size_t size = ReadSurveyedStart(source->pages, resource, bytes.data(), bytes.size());
     if (!ReadVersionInfo(bytes.data(), size, source->codePage, &info))
-        return 0;
+        return false;
     SetHead(form, ".json", MakeVersionJson(&info));
-    return 1;
+    return true;
 }
 
-static int NameForm(const FormSource *, const SurveyedResource *resource, SaveForm *form)
+static bool NameForm(const FormSource *, const SurveyedResource *resource, SaveForm *form)
 {
     form->extension = resource->type.number == TYPE_FONT ? ".fnt" : ".xml";
-    return 1;
+    return true;
 }
 
 static const struct {
     DWORD type;
-    int (*make)(const FormSource *source, const SurveyedResource *resource, SaveForm *form);
+    bool (*make)(const FormSource *source, const SurveyedResource *resource, SaveForm *form);
 } makers[] = {
     {TYPE_CURSOR_GROUP, MakeGroupForm}, {TYPE_ICON_GROUP, MakeGroupForm},
     {TYPE_CURSOR, MakePictureForm},     {TYPE_ICON, MakePictureForm},

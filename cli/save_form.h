@@ -17,8 +17,8 @@ struct FormSource {
 struct SaveForm {
     const char *extension;            // ".ico"
     std::vector<BYTE> head;           // bytes that the file begins with
-    int hasData;                      // whether the resource's own bytes follow
-    int isDamaged;                    // a string table that is saved as it is
+    bool hasData;                     // whether the resource's own bytes follow
+    bool isDamaged;                   // a string table that is saved as it is
     std::vector<GroupMember> members; // pictures of a group that are in it
     size_t missing;                   // pictures that the group names and the file lacks
 };

@@ -9,7 +9,7 @@
 #include <algorithm>
 
 std::string Utf8Texts(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
-                      int *isWhole)
+                      bool *isWhole)
 {
     std::vector<TableText> texts;
     std::string lines;
@@ -22,14 +22,14 @@ std::string Utf8Texts(const BYTE *data, size_t size, const StringFormat *format,
 WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
                             int64_t firstId)
 {
-    int isWhole;
+    bool isWhole;
     const std::string lines = Utf8Texts(data, size, format, firstId, &isWhole);
     if (fwrite(lines.data(), 1, lines.size(), stream) != lines.size())
         return WriteShort;
     return fflush(stream) == 0 ? WriteDone : WriteShort;
 }
 
-int LosesCharacters(const BYTE *data, size_t size)
+bool LosesCharacters(const BYTE *data, size_t size)
 {
     ByteReader reader = OpenBytes(data, size);
     while (!reader.failed) {
@@ -44,12 +44,12 @@ int LosesCharacters(const BYTE *data, size_t size)
         UnitsToText(units, (int)kept, text);
         const std::string whole = UnitsToUtf8(units, kept);
         if (TextToUtf8(text) != whole.substr(0, whole.find('\0')))
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
-int ComesOutEmpty(const BYTE *data, size_t size)
+bool ComesOutEmpty(const BYTE *data, size_t size)
 {
     StringBlock block = {data, (DWORD)size, 0};
     char text[STRING_TEXT_LENGTH + 1];

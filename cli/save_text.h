@@ -11,14 +11,14 @@
 // between double quotes with the escapes of JSON, carriage return and line feed. A block without a
 // number has none: its strings count from 0. isWhole tells whether the block has all its strings.
 std::string Utf8Texts(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
-                      int *isWhole);
+                      bool *isWhole);
 
 // Writes what of them is whole.
 WriteOutcome WriteUtf8Texts(FILE *stream, const BYTE *data, size_t size, const StringFormat *format,
                             int64_t firstId);
 
 // Whether a PE file's block has strings with characters that the ANSI code page lacks.
-int LosesCharacters(const BYTE *data, size_t size);
+bool LosesCharacters(const BYTE *data, size_t size);
 
 // Whether no line is written of a PE file's block in the code page.
-int ComesOutEmpty(const BYTE *data, size_t size);
+bool ComesOutEmpty(const BYTE *data, size_t size);

@@ -14,14 +14,14 @@
 #include <CLI/CLI.hpp>
 
 // Whether a tag is the wanted one or a kind of it: de-AT is one of de (RFC 4647, basic filtering).
-static int IsKindOf(const char *tag, const std::string &wanted)
+static bool IsKindOf(const char *tag, const std::string &wanted)
 {
     const std::string begin = std::string(tag).substr(0, wanted.size());
     return FoldName(begin) == FoldName(wanted) &&
            (tag[begin.size()] == 0 || tag[begin.size()] == '-');
 }
 
-static int IsLanguageWanted(WORD language, const std::string &wanted)
+static bool IsLanguageWanted(WORD language, const std::string &wanted)
 {
     const char *tag = LanguageTag(language);
     return wanted.empty() || wanted == std::to_string(language) ||
@@ -64,7 +64,7 @@ struct StringsRun {
     FILE *err;
     Listing listing;
     unsigned long long left; // bytes that blocks and tables of the file may still have together
-    int isDamaged;
+    bool isDamaged;
 };
 
 // Text on a line of its own, so that each text has one form: backslashes doubled, and what would
@@ -94,7 +94,7 @@ static void AppendLine(StringsRun *run, const SurveyedResource &resource, const 
 static void AppendTextObject(StringsRun *run, const SurveyedResource &resource,
                              const TableText &text)
 {
-    const int isString = HoldsStrings(resource);
+    const bool isString = HoldsStrings(resource);
     JsonObject object;
     AddTextField(&object, "file", *run->path);
     AddTextField(&object, "type", isString ? "string" : "message");
@@ -110,7 +110,7 @@ static void AppendTextObject(StringsRun *run, const SurveyedResource &resource,
 static void TellDamage(StringsRun *run, const SurveyedResource &resource, const char *what)
 {
     PrintFault(run->err, *run->path, DamageText(resource, what));
-    run->isDamaged = 1;
+    run->isDamaged = true;
 }
 
 // Prints the texts of the resource. Returns how many there are.
@@ -134,7 +134,7 @@ static size_t ListTexts(StringsRun *run, FilePages *pages, const Survey &survey,
     return texts.size();
 }
 
-static int IsWanted(const StringsOptions &options, const SurveyedResource &resource)
+static bool IsWanted(const StringsOptions &options, const SurveyedResource &resource)
 {
     return (HoldsStrings(resource) || HoldsMessages(resource)) &&
            IsLanguageWanted(resource.language, options.language);
@@ -157,7 +157,7 @@ static void ListSurveyed(StringsRun *run, FilePages *pages, const Survey &survey
 
 static void TellRefusal(StringsRun *run, const std::string &reason)
 {
-    run->isDamaged = 1;
+    run->isDamaged = true;
     if (!run->options->json) {
         PrintFault(run->err, *run->path, reason);
         return;
@@ -181,7 +181,7 @@ static void SurveyAndList(StringsRun *run, FILE *file)
         return;
     }
     if (result == ReadingDone && !reason.empty()) {
-        run->isDamaged = 1;
+        run->isDamaged = true;
         PrintFault(run->err, *run->path, reason);
     }
     ListSurveyed(run, &pages, survey);
@@ -208,10 +208,10 @@ static void ListFile(StringsRun *run)
 ExitStatus RunStrings(const StringsOptions &options, FILE *out, FILE *err)
 {
     ExitStatus status = ExitDone;
-    StringsRun run = {&options, nullptr, err, {out, "", 0}, 0, 0};
+    StringsRun run = {&options, nullptr, err, {out, "", false}, 0, false};
     for (const std::string &path : options.files) {
         run.path = &path;
-        run.isDamaged = 0;
+        run.isDamaged = false;
         ListFile(&run);
         if (run.isDamaged)
             status = ExitFailed;

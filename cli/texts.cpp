@@ -7,18 +7,18 @@
 
 const char textsPastBound[] = "is not read: with those before it, it is more than a file may have.";
 
-int HoldsStrings(const SurveyedResource &resource)
+bool HoldsStrings(const SurveyedResource &resource)
 {
     return !resource.type.isText && resource.type.number == TYPE_STRING;
 }
 
-int HoldsMessages(const SurveyedResource &resource)
+bool HoldsMessages(const SurveyedResource &resource)
 {
     return !resource.type.isText && resource.type.number == TYPE_MESSAGE_TABLE;
 }
 
-int ReadTexts(FilePages *pages, const Survey &survey, const SurveyedResource &resource,
-              UINT codePage, std::vector<TableText> *texts)
+bool ReadTexts(FilePages *pages, const Survey &survey, const SurveyedResource &resource,
+               UINT codePage, std::vector<TableText> *texts)
 {
     std::vector<BYTE> bytes;
     if (HoldsMessages(resource))

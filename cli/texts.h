@@ -5,13 +5,13 @@
 #include "exe/survey.h"
 
 // Whether a resource is a block of strings or a table of messages.
-int HoldsStrings(const SurveyedResource &resource);
-int HoldsMessages(const SurveyedResource &resource);
+bool HoldsStrings(const SurveyedResource &resource);
+bool HoldsMessages(const SurveyedResource &resource);
 
 // Reads the texts of such a resource; a code page is that of texts that are not UTF-16 (0: the ANSI
-// page). Returns 0 when it is damaged: what could be read is there.
-int ReadTexts(FilePages *pages, const Survey &survey, const SurveyedResource &resource,
-              UINT codePage, std::vector<TableText> *texts);
+// page). Returns false when it is damaged: what could be read is there.
+bool ReadTexts(FilePages *pages, const Survey &survey, const SurveyedResource &resource,
+               UINT codePage, std::vector<TableText> *texts);
 
 // What is wrong with such a resource, in a sentence that ends with `what`.
 std::string DamageText(const SurveyedResource &resource, const char *what);

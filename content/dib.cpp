@@ -19,7 +19,7 @@ static DWORD FullColorCount(WORD bitCount)
     return bitCount <= 8 ? 1u << bitCount : 0;
 }
 
-int ReadDibHeader(const void *data, DWORD size, DibHeader *header)
+bool ReadDibHeader(const void *data, DWORD size, DibHeader *header)
 {
     ByteReader bytes = OpenBytes(data, size);
     *header = {};
@@ -76,52 +76,52 @@ static Bytes AbsoluteHeight(const DibHeader *header)
     return (Bytes)(header->height < 0 ? -(long long)header->height : header->height);
 }
 
-static int IsDrawnBitCount(WORD bitCount)
+static bool IsDrawnBitCount(WORD bitCount)
 {
     return bitCount == 1 || bitCount == 4 || bitCount == 8 || bitCount == 16 || bitCount == 24 ||
            bitCount == 32;
 }
 
-int IsRunLength(const DibHeader *header)
+bool IsRunLength(const DibHeader *header)
 {
     return header->compression == BI_RLE8 || header->compression == BI_RLE4;
 }
 
 // A few bytes of runs may tell of any size. Past the limit for compressed pictures they have to be
 // so many that they could fill it: two bytes are at most 255 pixels.
-static int RunsMayFill(Bytes pixels, Bytes runs)
+static bool RunsMayFill(Bytes pixels, Bytes runs)
 {
     return pixels <= mostDecodedPixels || pixels / 255 <= runs / 2;
 }
 
-static int PixelsFit(const DibHeader *header, Bytes room, int isIcon)
+static bool PixelsFit(const DibHeader *header, Bytes room, bool isIcon)
 {
     const Bytes height = isIcon ? AbsoluteHeight(header) / 2 : AbsoluteHeight(header);
     if (height == 0 || (Bytes)header->width > mostPicturePixels / height)
-        return 0;
+        return false;
     if (isIcon && header->height < 0)
-        return 0;
+        return false;
     // Runs are drawn as far as they go.
     if (IsRunLength(header))
         return header->bitCount == (header->compression == BI_RLE8 ? 8 : 4) && header->height > 0 &&
                RunsMayFill(height * (Bytes)header->width, room);
-    const int hasFields = header->bitCount == 16 || header->bitCount == 32;
+    const bool hasFields = header->bitCount == 16 || header->bitCount == 32;
     if (header->compression != BI_RGB && !(header->compression == BI_BITFIELDS && hasFields))
-        return 0;
+        return false;
     Bytes row = DibStride(header->width, header->bitCount);
     if (isIcon && header->bitCount != 32)
         row += DibStride(header->width, 1);
     return height <= room / row;
 }
 
-int PictureFits(const void *data, DWORD size, int isIcon)
+bool PictureFits(const void *data, DWORD size, bool isIcon)
 {
     DibHeader header;
     if (!ReadDibHeader(data, size, &header) || header.width <= 0 ||
         !IsDrawnBitCount(header.bitCount))
-        return 0;
+        return false;
     if (header.headerSize != CORE_HEADER_SIZE && header.headerSize < sizeof(BITMAPINFOHEADER))
-        return 0;
+        return false;
     if (isIcon)
         header.compression = BI_RGB;
     const Bytes start = DibPixelStart(&header) + DibMaskSize(&header);
@@ -132,7 +132,7 @@ int GetDibInfo(HGLOBAL dib, DWORD size, LONG *width, LONG *height, WORD *bitCoun
 {
     DibHeader header = {};
     const void *data = dib != nullptr ? GlobalLock(dib) : nullptr;
-    const int whole = data != nullptr && ReadDibHeader(data, size, &header);
+    const bool whole = data != nullptr && ReadDibHeader(data, size, &header);
     if (data != nullptr)
         GlobalUnlock(dib);
     if (!whole)
@@ -193,14 +193,14 @@ struct PixelRows {
     WORD bitCount;
 };
 
-static PixelRows RowsOf(const void *dib, int isIcon)
+static PixelRows RowsOf(const void *dib, bool isIcon)
 {
     const DibHeader header = HeaderOf(dib);
     return {(size_t)DibPixelStart(&header), (size_t)DibStride(header.width, header.bitCount),
             header.width, isIcon ? header.height / 2 : header.height, header.bitCount};
 }
 
-static int HasPixel(const PixelRows *rows, LONG x, LONG y)
+static bool HasPixel(const PixelRows *rows, LONG x, LONG y)
 {
     return x >= 0 && x < rows->width && y >= 0 && y < rows->height;
 }
@@ -253,7 +253,7 @@ static void WritePixel(BYTE *row, size_t x, WORD bitCount, DWORD value)
     }
 }
 
-static DWORD GetPixelOf(const void *dib, LONG x, LONG y, int isIcon)
+static DWORD GetPixelOf(const void *dib, LONG x, LONG y, bool isIcon)
 {
     const PixelRows rows = RowsOf(dib, isIcon);
     if (!HasPixel(&rows, x, y))
@@ -273,7 +273,7 @@ DWORD GetIconPixel(const void *icon, LONG x, LONG y)
 
 void SetDibPixel(void *dib, LONG x, LONG y, DWORD value)
 {
-    const PixelRows rows = RowsOf(dib, 0);
+    const PixelRows rows = RowsOf(dib, false);
     if (HasPixel(&rows, x, y))
         WritePixel((BYTE *)dib + RowOffset(&rows, y), (size_t)x, rows.bitCount, value);
 }
@@ -328,14 +328,14 @@ DWORD BlendOverWhite(DWORD value)
     return red | green << 8 | blue << 16;
 }
 
-HGLOBAL FlattenOverWhite(const void *source, int isIcon)
+HGLOBAL FlattenOverWhite(const void *source, bool isIcon)
 {
     const PixelRows from = RowsOf(source, isIcon);
     HGLOBAL dib;
     BYTE *data = CreateLockedDib(from.width, from.height, nullptr, 24, &dib);
     if (data == nullptr)
         return nullptr;
-    const PixelRows to = RowsOf(data, 0);
+    const PixelRows to = RowsOf(data, false);
     for (LONG y = 0; y < from.height; y++) {
         const BYTE *fromRow = (const BYTE *)source + RowOffset(&from, y);
         BYTE *toRow = data + RowOffset(&to, y);
@@ -349,12 +349,12 @@ HGLOBAL FlattenOverWhite(const void *source, int isIcon)
 HGLOBAL CopyIconMask(const void *icon)
 {
     static const BYTE blackAndWhite[] = {0, 0, 0, 255, 255, 255};
-    const PixelRows from = RowsOf(icon, 1);
+    const PixelRows from = RowsOf(icon, true);
     HGLOBAL dib;
     BYTE *data = CreateLockedDib(from.width, from.height, blackAndWhite, 1, &dib);
     if (data == nullptr)
         return nullptr;
-    const PixelRows to = RowsOf(data, 0);
+    const PixelRows to = RowsOf(data, false);
     const size_t mask = from.start + from.stride * (size_t)from.height;
     memcpy(data + to.start, (const BYTE *)icon + mask, to.stride * (size_t)to.height);
     GlobalUnlock(dib);
@@ -363,7 +363,7 @@ HGLOBAL CopyIconMask(const void *icon)
 
 HGLOBAL CopyIconColors(const void *icon)
 {
-    const PixelRows from = RowsOf(icon, 1);
+    const PixelRows from = RowsOf(icon, true);
     const size_t size = from.start + from.stride * (size_t)from.height;
     HGLOBAL dib;
     BYTE *data = (BYTE *)AllocateLocked(size, &dib);

@@ -21,10 +21,10 @@ struct DibHeader {
     DWORD colorSize;   // bytes an entry: 4, or 3 for the old layout
 };
 
-// Reads the header at the start of a block of size bytes. Returns 0 when the block does not hold
-// the whole header: fields that it is too short for are then taken as 0, and colorCount, where none
-// is told, follows from bitCount all the same.
-int ReadDibHeader(const void *data, DWORD size, DibHeader *header);
+// Reads the header at the start of a block of size bytes. Returns false when the block does not
+// hold the whole header: fields that it is too short for are then taken as 0, and colorCount, where
+// none is told, follows from bitCount all the same.
+bool ReadDibHeader(const void *data, DWORD size, DibHeader *header);
 
 // Bytes from the header's start to the pixels; with the colour table length taken from a hostile
 // file it can pass 32 bits. Masks between header and colour table are not counted.
@@ -34,7 +34,7 @@ unsigned long long DibPixelStart(const DibHeader *header);
 DWORD DibMaskSize(const DibHeader *header);
 
 // Whether the pixels are run-length compressed.
-int IsRunLength(const DibHeader *header);
+bool IsRunLength(const DibHeader *header);
 
 // Bytes a row, which is padded to a multiple of four.
 unsigned long long DibStride(LONG width, WORD bitCount);
@@ -44,7 +44,7 @@ unsigned long long DibStride(LONG width, WORD bitCount);
 // mostPicturePixels. Run-length data need not be whole, but of a picture of more than
 // mostDecodedPixels they could be: two bytes for each 255 pixels. isIcon tells an icon image, whose
 // pixels are never compressed, whatever its header says.
-int PictureFits(const void *data, DWORD size, int isIcon);
+bool PictureFits(const void *data, DWORD size, bool isIcon);
 
 // Stores width, height (its absolute value) and bits a pixel of a block, whose size in bytes is
 // given, into those outputs that are not NULL. Returns 0, and stores 0, when the block cannot be
@@ -85,7 +85,7 @@ DWORD BlendOverWhite(DWORD value);
 
 // Makes a 24-bit block of a locked block (an icon image's colour part when isIcon is not 0), every
 // pixel blended over white. The caller frees it. NULL on failure.
-HGLOBAL FlattenOverWhite(const void *source, int isIcon);
+HGLOBAL FlattenOverWhite(const void *source, bool isIcon);
 
 // Makes a one-bit black and white block of a locked icon image's mask: white is transparent. One of
 // 32 bits may lack it and is none for this. The caller frees it. NULL on failure.

@@ -6,7 +6,7 @@
 #include "content/string_table.h"
 
 // Appends the messages of a table, without the zeroes that fill their ends. Texts that are not
-// UTF-16 are in a code page (0: the ANSI page). Returns 0 when a block or an entry does not lie in
-// the table, an entry is no entry, or entries that blocks share are read so often that they are
+// UTF-16 are in a code page (0: the ANSI page). Returns false when a block or an entry does not lie
+// in the table, an entry is no entry, or entries that blocks share are read so often that they are
 // longer than the table: what could be read until then is appended.
-int ReadMessageTable(const BYTE *data, size_t size, UINT codePage, std::vector<TableText> *texts);
+bool ReadMessageTable(const BYTE *data, size_t size, UINT codePage, std::vector<TableText> *texts);

@@ -5,7 +5,7 @@
 #define HEADER_SIZE 6 // reserved, kind and count
 #define COUNT_OFFSET 4
 
-static GroupEntry TakeEntry(ByteReader *reader, int isCursor)
+static GroupEntry TakeEntry(ByteReader *reader, bool isCursor)
 {
     GroupEntry entry = {};
     const WORD first = TakeU16(reader), second = TakeU16(reader);
@@ -25,20 +25,20 @@ static GroupEntry TakeEntry(ByteReader *reader, int isCursor)
     return entry;
 }
 
-int ReadGroupEntries(const BYTE *data, size_t size, int isCursor, std::vector<GroupEntry> *entries,
-                     size_t *count)
+bool ReadGroupEntries(const BYTE *data, size_t size, bool isCursor,
+                      std::vector<GroupEntry> *entries, size_t *count)
 {
     ByteReader reader = OpenBytes(data, size);
     entries->clear();
     *count = ReadU16(&reader, COUNT_OFFSET);
     SkipBytes(&reader, HEADER_SIZE);
     if (reader.failed)
-        return 0;
+        return false;
     for (size_t i = 0; i < *count; i++) {
         const GroupEntry entry = TakeEntry(&reader, isCursor);
         if (reader.failed)
             break;
         entries->push_back(entry);
     }
-    return 1;
+    return true;
 }

@@ -22,6 +22,6 @@ struct GroupEntry {
 };
 
 // Reads the entries that lie whole in a directory of size bytes; count is how many it tells.
-// Returns 0, with none of either, when it has no whole header.
-int ReadGroupEntries(const BYTE *data, size_t size, int isCursor, std::vector<GroupEntry> *entries,
-                     size_t *count);
+// Returns false, with none of either, when it has no whole header.
+bool ReadGroupEntries(const BYTE *data, size_t size, bool isCursor,
+                      std::vector<GroupEntry> *entries, size_t *count);

@@ -18,7 +18,7 @@ static DWORD BigEndian(const BYTE *bytes)
     return (DWORD)bytes[0] << 24 | (DWORD)bytes[1] << 16 | (DWORD)bytes[2] << 8 | bytes[3];
 }
 
-static int ReadPng(const BYTE *data, PictureInfo *info)
+static bool ReadPng(const BYTE *data, PictureInfo *info)
 {
     // Samples a pixel of the colour types 0 to 6.
     static const BYTE samples[] = {1, 0, 3, 1, 2, 0, 4};
@@ -26,17 +26,17 @@ static int ReadPng(const BYTE *data, PictureInfo *info)
     const BYTE depth = data[24], colorType = data[25];
     if (memcmp(data + 12, "IHDR", 4) != 0 || width > INT32_MAX || height > INT32_MAX ||
         colorType >= sizeof samples)
-        return 0;
+        return false;
     *info = {(LONG)width, (LONG)height, (DWORD)depth * samples[colorType], 1};
-    return 1;
+    return true;
 }
 
-int ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo *info)
+bool ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo *info)
 {
     *info = {};
     if (kind == PictureCursor) {
         if (size < CURSOR_HOT_SPOT_SIZE)
-            return 0;
+            return false;
         data += CURSOR_HOT_SPOT_SIZE;
         size -= CURSOR_HOT_SPOT_SIZE;
     }
@@ -47,8 +47,8 @@ int ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo
         header.height == INT32_MIN ||
         (header.headerSize != CORE_HEADER_SIZE &&
          (header.headerSize < sizeof(BITMAPINFOHEADER) || header.headerSize > LONGEST_HEADER)))
-        return 0;
+        return false;
     const LONG height = header.height < 0 ? -header.height : header.height;
     *info = {header.width, kind == PictureBitmap ? height : height / 2, header.bitCount, 0};
-    return 1;
+    return true;
 }

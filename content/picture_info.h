@@ -16,9 +16,9 @@ struct PictureInfo {
     LONG width;  // pixels
     LONG height; // rows
     DWORD bits;  // a pixel
-    int isPng;
+    bool isPng;
 };
 
 // Reads them from a resource's first bytes; size, at most PICTURE_START_SIZE, is how many there
-// are. Returns 0, with all fields 0, when they do not hold a whole header.
-int ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo *info);
+// are. Returns false, with all fields 0, when they do not hold a whole header.
+bool ReadPictureInfo(const BYTE *data, size_t size, PictureKind kind, PictureInfo *info);

@@ -40,7 +40,7 @@ struct RunPen {
 
 // Puts `count` pixels: the bytes one after another, or the same one again. Of 4 bits a byte is two,
 // the high one first.
-static void PutRun(RunPen *pen, const BYTE *bytes, int isRepeated, size_t count, WORD bitCount)
+static void PutRun(RunPen *pen, const BYTE *bytes, bool isRepeated, size_t count, WORD bitCount)
 {
     for (size_t i = 0; i < count && pen->x < pen->width; i++, pen->x++) {
         const BYTE pair = bytes[isRepeated ? 0 : bitCount == 8 ? i : i / 2];

@@ -37,7 +37,7 @@ static const char *RiffExtension(const BYTE *data, size_t size)
 // The beginning of a text, without marks and blanks; of UTF-16 the low halves.
 static std::string TextStart(const BYTE *data, size_t size)
 {
-    const int isWide = size >= 2 && ((data[0] == 0xFF && data[1] == 0xFE) || data[1] == 0);
+    const bool isWide = size >= 2 && ((data[0] == 0xFF && data[1] == 0xFE) || data[1] == 0);
     std::string text;
     for (size_t at = 0; at < size; at += isWide ? 2 : 1)
         text += (char)data[at];
@@ -48,7 +48,7 @@ static std::string TextStart(const BYTE *data, size_t size)
     return text.erase(0, text.find_first_not_of(" \t\r\n"));
 }
 
-static int BeginsWith(const std::string &text, const char *word)
+static bool BeginsWith(const std::string &text, const char *word)
 {
     return text.size() > strlen(word) && EqualLetters(text.data(), word, strlen(word));
 }

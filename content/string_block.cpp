@@ -21,19 +21,19 @@ void UnitsToText(const BYTE *units, int count, char *text)
     text[length] = 0;
 }
 
-int NextString(StringBlock *block, char *text)
+bool NextString(StringBlock *block, char *text)
 {
     for (;;) {
         ByteReader reader = OpenBytes(block->data, block->size);
         const DWORD length = ReadU16(&reader, block->position);
         const BYTE *units = BytesAt(&reader, (size_t)block->position + 2, (size_t)length * 2);
         if (reader.failed)
-            return 0;
+            return false;
         block->position += 2 + length * 2;
         const int kept = (int)std::min<DWORD>(length, STRING_TEXT_LENGTH);
         UnitsToText(units, kept, text);
         if (text[0] != 0)
-            return 1;
+            return true;
     }
 }
 

@@ -16,8 +16,8 @@ struct StringBlock {
 
 // Takes the next string that is not empty and converts its first 260 code units to the ANSI code
 // page; text holds at least STRING_TEXT_LENGTH + 1 bytes. A code unit of 0 ends the text early.
-// Returns 0 when there is no further whole string: one that runs past the block is not read.
-int NextString(StringBlock *block, char *text);
+// Returns false when there is no further whole string: one that runs past the block is not read.
+bool NextString(StringBlock *block, char *text);
 
 // Converts count little-endian UTF-16 code units, at any address, to the ANSI code page and
 // terminates the text after at most count bytes; text holds at least count + 1 bytes, and count is

@@ -28,8 +28,8 @@ static std::string TakeString(ByteReader *reader, const StringFormat *format)
                         : UnitsToUtf8(bytes, count);
 }
 
-int ReadStringTable(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
-                    std::vector<TableText> *texts)
+bool ReadStringTable(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
+                     std::vector<TableText> *texts)
 {
     ByteReader reader = OpenBytes(data, size);
     for (int slot = 0; slot < STRING_BLOCK_SLOTS && !reader.failed; slot++) {

@@ -23,7 +23,7 @@ struct TableText {
 
 // How a block's strings lie in it.
 struct StringFormat {
-    int isNe;      // 8-bit counts and bytes, else 16-bit counts and UTF-16
+    bool isNe;     // 8-bit counts and bytes, else 16-bit counts and UTF-16
     UINT codePage; // of NE strings (platform/page_text.h); 0: the ANSI page
 };
 
@@ -31,7 +31,7 @@ struct StringFormat {
 // negative one.
 int64_t FirstStringId(DWORD block);
 
-// Appends the strings of a block that are not empty, numbered from firstId on. Returns 0 when the
-// block ends before its last slot does: the strings that are whole are appended.
-int ReadStringTable(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
-                    std::vector<TableText> *texts);
+// Appends the strings of a block that are not empty, numbered from firstId on. Returns false when
+// the block ends before its last slot does: the strings that are whole are appended.
+bool ReadStringTable(const BYTE *data, size_t size, const StringFormat *format, int64_t firstId,
+                     std::vector<TableText> *texts);

@@ -14,7 +14,7 @@
 struct VersionReader {
     const BYTE *data;
     size_t size;
-    int isWide;    // UTF-16
+    bool isWide;   // UTF-16
     UINT codePage; // of the table that is read
 };
 
@@ -50,17 +50,17 @@ static std::string TextAt(const VersionReader *reader, size_t at, size_t end)
                           : PageTextToUtf8(reader->codePage, (const char *)text, size);
 }
 
-// Reads the block at a place inside one that ends at `end`. Returns 0 when there is none.
-static int ReadBlock(const VersionReader *reader, size_t at, size_t end, VersionBlock *block)
+// Reads the block at a place inside one that ends at `end`. Returns false when there is none.
+static bool ReadBlock(const VersionReader *reader, size_t at, size_t end, VersionBlock *block)
 {
     const size_t unit = reader->isWide ? 2 : 1, headerSize = reader->isWide ? 6 : 4;
     if (at > end || end - at <= headerSize)
-        return 0;
+        return false;
     ByteReader fields = OpenBytes(reader->data, end);
     const size_t length = ReadU16(&fields, at), valueLength = ReadU16(&fields, at + 2);
-    const int isText = reader->isWide && ReadU16(&fields, at + 4) != 0;
+    const bool isText = reader->isWide && ReadU16(&fields, at + 4) != 0;
     if (length <= headerSize)
-        return 0;
+        return false;
     block->end = std::min(at + length, end);
     block->next = AlignUp(at + length);
     block->key = TextAt(reader, at + headerSize, block->end);
@@ -68,10 +68,10 @@ static int ReadBlock(const VersionReader *reader, size_t at, size_t end, Version
     block->value = std::min(AlignUp(keyEnd + unit), block->end);
     block->valueSize = std::min(isText ? valueLength * 2 : valueLength, block->end - block->value);
     block->inner = AlignUp(block->value + block->valueSize);
-    return 1;
+    return true;
 }
 
-static int IsKey(const VersionBlock *block, const char *key)
+static bool IsKey(const VersionBlock *block, const char *key)
 {
     return block->key.size() == strlen(key) && EqualLetters(block->key.data(), key, strlen(key));
 }
@@ -97,18 +97,18 @@ static void ReadNumbers(const VersionReader *reader, const VersionBlock *root, V
     info->numbers.os = TakeU32(&fields);
     info->numbers.type = TakeU32(&fields);
     info->numbers.subtype = TakeU32(&fields);
-    info->hasNumbers = 1;
+    info->hasNumbers = true;
 }
 
-// Reads the language and code page that a table's key tells. Returns 0 when it tells none.
-static int ReadKey(const std::string &key, VersionTable *table)
+// Reads the language and code page that a table's key tells. Returns false when it tells none.
+static bool ReadKey(const std::string &key, VersionTable *table)
 {
     DWORD number = 0;
     for (const char letter : key) {
         const char *digits = "0123456789abcdef";
         const char *digit = strchr(digits, letter | (letter >= 'A' ? 0x20 : 0));
         if (letter == 0 || digit == nullptr)
-            return 0;
+            return false;
         number = number << 4 | (DWORD)(digit - digits);
     }
     table->language = (WORD)(number >> 16);
@@ -166,16 +166,17 @@ static void ReadParts(VersionReader *reader, const VersionBlock *root, UINT code
     }
 }
 
-int ReadVersionInfo(const BYTE *data, size_t size, UINT codePage, VersionInfo *info)
+bool ReadVersionInfo(const BYTE *data, size_t size, UINT codePage, VersionInfo *info)
 {
     VersionReader reader = {data, size, 0, codePage};
     VersionBlock root;
     *info = {};
-    for (reader.isWide = 1; reader.isWide >= 0; reader.isWide--)
-        if (ReadBlock(&reader, 0, size, &root) && IsKey(&root, "vs_version_info"))
-            break;
-    if (reader.isWide < 0)
-        return 0;
+    const auto isWidth = [&](bool isWide) {
+        reader.isWide = isWide;
+        return ReadBlock(&reader, 0, size, &root) && IsKey(&root, "vs_version_info");
+    };
+    if (!isWidth(true) && !isWidth(false))
+        return false;
     ReadNumbers(&reader, &root, info);
     ReadParts(&reader, &root, codePage, info);
     return info->hasNumbers || !info->tables.empty() || !info->translations.empty();

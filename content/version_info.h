@@ -30,7 +30,7 @@ struct VersionText {
 // The texts of one language and code page.
 struct VersionTable {
     std::string key; // "040904B0": both in hexadecimal
-    int isKnown;     // whether the key tells them
+    bool isKnown;    // whether the key tells them
     WORD language;   // Windows' language identifier
     WORD codePage;   // 1200 for UTF-16
     std::vector<VersionText> texts;
@@ -42,7 +42,7 @@ struct VersionTranslation {
 };
 
 struct VersionInfo {
-    int hasNumbers;
+    bool hasNumbers;
     VersionNumbers numbers;
     std::vector<VersionTable> tables;
     std::vector<VersionTranslation> translations; // that the file is said to have
@@ -50,6 +50,6 @@ struct VersionInfo {
 
 // Reads version data. 16-bit texts are in codePage, or when that is 0 in the one of their table
 // where the system knows it. A block that runs past the one that it is in ends with it; a text ends
-// at its first zero. Returns 0, with nothing read, for what does not begin as version data or tells
-// nothing of a version.
-int ReadVersionInfo(const BYTE *data, size_t size, UINT codePage, VersionInfo *info);
+// at its first zero. Returns false, with nothing read, for what does not begin as version data or
+// tells nothing of a version.
+bool ReadVersionInfo(const BYTE *data, size_t size, UINT codePage, VersionInfo *info);

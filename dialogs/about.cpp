@@ -45,7 +45,7 @@ static void DrawPicture(const DRAWITEMSTRUCT *item, HRSRC resource, HGLOBAL load
 {
     const void *dib = LockResource(loaded);
     const DWORD size = SizeofResource(globals.hostModule, resource);
-    if (dib != nullptr && PictureFits(dib, size, 0))
+    if (dib != nullptr && PictureFits(dib, size, false))
         DrawDibAt(item->hDC, item->rcItem.left, item->rcItem.top, dib, size, SRCCOPY);
     FrameRect(item->hDC, &item->rcItem, GetSysColorBrush(COLOR_BTNSHADOW));
 }

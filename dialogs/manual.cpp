@@ -42,24 +42,24 @@ std::string DocumentAddress(const char *document, const char *anchor)
            (anchor != nullptr ? EscapeSpaces(anchor) : "");
 }
 
-static int StartBrowser(HWND owner, const char *address)
+static bool StartBrowser(HWND owner, const char *address)
 {
     for (const char *browser : browsers)
         if ((INT_PTR)ShellExecuteA(owner, "open", browser, address, nullptr, SW_SHOWMAXIMIZED) > 32)
-            return 1;
-    return 0;
+            return true;
+    return false;
 }
 
-// Starts the application that the system associates with the document. Returns 0 on failure.
-static int StartAssociated(const char *document)
+// Starts the application that the system associates with the document. Returns false on failure.
+static bool StartAssociated(const char *document)
 {
     char application[MAX_PATH];
     char commandLine[MAX_PATH + 1 + MAX_PATH + 1];
     if ((INT_PTR)FindExecutableA(document, "", application) <= 32)
-        return 0;
+        return false;
     if (snprintf(commandLine, sizeof commandLine, "%s %s", application, document) >=
         (int)sizeof commandLine)
-        return 0;
+        return false;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -67,29 +67,30 @@ static int StartAssociated(const char *document)
     PROCESS_INFORMATION process;
     if (!CreateProcessA(nullptr, commandLine, nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
                         nullptr, nullptr, &startup, &process))
-        return 0;
+        return false;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    return 1;
+    return true;
 }
 
-// A program that lies in the current folder and has a browser's name is none. Returns 0 on failure.
-static int StartAnything(HWND owner, const char *document, const char *address)
+// A program that lies in the current folder and has a browser's name is none. Returns false on
+// failure.
+static bool StartAnything(HWND owner, const char *document, const char *address)
 {
     CurrentFolder *before = LeaveCurrentFolder();
     if (before == nullptr)
-        return 0;
-    const int started = StartBrowser(owner, address) || StartAssociated(document);
+        return false;
+    const bool started = StartBrowser(owner, address) || StartAssociated(document);
     ReturnToFolder(before);
     return started;
 }
 
-static int ShowDocument(HWND owner, const char *document, const char *anchor)
+static bool ShowDocument(HWND owner, const char *document, const char *anchor)
 {
     try {
         return StartAnything(owner, document, DocumentAddress(document, anchor).c_str());
     } catch (const std::bad_alloc &) {
-        return 0;
+        return false;
     }
 }
 

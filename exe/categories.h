@@ -27,16 +27,16 @@ inline constexpr Category categories[] = {
 };
 
 // Whether each category has a row in a room's table, whose rows have a field `category`.
-template <typename Row, size_t count> constexpr int CoversCategories(const Row (&rows)[count])
+template <typename Row, size_t count> constexpr bool CoversCategories(const Row (&rows)[count])
 {
     for (const Category &wanted : categories) {
-        int found = 0;
+        bool found = false;
         for (const Row &row : rows)
             found = found || row.category == wanted.category;
         if (!found)
-            return 0;
+            return false;
     }
-    return 1;
+    return true;
 }
 
 // The label of a category, or NULL when resources of that type number are not kept.

@@ -25,22 +25,22 @@ static void ReadName(const NeTableWalk *walk, WORD id, char name[ENTRY_NAME_LENG
         ReadNeName(walk, id, name);
 }
 
-// Reads a resource's data and catalogues it. Returns 0 when the reading is over.
-static int KeepData(NeTableWalk *walk, ResourceEntry *entry)
+// Reads a resource's data and catalogues it. Returns false when the reading is over.
+static bool KeepData(NeTableWalk *walk, ResourceEntry *entry)
 {
     NeReading *reading = (NeReading *)walk->taker;
     FILE *file = walk->pages->file;
     if (entry->size > reading->keptBytesLeft) {
         NoteFailure(FailureKeptBytes, KeptBytesLimit(walk->pages->length));
-        return 0;
+        return false;
     }
     reading->keptBytesLeft -= entry->size;
     BYTE *bytes = (BYTE *)AllocateLocked(entry->size, &entry->data);
     if (bytes == nullptr) {
         NoteFailure(FailureMemory, entry->fileOffset);
-        return 0;
+        return false;
     }
-    const int whole =
+    const bool whole =
         SeekTo(file, entry->fileOffset) && fread(bytes, 1, entry->size, file) == entry->size;
     ProbeWave(entry, bytes);
     GlobalUnlock(entry->data);
@@ -52,10 +52,10 @@ static int KeepData(NeTableWalk *walk, ResourceEntry *entry)
     return whole;
 }
 
-static int TakeResource(NeTableWalk *walk, WORD type, const NeRecord *record)
+static bool TakeResource(NeTableWalk *walk, WORD type, const NeRecord *record)
 {
     if (!(type & NE_INTEGER_ID))
-        return 1;
+        return true;
     ResourceEntry entry = {};
     entry.category = type & ~NE_INTEGER_ID;
     entry.fileOffset = (DWORD)record->offset << walk->shift;
@@ -63,15 +63,15 @@ static int TakeResource(NeTableWalk *walk, WORD type, const NeRecord *record)
     // Of what has no length nothing is read, wherever it points.
     if (entry.size > 0 && !LiesInFile(walk->pages, entry.fileOffset, entry.size)) {
         NoteFailure(FailureData, entry.fileOffset);
-        return 0;
+        return false;
     }
     if (((const NeReading *)walk->taker)->categoryItem == nullptr)
-        return 1; // of no kept kind: it is enough that the data are there
+        return true; // of no kept kind: it is enough that the data are there
     ReadName(walk, record->id, entry.name);
     return KeepData(walk, &entry);
 }
 
-static int TakeType(NeTableWalk *walk, WORD type)
+static bool TakeType(NeTableWalk *walk, WORD type)
 {
     NeReading *reading = (NeReading *)walk->taker;
     const DWORD number = type & ~NE_INTEGER_ID;
@@ -81,7 +81,7 @@ static int TakeType(NeTableWalk *walk, WORD type)
         reading->categoryItem = AddCategoryItem(reading->tree, number);
         if (reading->categoryItem == nullptr) {
             NoteFailure(FailureMemory, 0);
-            return 0;
+            return false;
         }
     } else if (type & NE_INTEGER_ID) {
         NoteOtherType(number);
@@ -89,7 +89,7 @@ static int TakeType(NeTableWalk *walk, WORD type)
         ReadName(walk, type, name);
         NoteOtherTypeName(name);
     }
-    return 1;
+    return true;
 }
 
 int ReadNeResources(HWND tree, FILE *file, DWORD headerOffset)

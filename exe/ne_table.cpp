@@ -9,24 +9,24 @@
 #define TYPE_RECORD_SIZE 8
 #define NAME_RECORD_SIZE 12
 
-// Reads a record from the file. Returns 0, with the failure noted, when it is not all there.
-static int ReadRecord(FilePages *pages, uint64_t offset, BYTE *record, size_t size)
+// Reads a record from the file. Returns false, with the failure noted, when it is not all there.
+static bool ReadRecord(FilePages *pages, uint64_t offset, BYTE *record, size_t size)
 {
     if (ReadPages(pages, offset, record, size))
-        return 1;
+        return true;
     NoteFailure(FailureTable, offset);
-    return 0;
+    return false;
 }
 
 // Reads a field of 16 bits from the file, as ReadRecord does.
-static int ReadField(FilePages *pages, uint64_t offset, WORD *field)
+static bool ReadField(FilePages *pages, uint64_t offset, WORD *field)
 {
     BYTE bytes[sizeof *field];
     if (!ReadRecord(pages, offset, bytes, sizeof bytes))
-        return 0;
+        return false;
     ByteReader reader = OpenBytes(bytes, sizeof bytes);
     *field = ReadU16(&reader, 0);
-    return 1;
+    return true;
 }
 
 size_t ReadNeName(const NeTableWalk *walk, WORD id, char name[NE_NAME_LENGTH + 1])
@@ -42,28 +42,28 @@ size_t ReadNeName(const NeTableWalk *walk, WORD id, char name[NE_NAME_LENGTH + 1
     return count;
 }
 
-// Walks one type and its resources. *position is moved behind them. Returns 0 when the walk is
+// Walks one type and its resources. *position is moved behind them. Returns false when the walk is
 // over, and then *result is its outcome.
-static int WalkType(NeTableWalk *walk, uint64_t *position, int *result)
+static bool WalkType(NeTableWalk *walk, uint64_t *position, bool *result)
 {
     BYTE typeRecord[TYPE_RECORD_SIZE];
-    *result = 0;
+    *result = false;
     if (!ReadRecord(walk->pages, *position, typeRecord, sizeof typeRecord))
-        return 0;
+        return false;
     *position += sizeof typeRecord;
     ByteReader reader = OpenBytes(typeRecord, sizeof typeRecord);
     const WORD type = ReadU16(&reader, 0);
     const int count = ReadU16(&reader, 2);
     if (type == 0) {
-        *result = 1;
-        return 0;
+        *result = true;
+        return false;
     }
     if (!walk->takeType(walk, type))
-        return 0;
+        return false;
     for (int i = 0; i < count; i++) {
         BYTE bytes[NAME_RECORD_SIZE];
         if (!ReadRecord(walk->pages, *position, bytes, sizeof bytes))
-            return 0;
+            return false;
         *position += sizeof bytes;
         reader = OpenBytes(bytes, sizeof bytes);
         NeRecord record;
@@ -72,22 +72,22 @@ static int WalkType(NeTableWalk *walk, uint64_t *position, int *result)
         record.flags = TakeU16(&reader);
         record.id = TakeU16(&reader);
         if (!walk->takeResource(walk, type, &record))
-            return 0;
+            return false;
     }
-    return 1;
+    return true;
 }
 
-int WalkNeTable(NeTableWalk *walk, DWORD headerOffset)
+bool WalkNeTable(NeTableWalk *walk, DWORD headerOffset)
 {
     WORD field;
     if (!ReadField(walk->pages, (uint64_t)headerOffset + TABLE_FIELD, &field))
-        return 0;
+        return false;
     walk->start = (uint64_t)headerOffset + field;
     if (!ReadField(walk->pages, walk->start, &field))
-        return 0;
+        return false;
     walk->shift = field & 31;
     uint64_t position = walk->start + sizeof field;
-    int result;
+    bool result;
     while (WalkType(walk, &position, &result)) {
     }
     return result;

@@ -24,15 +24,15 @@ struct NeTableWalk {
     int shift;      // of alignment units, to bytes: 0 to 31
 
     // Called for each type record and for each of its resource records; the walk is over, and has
-    // failed, when one returns 0.
-    int (*takeType)(NeTableWalk *walk, WORD type);
-    int (*takeResource)(NeTableWalk *walk, WORD type, const NeRecord *record);
+    // failed, when one returns false.
+    bool (*takeType)(NeTableWalk *walk, WORD type);
+    bool (*takeResource)(NeTableWalk *walk, WORD type, const NeRecord *record);
     void *taker; // the caller's, for these two
 };
 
-// Walks the resource table of the NE header at an offset of the file. Returns 1 when the end of the
-// table was reached, else 0: a record that is cut short is noted (FailureTable).
-int WalkNeTable(NeTableWalk *walk, DWORD headerOffset);
+// Walks the resource table of the NE header at an offset of the file. Returns true when the end of
+// the table was reached, else 0: a record that is cut short is noted (FailureTable).
+bool WalkNeTable(NeTableWalk *walk, DWORD headerOffset);
 
 // Reads a name string as it stands, terminated. One that runs past the end of the file stops there.
 // Returns its length in bytes.

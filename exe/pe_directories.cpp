@@ -20,42 +20,42 @@ static uint64_t MostEntries(uint64_t fileLength)
 
 void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset)
 {
-    walk->failed = 1;
+    walk->failed = true;
     NoteFailure(kind, offset);
 }
 
 void StopPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset)
 {
     FailPeWalk(walk, kind, offset);
-    walk->stopped = 1;
+    walk->stopped = true;
 }
 
-// Reads a directory's count of entries and takes them from what may still be walked. Returns 0 when
-// the directory is not entered.
-static int EnterDirectory(PeDirectoryWalk *walk, PeDirectory *directory)
+// Reads a directory's count of entries and takes them from what may still be walked. Returns false
+// when the directory is not entered.
+static bool EnterDirectory(PeDirectoryWalk *walk, PeDirectory *directory)
 {
     BYTE record[PE_DIRECTORY_SIZE];
     if (!walk->read(walk->source, directory->offset, record, sizeof record)) {
         FailPeWalk(walk, FailureDirectory, directory->offset);
-        return 0;
+        return false;
     }
     if (directory->level > DEEPEST_LEVEL) {
         FailPeWalk(walk, FailureDepth, directory->offset);
-        return 0;
+        return false;
     }
     ByteReader reader = OpenBytes(record, sizeof record);
     directory->entryCount = ReadU16(&reader, 12) + ReadU16(&reader, 14);
     if (walk->directoriesLeft == 0) {
         StopPeWalk(walk, FailureDirectoryCount, MostDirectories(walk->fileLength));
-        return 0;
+        return false;
     }
     if (walk->entriesLeft < (uint64_t)directory->entryCount) {
         StopPeWalk(walk, FailureEntryCount, MostEntries(walk->fileLength));
-        return 0;
+        return false;
     }
     walk->directoriesLeft--;
     walk->entriesLeft -= (uint64_t)directory->entryCount;
-    return 1;
+    return true;
 }
 
 static void WalkDirectory(PeDirectoryWalk *walk, PeDirectory directory)
@@ -84,13 +84,13 @@ static void WalkDirectory(PeDirectoryWalk *walk, PeDirectory directory)
     }
 }
 
-int WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength)
+bool WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength)
 {
     walk->fileLength = fileLength;
     walk->directoriesLeft = MostDirectories(fileLength);
     walk->entriesLeft = MostEntries(fileLength);
-    walk->failed = 0;
-    walk->stopped = 0;
+    walk->failed = false;
+    walk->stopped = false;
     WalkDirectory(walk, {walk->root, 0, 0, 0});
     return !walk->failed;
 }

@@ -24,8 +24,8 @@ struct PeDirectory {
 };
 
 struct PeDirectoryWalk {
-    // Copies bytes of the file; returns 0 when they do not all lie in it.
-    int (*read)(void *source, uint64_t offset, void *bytes, size_t size);
+    // Copies bytes of the file; returns false when they do not all lie in it.
+    bool (*read)(void *source, uint64_t offset, void *bytes, size_t size);
     void *source;
     uint64_t root; // file offset of the root directory
 
@@ -42,8 +42,8 @@ struct PeDirectoryWalk {
                      uint64_t dataEntry);
     void *taker; // the caller's, for these two
 
-    int failed;  // 1 once anything did not lie in the file or a bound was met
-    int stopped; // 1 once the walk is over before its end
+    bool failed;  // once anything did not lie in the file or a bound was met
+    bool stopped; // once the walk is over before its end
 
     // The walk's own.
     uint64_t fileLength;
@@ -52,8 +52,9 @@ struct PeDirectoryWalk {
 };
 
 // Walks all directories of a file of a length in bytes. What cannot be read is left out, with the
-// reason noted, and the walk goes on unless it was stopped. Returns 1, or 0 when walk->failed.
-int WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength);
+// reason noted, and the walk goes on unless it was stopped. Returns true, or false when
+// walk->failed.
+bool WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength);
 
 // Note a failure of the walk, which goes on or is over. offset is as for NoteFailure.
 void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset);

@@ -8,21 +8,21 @@
 #define MAGIC_64_BIT 0x20B
 #define FLAG_LIBRARY 0x2000
 
-int FindPeHeaders(ByteReader image, size_t *headers)
+bool FindPeHeaders(ByteReader image, size_t *headers)
 {
     *headers = ReadU32(&image, 60);
     BytesAt(&image, *headers, PE_HEADERS_SIZE);
     return ReadU32(&image, *headers) == PE_SIGNATURE;
 }
 
-int Is64BitImage(ByteReader image, size_t headers)
+bool Is64BitImage(ByteReader image, size_t headers)
 {
     return ReadU16(&image, headers + OPTIONAL_HEADER) == MAGIC_64_BIT;
 }
 
-int RunsWhenLoaded(ByteReader image, size_t headers)
+bool RunsWhenLoaded(ByteReader image, size_t headers)
 {
-    const int isLibrary = ReadU16(&image, headers + 22) & FLAG_LIBRARY;
+    const bool isLibrary = ReadU16(&image, headers + 22) & FLAG_LIBRARY;
     return isLibrary && ReadU32(&image, headers + OPTIONAL_HEADER + 16) != 0;
 }
 
@@ -36,8 +36,8 @@ void TakeSectionHeader(const BYTE *header, PeSection *section)
     section->fileOffset = ReadU32(&reader, 20);
 }
 
-// Reads the section header at an offset. Returns 0 when it does not lie in the image.
-static int ReadSection(ByteReader image, size_t offset, PeSection *section)
+// Reads the section header at an offset. Returns false when it does not lie in the image.
+static bool ReadSection(ByteReader image, size_t offset, PeSection *section)
 {
     const BYTE *header = BytesAt(&image, offset, SECTION_HEADER_SIZE);
     if (header != nullptr)
@@ -45,21 +45,21 @@ static int ReadSection(ByteReader image, size_t offset, PeSection *section)
     return header != nullptr;
 }
 
-int FindSection(ByteReader image, size_t headers, const char *name, PeSection *section)
+bool FindSection(ByteReader image, size_t headers, const char *name, PeSection *section)
 {
     const int count = ReadU16(&image, headers + 6);
     const size_t compared = std::min<size_t>(strlen(name) + 1, SECTION_NAME_LENGTH);
     for (int i = 0; i < count; i++) {
         const size_t offset = headers + PE_HEADERS_SIZE + (size_t)i * SECTION_HEADER_SIZE;
         if (!ReadSection(image, offset, section))
-            return 0;
+            return false;
         if (EqualLetters(section->name, name, compared))
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
-int FindResourceSection(ByteReader image, size_t headers, PeSection *section)
+bool FindResourceSection(ByteReader image, size_t headers, PeSection *section)
 {
     const size_t optional = headers + OPTIONAL_HEADER;
     const DWORD directoryCount = ReadU32(&image, optional + 92);
@@ -67,12 +67,12 @@ int FindResourceSection(ByteReader image, size_t headers, PeSection *section)
     const size_t table = optional + ReadU16(&image, headers + 20);
     const int count = ReadU16(&image, headers + 6);
     if (image.failed || directoryCount < 3 || address == 0)
-        return 0;
+        return false;
     for (int i = 0; i < count; i++) {
         if (!ReadSection(image, table + (size_t)i * SECTION_HEADER_SIZE, section))
-            return 0;
+            return false;
         if (address >= section->address && address - section->address < section->length)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }

@@ -20,22 +20,22 @@ struct PeSection {
 // Takes a section header of SECTION_HEADER_SIZE bytes apart.
 void TakeSectionHeader(const BYTE *header, PeSection *section);
 
-// Stores where the PE headers of an image begin. Returns 0 when they do not lie whole in the image
-// or do not begin with the signature.
-int FindPeHeaders(ByteReader image, size_t *headers);
+// Stores where the PE headers of an image begin. Returns false when they do not lie whole in the
+// image or do not begin with the signature.
+bool FindPeHeaders(ByteReader image, size_t *headers);
 
 // Whether the headers are a 64-bit image's.
-int Is64BitImage(ByteReader image, size_t headers);
+bool Is64BitImage(ByteReader image, size_t headers);
 
 // Whether the image is a library with an entry point, whose code runs when it is loaded.
-int RunsWhenLoaded(ByteReader image, size_t headers);
+bool RunsWhenLoaded(ByteReader image, size_t headers);
 
 // Finds the first section of a name, letters compared without case. The section table is taken to
-// follow an optional header of the 32-bit size, whatever size is stated. Returns 0 when there is
-// none before the image's end.
-int FindSection(ByteReader image, size_t headers, const char *name, PeSection *section);
+// follow an optional header of the 32-bit size, whatever size is stated. Returns false when there
+// is none before the image's end.
+bool FindSection(ByteReader image, size_t headers, const char *name, PeSection *section);
 
 // Finds the section that the image's resource directory lies in, whatever its name. Unlike
-// FindSection this goes by the size that is stated for the optional header. Returns 0 when the
+// FindSection this goes by the size that is stated for the optional header. Returns false when the
 // image tells of no resources, or there is no such section before its end.
-int FindResourceSection(ByteReader image, size_t headers, PeSection *section);
+bool FindResourceSection(ByteReader image, size_t headers, PeSection *section);

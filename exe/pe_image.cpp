@@ -10,34 +10,34 @@
 #define FLAG_LIBRARY 0x2000
 #define RESOURCE_DIRECTORY 2
 
-// Returns 0 when they do not all lie in the file.
-static int AddSections(FilePages *pages, uint64_t table, int count, PeImage *image)
+// Returns false when they do not all lie in the file.
+static bool AddSections(FilePages *pages, uint64_t table, int count, PeImage *image)
 {
     for (int i = 0; i < count; i++) {
         BYTE header[SECTION_HEADER_SIZE];
         if (!ReadPages(pages, table + (uint64_t)i * sizeof header, header, sizeof header))
-            return 0;
+            return false;
         PeSection section;
         TakeSectionHeader(header, &section);
         image->sections.push_back(section);
     }
     std::stable_sort(image->sections.begin(), image->sections.end(),
                      [](const PeSection &a, const PeSection &b) { return a.address < b.address; });
-    return 1;
+    return true;
 }
 
-int ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image)
+bool ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image)
 {
     BYTE bytes[FILE_HEADER_SIZE + OPTIONAL_HEADER_SIZE] = {};
     const size_t length = headers >= pages->length
                               ? 0
                               : (size_t)std::min<uint64_t>(sizeof bytes, pages->length - headers);
     if (length < FILE_HEADER_SIZE + 2 || !ReadPages(pages, headers, bytes, length))
-        return 0;
+        return false;
     ByteReader reader = OpenBytes(bytes, sizeof bytes);
     const WORD magic = ReadU16(&reader, FILE_HEADER_SIZE);
     if (ReadU32(&reader, 0) != PE_SIGNATURE || (magic != MAGIC_32_BIT && magic != MAGIC_64_BIT))
-        return 0;
+        return false;
     *image = {};
     image->is64Bit = magic == MAGIC_64_BIT;
     image->machine = ReadU16(&reader, 4);

@@ -9,8 +9,8 @@
 #include <vector>
 
 struct PeImage {
-    int is64Bit;
-    int isLibrary;
+    bool is64Bit;
+    bool isLibrary;
     WORD machine;
     DWORD resources; // relative virtual address of the root directory; 0 when none is told
 
@@ -18,9 +18,9 @@ struct PeImage {
     std::vector<PeSection> sections;
 };
 
-// Reads the headers at an offset of the file. Returns 0 when they and those of all sections are not
-// there, or are of another format.
-int ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image);
+// Reads the headers at an offset of the file. Returns false when they and those of all sections are
+// not there, or are of another format.
+bool ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image);
 
 enum PePlace {
     PlaceStored,    // the file stores them, or they run past all that a section is

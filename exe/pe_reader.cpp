@@ -28,23 +28,23 @@ struct PeReading {
     unsigned long long keptBytesLeft;
 };
 
-static int ReadImage(void *source, uint64_t offset, void *bytes, size_t size)
+static bool ReadImage(void *source, uint64_t offset, void *bytes, size_t size)
 {
     ByteReader reader = ((const PeReading *)source)->image;
     const BYTE *from = offset <= reader.total ? BytesAt(&reader, (size_t)offset, size) : nullptr;
     if (from == nullptr)
-        return 0;
+        return false;
     memcpy(bytes, from, size);
-    return 1;
+    return true;
 }
 
-// Returns 0 when the name string does not lie in the image.
-static int GetResourceEntryName(PeDirectoryWalk *walk, DWORD nameField,
-                                char name[ENTRY_NAME_LENGTH + 1])
+// Returns false when the name string does not lie in the image.
+static bool GetResourceEntryName(PeDirectoryWalk *walk, DWORD nameField,
+                                 char name[ENTRY_NAME_LENGTH + 1])
 {
     if (!(nameField & PE_HIGH_BIT)) {
         snprintf(name, ENTRY_NAME_LENGTH + 1, "%lu", (unsigned long)nameField);
-        return 1;
+        return true;
     }
     ByteReader reader = ((const PeReading *)walk->taker)->image;
     const size_t offset = (size_t)walk->root + (nameField & ~PE_HIGH_BIT);
@@ -52,10 +52,10 @@ static int GetResourceEntryName(PeDirectoryWalk *walk, DWORD nameField,
     const BYTE *units = BytesAt(&reader, offset + 2, (size_t)count * 2);
     if (units == nullptr) {
         FailPeWalk(walk, FailureName, offset);
-        return 0;
+        return false;
     }
     UnitsToText(units, std::min<int>(count, ENTRY_NAME_LENGTH), name);
-    return 1;
+    return true;
 }
 
 // Catalogues the resource whose data entry lies at an offset of the image.
@@ -139,7 +139,7 @@ static void NoteNoSection(ByteReader image, size_t headers)
         NoteMissingSection(FindResourceSection(image, headers, &section) ? section.name : nullptr);
 }
 
-static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
+static bool WalkImage(HWND tree, const BYTE *bytes, size_t size)
 {
     PeReading reading = {};
     reading.image = OpenBytes(bytes, size);
@@ -151,11 +151,11 @@ static int WalkImage(HWND tree, const BYTE *bytes, size_t size)
     PeSection section;
     if (!FindPeHeaders(reading.image, &headers)) {
         NoteFailure(FailureHeaders, headers);
-        return 0;
+        return false;
     }
     if (!FindSection(reading.image, headers, ".rsrc", &section)) {
         NoteNoSection(reading.image, headers);
-        return 0;
+        return false;
     }
     reading.delta = section.fileOffset - section.address;
     PeDirectoryWalk walk = {};
@@ -181,7 +181,7 @@ int ReadPeResources(HWND tree, FILE *file)
         NoteFailure(FailureMemory, 0);
         return 0;
     }
-    int result = 0;
+    bool result = false;
     if (!ReadOverZeroes(file, bytes, size))
         NoteFailure(FailureUnreadable, 0);
     else

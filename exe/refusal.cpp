@@ -17,7 +17,7 @@ struct Failure {
 static Failure noted;
 static char otherTypes[OTHER_TYPE_COUNT][OTHER_TYPE_SIZE];
 static int otherTypeCount;
-static int moreTypes; // 1 when there were more than the table holds
+static bool moreTypes; // there were more than the table holds
 
 // The names that Windows gives to its resource types; those that are kept are not asked for.
 static const struct {
@@ -84,7 +84,7 @@ void ClearFailure()
 {
     noted = {};
     otherTypeCount = 0;
-    moreTypes = 0;
+    moreTypes = false;
 }
 
 void NoteFailure(FailureKind kind, unsigned long long offset)
@@ -134,7 +134,7 @@ void NoteOtherTypeName(const char *name)
         if (strcmp(otherTypes[i], entry) == 0)
             return;
     if (otherTypeCount == OTHER_TYPE_COUNT)
-        moreTypes = 1;
+        moreTypes = true;
     else
         memcpy(otherTypes[otherTypeCount++], entry, sizeof entry);
 }

@@ -24,14 +24,14 @@ static SurveyId ReadId(const NeTableWalk *walk, UINT codePage, WORD id)
     return {1, 0, PageTextToUtf8(codePage, name, length)};
 }
 
-static int TakeType(NeTableWalk *walk, WORD type)
+static bool TakeType(NeTableWalk *walk, WORD type)
 {
     NeSurvey *reading = (NeSurvey *)walk->taker;
     reading->type = ReadId(walk, reading->codePage, type);
     return 1;
 }
 
-static int TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
+static bool TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
 {
     NeSurvey *reading = (NeSurvey *)walk->taker;
     const uint64_t offset = (uint64_t)record->offset << walk->shift;

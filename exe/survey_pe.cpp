@@ -16,7 +16,7 @@ struct PeSurvey {
     const PeSection *byName; // the section that was found by its name, when no directory told it
 };
 
-static int ReadSurvey(void *source, uint64_t offset, void *bytes, size_t size)
+static bool ReadSurvey(void *source, uint64_t offset, void *bytes, size_t size)
 {
     return ReadPages((FilePages *)source, offset, bytes, size);
 }

@@ -62,33 +62,33 @@ HTREEITEM AddCategoryItem(HWND tree, DWORD category)
     return AddTreeItem(tree, CategoryLabel(category), 1, &treeImages, TVI_ROOT, NO_ENTRY);
 }
 
-int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
+bool AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry)
 {
     const LONG index = openCatalog.count;
     if (!AppendEntry(&openCatalog, entry))
-        return 0;
+        return false;
     if (tree != nullptr) {
         char label[LABEL_SIZE];
         snprintf(label, sizeof label, "%s (%lu bytes)", entry->name, (unsigned long)entry->size);
         // What cannot be listed is not there.
         if (AddTreeItem(tree, label, 2, &treeImages, categoryItem, index) == nullptr) {
             openCatalog.count--;
-            return 0;
+            return false;
         }
     }
-    return 1;
+    return true;
 }
 
-int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes)
+bool KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes)
 {
     BYTE *copy = (BYTE *)AllocateLocked(entry->size, &entry->data);
     if (copy == nullptr)
-        return 0;
+        return false;
     memcpy(copy, bytes, entry->size);
     ProbeWave(entry, copy);
     GlobalUnlock(entry->data);
     if (AddEntry(tree, categoryItem, entry))
-        return 1;
+        return true;
     GlobalFree(entry->data);
-    return 0;
+    return false;
 }

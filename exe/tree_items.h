@@ -32,9 +32,9 @@ HTREEITEM AddTreeItem(HWND tree, const char *label, int level, const TreeImagePa
 HTREEITEM AddCategoryItem(HWND tree, DWORD category);
 
 // Appends an entry, whose data block is filled, to openCatalog and adds its item under its category
-// item. Returns 0 when it could not be appended: the data block is still the caller's.
-int AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry);
+// item. Returns false when it could not be appended: the data block is still the caller's.
+bool AddEntry(HWND tree, HTREEITEM categoryItem, const ResourceEntry *entry);
 
 // Gives an entry a data block with a copy of its entry->size bytes, sets isWave and adds it as
-// AddEntry does. Returns 0 when there was no memory, and nothing is left behind.
-int KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes);
+// AddEntry does. Returns false when there was no memory, and nothing is left behind.
+bool KeepResource(HWND tree, HTREEITEM categoryItem, ResourceEntry *entry, const BYTE *bytes);

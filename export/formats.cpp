@@ -1,15 +1,15 @@
 #include "export/formats.h"
 
 static constexpr ExportFormat formats[] = {
-    {CategoryBitmap, 0, "%s.BMP", "BMP files\0*.BMP\0All files\0*.*\0", 0, WriteBmpStream,
+    {CategoryBitmap, 0, "%s.BMP", "BMP files\0*.BMP\0All files\0*.*\0", false, WriteBmpStream,
      WriteBmpFile},
-    {CategoryIcon, 0, "%s.ICO", "Icon files\0*.ICO\0All files\0*.*\0", 0, WriteIcoStream,
+    {CategoryIcon, 0, "%s.ICO", "Icon files\0*.ICO\0All files\0*.*\0", false, WriteIcoStream,
      WriteIcoFile},
-    {CategoryString, 0, "%s.TXT", "Text files\0*.TXT\0All files\0*.*\0", 1, WriteStringTableStream,
-     WriteStringTableText},
-    {CategoryBinary, 1, "%s.WAV", "WAVE files\0*.WAV\0All files\0*.*\0", 0, WriteRawStream,
+    {CategoryString, 0, "%s.TXT", "Text files\0*.TXT\0All files\0*.*\0", true,
+     WriteStringTableStream, WriteStringTableText},
+    {CategoryBinary, 1, "%s.WAV", "WAVE files\0*.WAV\0All files\0*.*\0", false, WriteRawStream,
      WriteRawFile},
-    {CategoryBinary, 0, "%s.BIN", "Binary files\0*.BIN\0All files\0*.*\0", 0, WriteRawStream,
+    {CategoryBinary, 0, "%s.BIN", "Binary files\0*.BIN\0All files\0*.*\0", false, WriteRawStream,
      WriteRawFile},
 };
 static_assert(CoversCategories(formats), "each category has a format");

@@ -46,13 +46,13 @@ static void PutIconEntry(BYTE *entry, const GroupMember *member)
 }
 
 // Adds a picture at the end of the file and fills its entry of the directory.
-static int AddPicture(FilePages *pages, const GroupMember *member, size_t entryOffset, int isCursor,
-                      std::vector<BYTE> *file)
+static bool AddPicture(FilePages *pages, const GroupMember *member, size_t entryOffset,
+                       bool isCursor, std::vector<BYTE> *file)
 {
     const size_t start = file->size();
     file->resize(start + member->size);
     if (!ReadPages(pages, member->picture->fileOffset, file->data() + start, member->size))
-        return 0;
+        return false;
     BYTE *entry = file->data() + entryOffset;
     DWORD size = member->size;
     if (isCursor) {
@@ -65,11 +65,11 @@ static int AddPicture(FilePages *pages, const GroupMember *member, size_t entryO
     }
     PutU32(entry + 8, size);
     PutU32(entry + 12, (DWORD)start);
-    return 1;
+    return true;
 }
 
 // Makes the file of its members.
-static GroupOutcome FillGroupFile(FilePages *pages, int isCursor, GroupFile *file)
+static GroupOutcome FillGroupFile(FilePages *pages, bool isCursor, GroupFile *file)
 {
     const size_t directorySize = FILE_HEADER_SIZE + file->members.size() * FILE_ENTRY_SIZE;
     unsigned long long total = directorySize;
@@ -100,15 +100,15 @@ GroupOutcome MakeGroupFile(FilePages *pages, const PictureIndex *index,
     return outcome == GroupDone ? FillGroupFile(pages, IsCursorGroup(group), file) : outcome;
 }
 
-int MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file)
+bool MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file)
 {
-    const int isCursor = !picture->type.isText && picture->type.number == TYPE_CURSOR;
+    const bool isCursor = !picture->type.isText && picture->type.number == TYPE_CURSOR;
     BYTE start[PICTURE_START_SIZE];
     PictureInfo info;
     const size_t size = ReadSurveyedStart(pages, picture, start, sizeof start);
     *file = {};
     if (!ReadPictureInfo(start, size, isCursor ? PictureCursor : PictureIcon, &info))
-        return 0;
+        return false;
     GroupMember member = {{}, picture->size, picture};
     member.told.width = DirectoryLength((unsigned)info.width);
     // As compilers tell a cursor's, with its mask.

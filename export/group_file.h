@@ -27,6 +27,7 @@ struct GroupFile {
 GroupOutcome MakeGroupFile(FilePages *pages, const PictureIndex *index,
                            const SurveyedResource *group, GroupFile *file);
 
-// Makes the file of one icon's or cursor's picture alone. Returns 0, with no bytes, when it cannot
-// be read, does not begin as a picture or is longer than what is made of a file of this size.
-int MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file);
+// Makes the file of one icon's or cursor's picture alone. Returns false, with no bytes, when it
+// cannot be read, does not begin as a picture or is longer than what is made of a file of this
+// size.
+bool MakePictureFile(FilePages *pages, const SurveyedResource *picture, GroupFile *file);

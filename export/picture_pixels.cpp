@@ -191,7 +191,7 @@ static void MakeOpaque(PicturePixels *pixels)
         value |= OPAQUE_ALPHA;
 }
 
-int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
+bool ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
     if (!ReadPicture(icon, size, 1, &source, pixels))
@@ -204,7 +204,7 @@ int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
     return 1;
 }
 
-int ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels)
+bool ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
     if (!ReadPicture(bitmap, size, 0, &source, pixels))
@@ -214,7 +214,7 @@ int ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels)
     return 1;
 }
 
-int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
+bool ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
     DibHeader header;

@@ -15,17 +15,17 @@ struct PicturePixels {
 };
 
 // Reads an icon image of size bytes (content/dib.h). What its mask covers is clear; of 32 bits the
-// alpha holds, unless it is 0 everywhere, as in pictures from before there was one. Returns 0, with
-// no pixels, when it does not lie in the block or has more than mostDecodedPixels.
-int ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels);
+// alpha holds, unless it is 0 everywhere, as in pictures from before there was one. Returns false,
+// with no pixels, when it does not lie in the block or has more than mostDecodedPixels.
+bool ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels);
 
 // The same for a bitmap of size bytes, of any depth, with bit fields or run lengths too, which have
 // no mask: what run lengths pass over is black, as where the window draws them.
-int ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels);
+bool ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels);
 
 // The same for a packed DIB of size bytes as the PNG codec decodes it: 32 bits a pixel, stored
-// bottom-up, whose alpha holds in any case. Returns 0 also for any other.
-int ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels);
+// bottom-up, whose alpha holds in any case. Returns false also for any other.
+bool ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels);
 
 // Makes the picture so small that no side is longer than `side` pixels; one that is that small
 // already stays. A pixel becomes the average of the area that it stands for, each colour weighed by

@@ -15,20 +15,20 @@ std::vector<std::string> ConsoleArguments(int count, char **arguments);
 void PrepareConsole();
 
 // Whether what is written to the stream goes to a terminal.
-int IsTerminal(FILE *stream);
+bool IsTerminal(FILE *stream);
 
 // A UTF-8 text that came from a file or names one, as it is written to people: a control character,
 // line ends too, is replaced by a picture of it, and what else steers text (platform/utf8.h) by
 // U+FFFD, so that no file can steer a terminal or begin a line.
 std::string SafeText(const std::string &text);
 
-// Writes UTF-8 text and flushes the stream. Returns 0 when it could not all be written.
-int PrintText(FILE *stream, const std::string &text);
+// Writes UTF-8 text and flushes the stream. Returns false when it could not all be written.
+bool PrintText(FILE *stream, const std::string &text);
 
 // Whether the last failed PrintText failed because nobody reads the other end any more.
-int OutputIsClosed();
+bool OutputIsClosed();
 
 // From this call on a request to stop (Ctrl+C, a termination signal, a terminal that closes) no
 // longer ends the program at once; StopRequested tells that there was one.
 void CatchStopRequests();
-int StopRequested();
+bool StopRequested();

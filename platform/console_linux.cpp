@@ -4,7 +4,7 @@
 #include <csignal>
 #include <unistd.h>
 
-static int closedOutput;
+static bool closedOutput;
 static volatile std::sig_atomic_t stopRequested;
 
 std::vector<std::string> ConsoleArguments(int count, char **arguments)
@@ -20,21 +20,21 @@ void PrepareConsole()
     signal(SIGPIPE, SIG_IGN);
 }
 
-int IsTerminal(FILE *stream)
+bool IsTerminal(FILE *stream)
 {
-    return isatty(fileno(stream));
+    return isatty(fileno(stream)) != 0;
 }
 
-int PrintText(FILE *stream, const std::string &text)
+bool PrintText(FILE *stream, const std::string &text)
 {
     errno = 0;
     if (fwrite(text.data(), 1, text.size(), stream) == text.size() && fflush(stream) == 0)
-        return 1;
+        return true;
     closedOutput = errno == EPIPE;
-    return 0;
+    return false;
 }
 
-int OutputIsClosed()
+bool OutputIsClosed()
 {
     return closedOutput;
 }
@@ -51,7 +51,7 @@ void CatchStopRequests()
     signal(SIGHUP, NoteStop);
 }
 
-int StopRequested()
+bool StopRequested()
 {
-    return stopRequested;
+    return stopRequested != 0;
 }

@@ -8,7 +8,7 @@
 #include <io.h>
 #include <shellapi.h>
 
-static int closedOutput;
+static bool closedOutput;
 static volatile LONG stopRequested;
 
 static std::string Utf8(const WCHAR *wide)
@@ -59,13 +59,13 @@ void PrepareConsole()
     _setmode(_fileno(stderr), _O_BINARY);
 }
 
-int IsTerminal(FILE *stream)
+bool IsTerminal(FILE *stream)
 {
     DWORD mode;
     return GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) != 0;
 }
 
-static int WriteConsoleText(HANDLE console, const std::string &text)
+static bool WriteConsoleText(HANDLE console, const std::string &text)
 {
     const int length =
         MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
@@ -78,25 +78,25 @@ static int WriteConsoleText(HANDLE console, const std::string &text)
         const DWORD part = static_cast<DWORD>(std::min<size_t>(wide.size() - done, 8000));
         DWORD written = 0;
         if (!WriteConsoleW(console, wide.data() + done, part, &written, nullptr) || written == 0)
-            return 0;
+            return false;
         done += written;
     }
-    return 1;
+    return true;
 }
 
-int PrintText(FILE *stream, const std::string &text)
+bool PrintText(FILE *stream, const std::string &text)
 {
     if (IsTerminal(stream))
         return WriteConsoleText(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), text);
     errno = 0;
     if (fwrite(text.data(), 1, text.size(), stream) == text.size() && fflush(stream) == 0)
-        return 1;
+        return true;
     const DWORD error = GetLastError();
     closedOutput = errno == EPIPE || error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE;
-    return 0;
+    return false;
 }
 
-int OutputIsClosed()
+bool OutputIsClosed()
 {
     return closedOutput;
 }
@@ -112,7 +112,7 @@ void CatchStopRequests()
     SetConsoleCtrlHandler(NoteStop, TRUE);
 }
 
-int StopRequested()
+bool StopRequested()
 {
-    return stopRequested;
+    return stopRequested != 0;
 }

@@ -33,14 +33,14 @@ OutputFolder *MakeUnfinishedFolder(const OutputFolder *folder, std::string *name
     return MakeUnfinished(folder, name, MakeSubfolder);
 }
 
-int EndWithSeparator(char *folder, size_t size)
+bool EndWithSeparator(char *folder, size_t size)
 {
     const size_t length = strlen(folder);
     if (length == 0 || IsSeparator(folder, length - 1))
-        return 1;
+        return true;
     if (length + 2 > size)
-        return 0;
+        return false;
     folder[length] = pathSeparator;
     folder[length + 1] = 0;
-    return 1;
+    return true;
 }

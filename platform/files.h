@@ -17,7 +17,7 @@
 extern const char pathSeparator;
 
 // Whether the byte at this place separates the parts of a path.
-int IsSeparator(const char *path, size_t at);
+bool IsSeparator(const char *path, size_t at);
 
 // The length in bytes of the path's drive and folder, with the last separator; 0 for a bare file
 // name.
@@ -27,9 +27,9 @@ size_t FolderLength(const char *path);
 // points into path.
 const char *PathExtension(const char *path);
 
-// Appends the separator to a folder that is not empty and does not end with one. Returns 0, with
-// the text unchanged, when it does not fit into size bytes.
-int EndWithSeparator(char *folder, size_t size);
+// Appends the separator to a folder that is not empty and does not end with one. Returns false,
+// with the text unchanged, when it does not fit into size bytes.
+bool EndWithSeparator(char *folder, size_t size);
 
 // The path as it stands in an address after "file:///". On Linux without the slash that begins it,
 // and each byte that has a meaning of its own in addresses, or none, is %XX; on Windows unchanged.
@@ -67,13 +67,13 @@ void FailWritesPastLimit();
 // An open file's length in bytes; -1 on failure. The position is not kept: it is the end.
 int64_t FileLength(FILE *file);
 
-// Moves to an offset in bytes from the start. Returns 0 on failure.
-int SeekTo(FILE *file, uint64_t offset);
+// Moves to an offset in bytes from the start. Returns false on failure.
+bool SeekTo(FILE *file, uint64_t offset);
 
 // Reads `size` bytes from the file's start into memory that holds zeroes. What the file system
-// knows to be a hole of a sparse file is passed over, so that it costs no memory. Returns 0, with a
-// part read, when the file is shorter or cannot be read. The file's position is not kept.
-int ReadOverZeroes(FILE *file, void *zeroes, size_t size);
+// knows to be a hole of a sparse file is passed over, so that it costs no memory. Returns false,
+// with a part read, when the file is shorter or cannot be read. The file's position is not kept.
+bool ReadOverZeroes(FILE *file, void *zeroes, size_t size);
 
 // What FileErrorText says of what is no regular file.
 inline constexpr char notRegularText[] = "Not a regular file";
@@ -85,8 +85,8 @@ const char *FileErrorText();
 
 // Whether that was because the name is taken, or because the disk, or the user's part of it, is
 // full.
-int NameWasTaken();
-int DiskWasFull();
+bool NameWasTaken();
+bool DiskWasFull();
 
 // Takes over from the C library why a stream could not be written to or closed, right after that.
 void NoteStreamError();
@@ -94,17 +94,17 @@ void NoteStreamError();
 // --- folders that are read; names are UTF-8 ---
 
 // Whether a path leads to a folder.
-int IsFolder(const char *path);
+bool IsFolder(const char *path);
 
 // A regular file or a folder.
 struct FolderEntry {
     std::string name;
-    int isFolder;
+    bool isFolder;
 };
 
 // Lists the regular files and the folders in a folder, in no order. What leads elsewhere (a link, a
-// folder that stands for another place) is left out. Returns 0 on failure, with a part listed.
-int ListFolder(const char *path, std::vector<FolderEntry> *items);
+// folder that stands for another place) is left out. Returns false on failure, with a part listed.
+bool ListFolder(const char *path, std::vector<FolderEntry> *items);
 
 // --- folders that files are created in; names are UTF-8 ---
 
@@ -154,10 +154,10 @@ enum MoveResult {
 // Gives a file or a closed folder of one folder a name in another of the same disk, or a new one
 // where it is. A link that has the new name is replaced itself, never what it leads to.
 MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
-                       const char *newName, int replace);
+                       const char *newName, bool replace);
 
 // Whether something, a link also, has the name; 0 also when that cannot be found out.
-int ExistsInFolder(const OutputFolder *folder, const char *name);
+bool ExistsInFolder(const OutputFolder *folder, const char *name);
 
 // Deletes a file of the folder; of a link, the link itself. A failure is not told.
 void DeleteInFolder(const OutputFolder *folder, const char *name);

@@ -24,7 +24,7 @@ constexpr int notRegular = -1; // none of the system's numbers
 
 const char pathSeparator = '/';
 
-int IsSeparator(const char *path, size_t at)
+bool IsSeparator(const char *path, size_t at)
 {
     return path[at] == '/';
 }
@@ -149,34 +149,34 @@ int64_t FileLength(FILE *file)
     return ftello(file);
 }
 
-int SeekTo(FILE *file, uint64_t offset)
+bool SeekTo(FILE *file, uint64_t offset)
 {
     return offset <= INT64_MAX && fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 
-// Reads a run of the file; 0 when it ends early.
-static int ReadRun(int descriptor, char *bytes, size_t size, off_t offset)
+// Reads a run of the file; false when it ends early.
+static bool ReadRun(int descriptor, char *bytes, size_t size, off_t offset)
 {
     while (size > 0) {
         const ssize_t count = pread(descriptor, bytes, size, offset);
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
-            return 0;
+            return false;
         bytes += count;
         size -= static_cast<size_t>(count);
         offset += count;
     }
-    return 1;
+    return true;
 }
 
-int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
+bool ReadOverZeroes(FILE *file, void *zeroes, size_t size)
 {
     const int descriptor = fileno(file);
     const off_t end = static_cast<off_t>(size);
     struct stat status;
     if (fstat(descriptor, &status) != 0 || status.st_size < end)
-        return 0;
+        return false;
     for (off_t at = 0; at < end;) {
         off_t data = lseek(descriptor, at, SEEK_DATA);
         if (data < 0 && errno == ENXIO) // a hole to the end, or the file has become shorter
@@ -187,10 +187,10 @@ int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
         hole = std::min(hole, end);
         if (data < hole && !ReadRun(descriptor, static_cast<char *>(zeroes) + data,
                                     static_cast<size_t>(hole - data), data))
-            return 0;
+            return false;
         at = hole;
     }
-    return 1;
+    return true;
 }
 
 const char *FileErrorText()
@@ -198,12 +198,12 @@ const char *FileErrorText()
     return lastError == notRegular ? notRegularText : strerror(lastError);
 }
 
-int NameWasTaken()
+bool NameWasTaken()
 {
     return lastError == EEXIST;
 }
 
-int DiskWasFull()
+bool DiskWasFull()
 {
     return lastError == ENOSPC || lastError == EDQUOT;
 }
@@ -213,7 +213,7 @@ void NoteStreamError()
     lastError = errno;
 }
 
-int IsFolder(const char *path)
+bool IsFolder(const char *path)
 {
     struct stat status;
     return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
@@ -231,7 +231,7 @@ struct CloseDirectory {
 
 } // namespace
 
-int ListFolder(const char *path, std::vector<FolderEntry> *items)
+bool ListFolder(const char *path, std::vector<FolderEntry> *items)
 {
     items->clear();
     const std::unique_ptr<DIR, CloseDirectory> folder(opendir(path));
@@ -362,7 +362,7 @@ static int MoveBySteps(int from, const char *oldName, int to, const char *newNam
 }
 
 MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
-                       const char *newName, int replace)
+                       const char *newName, bool replace)
 {
     const int source = from->descriptor, target = to->descriptor;
     int failed = replace ? renameat(source, oldName, target, newName)
@@ -375,7 +375,7 @@ MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const Outp
     return errno == EEXIST || errno == ENOTEMPTY ? MoveExists : MoveFailed;
 }
 
-int ExistsInFolder(const OutputFolder *folder, const char *name)
+bool ExistsInFolder(const OutputFolder *folder, const char *name)
 {
     struct stat status;
     return fstatat(folder->descriptor, name, &status, AT_SYMLINK_NOFOLLOW) == 0;

@@ -18,12 +18,12 @@ constexpr DWORD notRegular = 1u << 29; // none of the system's numbers
 const char pathSeparator = '\\';
 
 // A separator's byte can be the second byte of a double-byte character of the code page.
-int IsSeparator(const char *path, size_t at)
+bool IsSeparator(const char *path, size_t at)
 {
     if (path[at] == '/')
-        return 1;
+        return true;
     if (path[at] != '\\' && path[at] != ':')
-        return 0;
+        return false;
     size_t place = 0;
     while (place < at)
         place += IsDBCSLeadByte(static_cast<BYTE>(path[place])) && path[place + 1] != 0 ? 2 : 1;
@@ -154,12 +154,12 @@ int64_t FileLength(FILE *file)
     return _ftelli64(file);
 }
 
-int SeekTo(FILE *file, uint64_t offset)
+bool SeekTo(FILE *file, uint64_t offset)
 {
     return offset <= INT64_MAX && _fseeki64(file, static_cast<int64_t>(offset), SEEK_SET) == 0;
 }
 
-int ReadOverZeroes(FILE *file, void *zeroes, size_t size)
+bool ReadOverZeroes(FILE *file, void *zeroes, size_t size)
 {
     return SeekTo(file, 0) && fread(zeroes, 1, size, file) == size;
 }
@@ -183,12 +183,12 @@ const char *FileErrorText()
     return text;
 }
 
-int NameWasTaken()
+bool NameWasTaken()
 {
     return lastError == ERROR_ALREADY_EXISTS || lastError == ERROR_FILE_EXISTS;
 }
 
-int DiskWasFull()
+bool DiskWasFull()
 {
     return lastError == ERROR_DISK_FULL || lastError == ERROR_HANDLE_DISK_FULL;
 }
@@ -198,7 +198,7 @@ void NoteStreamError()
     lastError = _doserrno;
 }
 
-int IsFolder(const char *path)
+bool IsFolder(const char *path)
 {
     const DWORD attributes = GetFileAttributesW(WholePath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -235,7 +235,7 @@ struct FolderSearch {
 
 } // namespace
 
-int ListFolder(const char *path, std::vector<FolderEntry> *items)
+bool ListFolder(const char *path, std::vector<FolderEntry> *items)
 {
     items->clear();
     std::wstring pattern = WholePath(path);
@@ -345,7 +345,7 @@ FILE *OpenEmptyFile(const OutputFolder *folder, const char *name)
 }
 
 MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const OutputFolder *to,
-                       const char *newName, int replace)
+                       const char *newName, bool replace)
 {
     if (MoveFileExW((from->path + Wide(oldName)).c_str(), (to->path + Wide(newName)).c_str(),
                     replace ? MOVEFILE_REPLACE_EXISTING : 0))
@@ -355,7 +355,7 @@ MoveResult MoveBetween(const OutputFolder *from, const char *oldName, const Outp
                                                                                : MoveFailed;
 }
 
-int ExistsInFolder(const OutputFolder *folder, const char *name)
+bool ExistsInFolder(const OutputFolder *folder, const char *name)
 {
     return GetFileAttributesW((folder->path + Wide(name)).c_str()) != INVALID_FILE_ATTRIBUTES;
 }

@@ -8,7 +8,7 @@
 
 // Whether the system knows the characters of a code page, by its Windows number (932, 1251, ...). 0
 // is the ANSI page and is always known.
-int KnowsCodePage(unsigned page);
+bool KnowsCodePage(unsigned page);
 
 // length bytes of a code page, zeroes included. What has no meaning in the page becomes U+FFFD, or
 // a character of the private area where Windows has it so; of a page that is not known, every byte

@@ -25,15 +25,15 @@ static bool HasTable(unsigned page)
     return page == 0 || page == 874 || (page >= 1250 && page <= 1258);
 }
 
-int KnowsCodePage(unsigned page)
+bool KnowsCodePage(unsigned page)
 {
     if (HasTable(page))
-        return 1;
+        return true;
     iconv_t converter = OpenConverter(page);
     if (!IsOpen(converter))
-        return 0;
+        return false;
     iconv_close(converter);
-    return 1;
+    return true;
 }
 
 static std::string Convert(iconv_t converter, const char *text, size_t length)

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-int KnowsCodePage(unsigned page)
+bool KnowsCodePage(unsigned page)
 {
     return page == 0 || IsValidCodePage(page);
 }

@@ -7,13 +7,13 @@
 
 static char settingsPath[MAX_PATH];
 
-// Appends a part of the path. Returns 0 when it does not fit.
-static int Append(const char *part)
+// Appends a part of the path. Returns false when it does not fit.
+static bool Append(const char *part)
 {
     if (strlen(settingsPath) + strlen(part) >= sizeof settingsPath)
-        return 0;
+        return false;
     strcat(settingsPath, part);
-    return 1;
+    return true;
 }
 
 char *UserSettingsPath(const char *name)
@@ -24,8 +24,8 @@ char *UserSettingsPath(const char *name)
         return settingsPath;
     SHGetPathFromIDListA(folder, settingsPath);
     CoTaskMemFree(folder);
-    const int fits = EndWithSeparator(settingsPath, sizeof settingsPath) && Append("Orrindale") &&
-                     EndWithSeparator(settingsPath, sizeof settingsPath) && Append(name);
+    const bool fits = EndWithSeparator(settingsPath, sizeof settingsPath) && Append("Orrindale") &&
+                      EndWithSeparator(settingsPath, sizeof settingsPath) && Append(name);
     if (!fits)
         settingsPath[0] = 0;
     return settingsPath;

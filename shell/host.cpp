@@ -12,9 +12,9 @@
 
 #define HOST_FILE "VLXPRO.EXE"
 
-// Stores the host module's folder: the one that the settings name, else the current one. Returns 0
-// for a folder that does not fit: cut, it would be another.
-static int FindHostFolder(char *folder)
+// Stores the host module's folder: the one that the settings name, else the current one. Returns
+// false for a folder that does not fit: cut, it would be another.
+static bool FindHostFolder(char *folder)
 {
     char found[MAX_PATH + 1];
     DWORD length = GetPrivateProfileStringA("Vellumax", "ApplicationPath", "", found, sizeof found,
@@ -22,10 +22,10 @@ static int FindHostFolder(char *folder)
     if (length == 0)
         length = GetCurrentDirectoryA(sizeof found, found);
     if (length >= MAX_PATH)
-        return 0;
+        return false;
     memcpy(folder, found, length);
     folder[length] = 0;
-    return 1;
+    return true;
 }
 
 // Stores the host module's path, or the empty text when it does not fit.
@@ -47,13 +47,13 @@ static void ReportMissingHost()
 
 // The host's code is never to run: a library with an entry point is not loaded, nor is what tells
 // late whether it is one.
-static int MayRunCode(const char *path)
+static bool MayRunCode(const char *path)
 {
     BYTE start[16384];
     size_t headers;
     FILE *file = OpenPathForReading(path);
     if (file == nullptr)
-        return 0; // nothing to load either
+        return false; // nothing to load either
     const ByteReader image = OpenBytes(start, fread(start, 1, sizeof start, file));
     fclose(file);
     return !FindPeHeaders(image, &headers) || RunsWhenLoaded(image, headers);

@@ -77,7 +77,7 @@ static void LayOutChildren(HWND window)
     MoveWindow(GetDlgItem(window, IDC_PANE), paneLeft, 0, width - paneLeft, height, TRUE);
 }
 
-static int IsTooSmall(const RECT *outer)
+static bool IsTooSmall(const RECT *outer)
 {
     return outer->right - outer->left < MAIN_WINDOW_WIDTH ||
            outer->bottom - outer->top < MAIN_WINDOW_HEIGHT;
@@ -99,8 +99,9 @@ static void OnSize(HWND window)
 
 // --- selection and menu states ---
 
-// Copies the selected entry. Returns 0 when nothing is selected or the catalogue no longer has it.
-static int GetSelectedEntry(ResourceEntry *entry)
+// Copies the selected entry. Returns false when nothing is selected or the catalogue no longer has
+// it.
+static bool GetSelectedEntry(ResourceEntry *entry)
 {
     return selectedIndex >= 0 && selectedIndex < openCatalog.count &&
            GetEntry(openCatalog.entries, entry, selectedIndex);
@@ -110,7 +111,7 @@ static void ApplyMenuStates(HWND window)
 {
     ResourceEntry entry;
     HMENU menu = GetMenu(window);
-    const int isWave = GetSelectedEntry(&entry) && entry.isWave != 0;
+    const bool isWave = GetSelectedEntry(&entry) && entry.isWave != 0;
     EnableMenuItem(menu, IDM_SAVE_AS, selectedIndex != NO_ENTRY ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, IDM_PLAY, isWave ? MF_ENABLED : MF_GRAYED);
 }

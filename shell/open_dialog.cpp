@@ -31,7 +31,7 @@ int ShowOpenDialog(HWND owner, char *path)
     request.nMaxFile = sizeof name;
     request.lpstrInitialDir = path[0] != 0 ? folder : nullptr;
     request.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
-    const int chosen = GetOpenFileNameA(&request) != 0;
+    const bool chosen = GetOpenFileNameA(&request) != 0;
     if (chosen) {
         strcpy(path, name);
         rememberedFilter = request.nFilterIndex;

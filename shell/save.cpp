@@ -35,13 +35,13 @@ int AskSaveFileName(HWND owner, char *name, const char *filters)
     request.lpstrFileTitle = title;
     request.nMaxFileTitle = sizeof title;
     request.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY;
-    const int confirmed = GetSaveFileNameA(&request) != 0;
+    const bool confirmed = GetSaveFileNameA(&request) != 0;
     UpdateWindow(owner);
     return confirmed;
 }
 
 // Whether the writer had created the file before it failed with this outcome.
-static int WasCreated(WriteOutcome outcome, const ExportFormat *format)
+static bool WasCreated(WriteOutcome outcome, const ExportFormat *format)
 {
     return outcome == WriteShort || (outcome == WriteDataUnavailable && !format->asksDataFirst);
 }

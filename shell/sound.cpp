@@ -9,7 +9,7 @@
 
 static HGLOBAL soundBlock;
 static const void *soundAddress;
-static int soundIsCopy; // the block is not the catalogue's
+static bool soundIsCopy; // the block is not the catalogue's
 
 // The player trusts the size that the RIFF header gives. Many old writers store 8 too many, so such
 // a sound is played from a copy that tells its size truly. Stores the copy, locked, and returns its
@@ -25,7 +25,7 @@ static const void *CopyWithTrueSize(const BYTE *data, DWORD size, HGLOBAL *copy)
     return to;
 }
 
-static int TellsTrueSize(const BYTE *data, DWORD size)
+static bool TellsTrueSize(const BYTE *data, DWORD size)
 {
     ByteReader bytes = OpenBytes(data, size);
     const DWORD rest = ReadU32(&bytes, 4);
@@ -63,5 +63,5 @@ void ForgetSound()
 {
     soundBlock = nullptr;
     soundAddress = nullptr;
-    soundIsCopy = 0;
+    soundIsCopy = false;
 }

@@ -48,7 +48,7 @@ static void MakeChildren()
                     (HMENU)(UINT_PTR)IDC_PANE, globals.instance, nullptr);
 }
 
-int StartUp(HINSTANCE instance, char *commandLine, int showCommand)
+bool StartUp(HINSTANCE instance, char *commandLine, int showCommand)
 {
     globals.instance = instance;
     FailWritesPastLimit();
@@ -59,7 +59,7 @@ int StartUp(HINSTANCE instance, char *commandLine, int showCommand)
                                          MAIN_WINDOW_HEIGHT, nullptr, nullptr, instance, nullptr);
     // Without its window nothing could ever end the program.
     if (globals.mainWindow == nullptr)
-        return 0;
+        return false;
     FindProgramDirectory();
     MakeChildren();
     DragAcceptFiles(globals.mainWindow, TRUE);
@@ -71,7 +71,7 @@ int StartUp(HINSTANCE instance, char *commandLine, int showCommand)
     SetNoFileTitle();
     PostMessageA(globals.mainWindow, WM_OPEN_FILE, 0, (LPARAM)commandLine);
     SetFocus(globals.mainWindow);
-    return 1;
+    return true;
 }
 
 void ShutDown()

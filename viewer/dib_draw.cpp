@@ -64,7 +64,7 @@ void DrawIconImage(HDC dc, int x, int y, const void *icon, LONG *width, LONG *he
     *height = header.height / 2;
     *bitCount = header.bitCount;
     if (header.bitCount == 32) {
-        HGLOBAL flat = FlattenOverWhite(icon, 1);
+        HGLOBAL flat = FlattenOverWhite(icon, true);
         if (flat == nullptr) {
             *width = *height = 0;
             *bitCount = 0;

@@ -43,7 +43,7 @@ static void PaintBitmap(HDC dc, const RECT *rect, const ResourceEntry *entry)
     const POINT at = CenterPicture(rect, width, height);
     const void *data = GlobalLock(entry->data);
     if (data != nullptr) {
-        if (PictureFits(data, entry->size, 0))
+        if (PictureFits(data, entry->size, false))
             DrawDibAt(dc, at.x, at.y, data, entry->size, SRCCOPY);
         GlobalUnlock(entry->data);
     }
@@ -60,7 +60,7 @@ static void PaintIconImage(HDC dc, const RECT *rect, const void *icon, DWORD siz
     LONG width = header.width;
     LONG height = header.height / 2;
     WORD bitCount = header.bitCount;
-    if (PictureFits(icon, size, 1))
+    if (PictureFits(icon, size, true))
         DrawIconImage(dc, at.x, at.y, icon, &width, &height, &bitCount);
     DrawInformationLine(dc, rect, at.y, width, height, bitCount, "");
 }
@@ -92,7 +92,7 @@ static void DrawStrings(HDC dc, const RECT *rect, const BYTE *data, DWORD size)
     }
 }
 
-static int IsLetter(BYTE cell)
+static bool IsLetter(BYTE cell)
 {
     return (cell >= 'A' && cell <= 'Z') || (cell >= 'a' && cell <= 'z');
 }

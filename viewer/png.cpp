@@ -24,13 +24,13 @@ int MakeTempFileName(char *out, const char *prefix, const char *extension, UINT 
     return (int)strlen(out);
 }
 
-static int WriteTempFile(const char *name, const void *data, DWORD size)
+static bool WriteTempFile(const char *name, const void *data, DWORD size)
 {
     FILE *file = fopen(name, "wb");
     if (file == nullptr)
-        return 0;
+        return false;
     const size_t written = fwrite(data, 1, size, file);
-    const int closed = fclose(file) == 0;
+    const bool closed = fclose(file) == 0;
     return closed && written == size;
 }
 
@@ -45,7 +45,7 @@ static HGLOBAL DecodeFlat(const char *name)
     const void *dib = GlobalLock(decoded);
     if (dib != nullptr) {
         if (PictureFits(dib, (DWORD)GlobalSize(decoded), 0))
-            flat = FlattenOverWhite(dib, 0);
+            flat = FlattenOverWhite(dib, false);
         GlobalUnlock(decoded);
     }
     GlobalFree(decoded);
@@ -65,27 +65,27 @@ static void DecodeAndDraw(HDC dc, const RECT *rect, const char *name, PngPicture
     GlobalFree(flat);
 }
 
-static int DrawLocked(HDC dc, const RECT *rect, const BYTE *data, DWORD size, PngPicture *picture)
+static bool DrawLocked(HDC dc, const RECT *rect, const BYTE *data, DWORD size, PngPicture *picture)
 {
     char name[MAX_PATH];
     if (size < sizeof signature || memcmp(data, signature, sizeof signature) != 0)
-        return 0;
+        return false;
     if (MakeTempFileName(name, "VLXP", ".png", 1) == 0)
-        return 0;
-    const int taken = WriteTempFile(name, data, size);
+        return false;
+    const bool taken = WriteTempFile(name, data, size);
     if (taken)
         DecodeAndDraw(dc, rect, name, picture);
     remove(name);
     return taken;
 }
 
-int DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture)
+bool DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture)
 {
     *picture = {};
     const BYTE *locked = (const BYTE *)GlobalLock(data);
     if (locked == nullptr)
-        return 0;
-    const int taken = DrawLocked(dc, rect, locked, size, picture);
+        return false;
+    const bool taken = DrawLocked(dc, rect, locked, size, picture);
     GlobalUnlock(data);
     return taken;
 }

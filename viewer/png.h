@@ -12,10 +12,10 @@ struct PngPicture {
     LONG y;        // of the picture's top edge, from rect's
 };
 
-// Draws a PNG picture of size bytes, blended over white and centred in rect. Returns 1 when the
+// Draws a PNG picture of size bytes, blended over white and centred in rect. Returns true when the
 // data is a PNG picture and its temporary file was written whole, even if it could then not be
 // decoded; 0 leaves the data to the drawing of icon images.
-int DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture);
+bool DrawPngImage(HDC dc, const RECT *rect, HGLOBAL data, DWORD size, PngPicture *picture);
 
 // Makes a name in the temporary folder from the first three characters of prefix, a number that is
 // not 0 and extension (with its dot). out holds at least MAX_PATH bytes. No file is made. Returns
