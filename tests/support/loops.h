@@ -57,21 +57,6 @@ inline void SelectItem(HWND tree, HTREEITEM item)
     SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, (LPARAM)item);
 }
 
-// Does in a tree what it tells with a code.
-inline void ActInTree(HWND tree, UINT code)
-{
-    if (code == (UINT)NM_CLICK)
-        Click(tree, 40, 10);
-    else if (code == (UINT)NM_DBLCLK)
-        DoubleClick(tree, 40, 10);
-    else if (code == (UINT)TVN_KEYDOWN)
-        SendMessageA(tree, WM_KEYDOWN, VK_DOWN, 0);
-    else
-        SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, // of a closed item's child opens it
-                     SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD,
-                                  SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0)));
-}
-
 inline void TakeInput(HWND window, bool takes)
 {
     EnableWindow(window, takes);
@@ -156,11 +141,6 @@ inline void DoubleClick(HWND window, int x, int y)
 inline void SelectItem(HWND tree, HTREEITEM item)
 {
     ReportTreeSelection(tree, item);
-}
-
-inline void ActInTree(HWND tree, UINT code)
-{
-    ReportTreeEvent(tree, code);
 }
 
 inline void TakeInput(HWND window, bool takes)

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTreeView>
 
 // Dispatches until nothing has come for that many of Qt's steps.
@@ -24,6 +25,16 @@ inline void RunUntilIdle(int steps = 3)
             ++idle;
         }
     }
+}
+
+inline void SendMouse(QWidget *widget, QEvent::Type type, QPoint place,
+                      Qt::MouseButton button = Qt::LeftButton)
+{
+    const bool isMove = type == QEvent::MouseMove;
+    QMouseEvent event(type, place, widget->mapToGlobal(place), isMove ? Qt::NoButton : button,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+    RunUntilIdle();
 }
 
 inline QWidget *WidgetWithId(int id)

@@ -100,19 +100,4 @@ TEST_F(TreeTest, DeletingTheRootEmptiesTheTreeForNewItems)
     EXPECT_EQ(Level(Next(TVGN_ROOT)), "again=0, again=0, again=0");
 }
 
-TEST_F(TreeTest, HandsBackTheImageListItHeldBefore)
-{
-    const auto set = [this](HIMAGELIST list) {
-        return (HIMAGELIST)(SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, (LPARAM)list));
-    };
-    HIMAGELIST first = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
-    HIMAGELIST second = ImageList_Create(16, 14, ILC_COLOR8, 2, 0);
-    ASSERT_NE(first, nullptr);
-    EXPECT_EQ(set(first), nullptr);
-    EXPECT_EQ(set(second), first);
-    EXPECT_EQ(set(nullptr), second);
-    ImageList_Destroy(first);
-    ImageList_Destroy(second);
-}
-
 } // namespace

@@ -148,13 +148,3 @@ TEST(DibBitmap, LongerHeadersHoldTheirMasks)
         EXPECT_EQ(Drawn(info, {255, 0, 0, 0, 0, 0, 255, 0}), "RBYYYY\nYYYYYY\nYYYYYY\n") << size;
     }
 }
-
-TEST(DibBitmap, FewBitsFillAChannel)
-{
-    const Canvas canvas(2, 1);
-    const WORD pixels[] = {0x0821, 0x8410};
-    EXPECT_TRUE(Draw(canvas, Info(Header(2, 1, 16, BI_BITFIELDS), {0xF800, 0x07E0, 0x001F}).data(),
-                     pixels));
-    EXPECT_EQ(canvas.At(0, 0), RGB(8, 4, 8));
-    EXPECT_EQ(canvas.At(1, 0), RGB(132, 130, 132));
-}

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -84,4 +86,7 @@ TEST(Settings, FolderIsUnderHomeUnlessTold)
     }
     const Variable user("XDG_CONFIG_HOME", "/" + std::string(MAX_PATH, 'a'));
     EXPECT_EQ(SettingsFolder(), "");
+    // With no home told either, under the one that the system keeps for the user.
+    const Variable none("XDG_CONFIG_HOME", ""), home("HOME", "relative");
+    EXPECT_EQ(SettingsFolder(), std::string(getpwuid(getuid())->pw_dir) + "/.config");
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
+#include <csignal>
 #include <fstream>
 
 #include "platform/native/qt/display.h"
@@ -34,6 +35,9 @@ struct Display : testing::Environment {
         static char name[] = "qt_tests";
         static char *arguments[] = {name, nullptr};
         static int count = 1;
+        // A run in the background ignores them, and what is ignored stays so.
+        for (const int number : {SIGHUP, SIGINT})
+            signal(number, SIG_DFL);
         usualHandler = qInstallMessageHandler(TellAllButWhatOffscreenLacks);
         AttachDisplay(&count, arguments);
     }

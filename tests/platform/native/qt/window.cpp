@@ -1,17 +1,14 @@
 // The real window on the offscreen display, by real mouse and key events.
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QAction>
 #include <QDialogButtonBox>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QMouseEvent>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
@@ -20,10 +17,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include "platform/native/qt/frames.h"
 #include "platform/native/qt/text.h"
-#include "platform/native/user/input.h"
 #include "platform/native/user/window_table.h"
 #include "samples/builder/builder.h"
 #include "shell/main_window.h"
@@ -69,21 +68,6 @@ bool WaitFor(const std::function<bool()> &isTrue)
 template <typename Dialog> Dialog *Shown()
 {
     return dynamic_cast<Dialog *>(QApplication::activeModalWidget());
-}
-
-QMenu *ShownMenu()
-{
-    return dynamic_cast<QMenu *>(QApplication::activePopupWidget());
-}
-
-void SendMouse(QWidget *widget, QEvent::Type type, QPoint place,
-               Qt::MouseButton button = Qt::LeftButton)
-{
-    const bool isMove = type == QEvent::MouseMove;
-    QMouseEvent event(type, place, widget->mapToGlobal(place), isMove ? Qt::NoButton : button,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : button, Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
-    RunUntilIdle();
 }
 
 struct QtWindow : testing::Test {
@@ -175,62 +159,6 @@ struct QtWindow : testing::Test {
     }
 };
 
-TEST_F(QtWindow, ShowsItsTitleAndMenuInTheScreensMiddle)
-{
-    EXPECT_TRUE(Frame()->isVisible());
-    EXPECT_TRUE(WaitFor([] { return OuterSize() == QSize(620, 440); }));
-    EXPECT_EQ(Frame()->frameGeometry().center(), QPoint(300 + 499, 100 + 399));
-    EXPECT_EQ(Frame()->windowHandle()->title().toStdString(), "Quillmoor [ " + commandLine + " ] ");
-    EXPECT_FALSE(Frame()->windowIcon().isNull());
-    EXPECT_TRUE(Action(IDM_CLOSE)->isEnabled());
-    EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
-    EXPECT_EQ(Action(IDM_SAVE_AS)->text(), "Save &as...");
-}
-
-TEST_F(QtWindow, KeysSelectAnItemWhoseLabelIsHighlightedAndThePaneDraws)
-{
-    SelectByKeys(1, 0);
-    EXPECT_TRUE(Action(IDM_SAVE_AS)->isEnabled());
-    const QImage pane = Pane()->grab().toImage(), tree = Tree()->viewport()->grab().toImage();
-    const QPoint middle = Pane()->rect().center();
-    EXPECT_EQ(pane.pixelColor(middle), QColor(255, 0, 0));
-    EXPECT_EQ(pane.pixelColor(middle - QPoint(0, 20)), QColor(255, 255, 255));
-    const QRect item = Tree()->visualRect(Tree()->currentIndex());
-    const QColor highlight = Tree()->palette().color(QPalette::Highlight);
-    int first = 0;
-    while (first < tree.width() && tree.pixelColor(first, item.bottom() - 1) != highlight)
-        ++first;
-    EXPECT_GE(first, item.left() + 16); // the picture is 16 wide and has a ground of its own
-    EXPECT_LT(first, item.left() + 32);
-    // Back on the category nothing is drawn.
-    PressKey(Tree(), Qt::Key_Up);
-    RunUntilIdle();
-    EXPECT_EQ(Pane()->grab().toImage().pixelColor(middle), QColor(255, 255, 255));
-    EXPECT_FALSE(Action(IDM_SAVE_AS)->isEnabled());
-}
-
-TEST_F(QtWindow, TheSplitterIsDraggedAndTheBarLiesAboveBothChildren)
-{
-    const auto greys = [](int x) {
-        const QImage image = Frame()->grab().toImage();
-        int count = 0;
-        for (int y = Frame()->height() - 60; y < Frame()->height() - 20; ++y)
-            count += image.pixelColor(x, y) != QColor(255, 255, 255);
-        return count;
-    };
-    SendMouse(Client(), QEvent::MouseButtonPress, {180, 200});
-    for (int x : {230, 150}) {
-        SendMouse(Client(), QEvent::MouseMove, {x, 200});
-        EXPECT_EQ(greys(x), 20);
-    }
-    EXPECT_EQ(greys(230), 0);
-    SendMouse(Client(), QEvent::MouseButtonRelease, {150, 200});
-    EXPECT_EQ(Tree()->width(), 148);
-    EXPECT_EQ(Pane()->x(), 152);
-    EXPECT_EQ(greys(140), 0);
-    EXPECT_TRUE(WindowOf(globals.mainWindow)->overlay.covered.empty());
-}
-
 TEST_F(QtWindow, TooSmallASizeIsPutBackAndALargerOneLaidOut)
 {
     Frame()->resize(Frame()->width() + 80, Frame()->height() + 60);
@@ -276,105 +204,6 @@ TEST_F(QtWindow, NoBorderIsLostWhereAPixelIsAPixelAndAPart)
     }
 }
 
-TEST_F(QtWindow, ARightPressAndKeysOfferTheContextMenu)
-{
-    SelectByKeys(0, 1);
-    const std::function<void(QWidget *)> ways[] = {
-        [](QWidget *widget) {
-            QWidget *pressed = widget == Tree() ? Tree()->viewport() : widget;
-            SendMouse(pressed, QEvent::MouseButtonPress, {50, 5}, Qt::RightButton);
-        },
-        [](QWidget *widget) {
-            QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
-            QApplication::sendEvent(widget, &event);
-        },
-        [](QWidget *widget) {
-            widget->setFocus();
-            PressKey(widget, Qt::Key_F10, Qt::ShiftModifier);
-        },
-    };
-    const QStringList both = {"Save &as...", "&Play (gray)"};
-    for (const auto &ask : ways)
-        for (QWidget *where : {Pane(), static_cast<QWidget *>(Tree())}) {
-            QStringList texts;
-            Follow({{ShownMenu, [&] {
-                         for (const QAction *action : ShownMenu()->actions())
-                             texts.append(action->text() + (action->isEnabled() ? "" : " (gray)"));
-                         PressKey(ShownMenu(), Qt::Key_Escape);
-                     }}});
-            ask(where);
-            RunUntilIdle();
-            EXPECT_EQ(texts, where == Pane() ? both : both.mid(0, 1));
-            // The press selected nothing.
-            EXPECT_EQ(Tree()->currentIndex().data().toString(), "TEXT (4 bytes)");
-        }
-}
-
-TEST_F(QtWindow, F10OpensTheFirstMenu)
-{
-    for (QWidget *widget : {Client(), static_cast<QWidget *>(Tree()), Pane()}) {
-        PressKey(widget, Qt::Key_F10);
-        ASSERT_NE(ShownMenu(), nullptr);
-        EXPECT_EQ(ShownMenu()->activeAction(), Action(IDM_OPEN));
-        PressKey(ShownMenu(), Qt::Key_Escape);
-        EXPECT_EQ(ShownMenu(), nullptr);
-    }
-}
-
-TEST_F(QtWindow, ScreenReadersAreToldWhatIsShown)
-{
-    const auto of = [](QObject *object) { return QAccessible::queryAccessibleInterface(object); };
-    EXPECT_EQ(of(Frame())->role(), QAccessible::Window);
-    EXPECT_EQ(of(Frame())->text(QAccessible::Name).toStdString(),
-              "Quillmoor [ " + commandLine + " ] ");
-    EXPECT_EQ(of(Tree())->text(QAccessible::Name), "Resources");
-    QAccessibleInterface *pane = of(Pane());
-    QAccessibleTextInterface *text = pane->textInterface();
-    ASSERT_NE(text, nullptr);
-    EXPECT_EQ(pane->text(QAccessible::Name), "View");
-    EXPECT_TRUE(pane->state().readOnly);
-    const auto shown = [text] { return text->text(0, text->characterCount()); };
-    EXPECT_EQ(shown(), "");
-    SelectByKeys(1, 0);
-    EXPECT_EQ(shown(), "32 X 16, 1 bits");
-    const QModelIndex item = Tree()->currentIndex();
-    EXPECT_EQ(item.data(Qt::AccessibleDescriptionRole), "level 2, 1 of 1");
-    EXPECT_EQ(item.parent().data(Qt::AccessibleDescriptionRole), "level 1, 2 of 4");
-    SelectByKeys(0, 1);
-    EXPECT_EQ(shown(), "41 31 20 7A " + QString(37, ' ') + "A..z");
-    PressKey(Tree(), Qt::Key_Home);
-    RunUntilIdle();
-    EXPECT_EQ(shown(), "");
-}
-
-TEST_F(QtWindow, TheAboutBoxIsDrivenByKeys)
-{
-    QWidget *box = nullptr;
-    bool stayedOpen = false;
-    QStringList names;
-    const auto isShown = [] {
-        return Shown<QWidget>() && Shown<QWidget>()->windowTitle() == "About";
-    };
-    const auto lookAndEscape = [&] {
-        box = Shown<QWidget>();
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(box)->role(), QAccessible::Dialog);
-        for (QWidget *inner : box->findChildren<QWidget *>())
-            names += QAccessible::queryAccessibleInterface(inner)->text(QAccessible::Name);
-        PressKey(box->focusWidget() ? box->focusWidget() : box, Qt::Key_Escape);
-    };
-    const auto confirm = [&] {
-        stayedOpen = Shown<QWidget>() == box;
-        PressKey(box->findChild<QPushButton *>(), Qt::Key_Return);
-    };
-    SetFocus(GetDlgItem(globals.mainWindow, IDC_TREE));
-    Command(IDM_ABOUT, {{isShown, lookAndEscape}, {[] { return true; }, confirm}});
-    EXPECT_TRUE(stayedOpen);
-    EXPECT_EQ(FocusWindow(), GetDlgItem(globals.mainWindow, IDC_TREE));
-    EXPECT_EQ(names.filter("Quillmoor version 3.0a").size(), 1);
-    EXPECT_TRUE(names.contains("Picture") && names.contains("OK"));
-    EXPECT_FALSE(isShown());
-}
-
 // --- the file choosers ---
 
 QLineEdit *NameField()
@@ -409,19 +238,9 @@ TEST_F(QtWindow, TheSaveChooserKeepsTheNameAndAsksBeforeItReplaces)
     const std::string path = File("no extension");
     std::ofstream(path) << "old";
     const Step confirm = Confirm(QString::fromStdString(path));
-    QString offered, filter;
     QStringList asked;
-    const auto look = [&] {
-        offered = NameField()->text();
-        filter = Shown<QFileDialog>()->nameFilters().join('|');
-    };
-    Command(IDM_SAVE_AS, {{Shown<QFileDialog>, look},
-                          confirm,
-                          Answer(QMessageBox::No, &asked),
-                          confirm,
-                          Answer(QMessageBox::Yes, &asked)});
-    EXPECT_EQ(offered, "TEXT.BIN");
-    EXPECT_EQ(filter, "Binary files (*.BIN)|All files (*)");
+    Command(IDM_SAVE_AS,
+            {confirm, Answer(QMessageBox::No, &asked), confirm, Answer(QMessageBox::Yes, &asked)});
     EXPECT_EQ(asked.filter("no extension").size(), 2);
     EXPECT_EQ(std::filesystem::file_size(path), 4u);
 
@@ -532,43 +351,24 @@ TEST_F(QtWindow, CyclesOfOpenLookAndCloseLeaveNoMemoryBehind)
     EXPECT_LE(ResidentPages(), after100 + 64);
 }
 
-TEST(QtProgram, RunsUntilItsExit)
+TEST(QtProgram, OpensTheFileThatItsArgumentsNameAndEndsBySignal)
 {
-    Follow({{[] { return globals.mainWindow != nullptr; },
-             [] { SendMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); }}});
-    char commandLine[] = "none.dll";
-    EXPECT_EQ(WinMain(GetModuleHandleA(nullptr), nullptr, commandLine, SW_SHOWNORMAL), 0);
-    EXPECT_EQ(globals.mainWindow, nullptr);
-}
-
-TEST_F(QtWindow, TheFirstFileDroppedIsOpened)
-{
-    // A name that is no UTF-8 keeps its bytes.
-    const std::string path = File("") + "/caf\xE9 %41.dll";
-    EXPECT_TRUE(WriteBytes(path.c_str(), BuildPe({{{10, 1, {1}}}}).bytes));
-    const struct {
-        QByteArrayList addresses;
-        int isTaken;
-    } cases[] = {
-        {{"https://example.org/a.dll", "file://elsewhere/a.dll"}, 0},
-        {{"file://" + QByteArray::fromStdString(path).toPercentEncoding("/"), "file:///b"}, 1},
-    };
-    for (const auto &c : cases) {
-        QMimeData data;
-        QList<QUrl> addresses;
-        for (const QByteArray &address : c.addresses)
-            addresses.append(QUrl(QString::fromLatin1(address)));
-        data.setUrls(addresses);
-        QDragEnterEvent enter({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        enter.ignore();
-        QApplication::sendEvent(Frame(), &enter);
-        EXPECT_EQ(enter.isAccepted(), c.isTaken);
-        QDropEvent drop({200, 200}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(Frame(), &drop);
-        RunUntilIdle();
-        EXPECT_EQ(WindowOf(globals.mainWindow)->text.find(path) != std::string::npos, c.isTaken);
-    }
-    std::filesystem::remove(path); // Qt does not find it when it empties the folder
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("-style b.dll").toStdString();
+    std::ofstream(path) << "no executable";
+    const int watch = inotify_init1(IN_CLOEXEC);
+    ASSERT_NE(inotify_add_watch(watch, path.c_str(), IN_OPEN), -1);
+    QProcess program;
+    program.setWorkingDirectory(folder.path());
+    program.start(BUILD_FOLDER "/quillmoor", {"-style", "b.dll"});
+    pollfd opened = {watch, POLLIN, 0};
+    EXPECT_EQ(poll(&opened, 1, 20000), 1);
+    EXPECT_FALSE(program.waitForFinished(200));
+    program.terminate();
+    EXPECT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    close(watch);
 }
 
 } // namespace

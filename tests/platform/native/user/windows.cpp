@@ -79,21 +79,6 @@ TEST_F(NativeWindow, AManagerIsAskedOnceForEachSizeThatItGives)
     EXPECT_LT(questions, 9);
 }
 
-TEST_F(NativeWindow, TheFramesWidthsCountToTheOuterRectangleOnly)
-{
-    std::vector<LPARAM> sizes;
-    actions[WM_SIZE] = [&](HWND, WPARAM, LPARAM size) -> LRESULT {
-        return sizes.push_back(size), 0;
-    };
-    ReportRect(window, {90, 20, 310, 155}, {5, 25, 5, 10});
-    ReportRect(window, {90, 20, 290, 155}, {5, 25, 5, 10});
-    EXPECT_EQ(sizes, (std::vector<LPARAM>{MAKELPARAM(210, 100), MAKELPARAM(190, 100)}));
-    POINT origin = {0, 0};
-    ClientToScreen(window, &origin);
-    EXPECT_EQ(origin.x, 95);
-    EXPECT_EQ(origin.y, 45);
-}
-
 // --- pixels, input ---
 
 TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
@@ -112,22 +97,6 @@ TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
     EXPECT_EQ(pixels.memory.size(),
               120u * (size_t)MemoryEdge(pixels.surface, pixels.surface.height));
     EXPECT_EQ(pixels.memory.back() & 0xFFFFFF, 0xFFFFFFu);
-}
-
-TEST_F(NativeWindow, InputComesAfterWhatIsPostedAndBeforePainting)
-{
-    actions[WM_LBUTTONDOWN] = [](HWND, WPARAM, LPARAM) -> LRESULT {
-        return told.push_back("down"), 0;
-    };
-    actions[WM_PAINT] = [](HWND painted, WPARAM, LPARAM) -> LRESULT {
-        told.push_back("paint");
-        return DefWindowProcA(painted, WM_PAINT, 0, 0);
-    };
-    InvalidateRect(window, nullptr, TRUE);
-    ReportMouse(window, WM_LBUTTONDOWN, 1, 1);
-    PostMessageA(window, WM_COMMAND, 1, 0);
-    RunWaiting();
-    EXPECT_EQ(told, (Lines{"command 1", "down", "paint"}));
 }
 
 // --- popup menus, choosers ---
