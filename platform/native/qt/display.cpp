@@ -308,8 +308,6 @@ static void AskEndOfSession(QSessionManager &session)
 
 void AttachDisplay(int *argc, char **argv)
 {
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     application = std::make_unique<QApplication>(*argc, argv);
     application->setApplicationName(QStringLiteral("quillmoor"));
     application->setDesktopFileName(QStringLiteral("quillmoor"));

@@ -42,7 +42,6 @@ FrameWidget::FrameWidget(HWND shown, QWidget *owner)
       client(new SurfaceWidget(shown, this)), overlay(new OverlayWidget(shown, this))
 {
     const Window *record = WindowOf(window);
-    setAttribute(Qt::WA_QuitOnClose, false);
     setAcceptDrops(true);
     if (GetMenu(window))
         menuBar = MakeMenuBar(window, this);

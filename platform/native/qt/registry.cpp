@@ -25,7 +25,6 @@ void EnterWidget(HWND window, QWidget *widget)
 
 void DropWidget(HWND window, QWidget *outermost)
 {
-    outermost->hide();
     widgets.remove(window);
     DropLater(outermost);
 }

@@ -14,11 +14,11 @@
 
 QString FromCodePage(const char *text, int bytes)
 {
-    QString wide(std::max(bytes, 0), Qt::Uninitialized);
-    const int length = bytes > 0 ? MultiByteToWideChar(CP_ACP, 0, text, bytes,
-                                                       reinterpret_cast<LPWSTR>(wide.data()), bytes)
-                                 : 0;
-    wide.truncate(length);
+    if (bytes <= 0)
+        return {};
+    QString wide(bytes, Qt::Uninitialized);
+    wide.truncate(
+        MultiByteToWideChar(CP_ACP, 0, text, bytes, reinterpret_cast<LPWSTR>(wide.data()), bytes));
     return wide;
 }
 

@@ -129,14 +129,12 @@ TreeWidget::TreeWidget(HWND tree, QWidget *parent)
     setCursor(Qt::ArrowCursor);
     setFrameStyle(WindowOf(tree)->style & WS_BORDER ? QFrame::Box | QFrame::Plain
                                                     : QFrame::NoFrame);
-    setLineWidth(1);
     setModel(items);
     setHeaderHidden(true);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideNone);
-    setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectItems); // whole rows would be highlighted
     setIconSize({16, 14});
     setAccessibleName(treeName);

@@ -307,7 +307,9 @@ TEST(QtLooks, AreWhatTheirTextTells)
     char none[] = "";
     ASSERT_TRUE(StartUp(GetModuleHandleA(nullptr), none, SW_SHOWNORMAL));
     RunUntilIdle();
-    Lines told = {"Light: " + ColorsOf(LightPalette())};
+    Lines told = {QGuiApplication::applicationName().toStdString(),
+                  QGuiApplication::desktopFileName().toStdString(),
+                  "Light: " + ColorsOf(LightPalette())};
     const auto tellWindow = [&told](const char *heading) {
         RunUntilIdle();
         told.push_back(heading);
