@@ -7,6 +7,8 @@
 #include "export/group_file.h"
 #include "tests/fuzz/fuzz.h"
 
+#include <algorithm>
+
 // What the resource's own layout tells.
 static void ReadContent(FilePages *pages, const Survey &survey, const PictureIndex &pictures,
                         const SurveyedResource &resource)
@@ -35,6 +37,22 @@ static void ReadContent(FilePages *pages, const Survey &survey, const PictureInd
     ReadMessageTable(bytes.data(), bytes.size(), 1252, &texts);
 }
 
+// The pictures of a group are found without the rest of the file too.
+static void FindPicturesAlone(FilePages *pages, const PictureIndex &all,
+                              const SurveyedResource &group)
+{
+    const SurveyChoice choice = ChoosePictures(pages, &group);
+    Survey survey;
+    PictureIndex alone;
+    std::vector<GroupMember> members;
+    size_t missing, missingAlone;
+    Check(SurveyFile(pages, 0, &survey, &choice) == ProbeRead);
+    IndexPictures(&survey, &alone);
+    Check(ReadGroup(pages, &all, &group, &members, &missing) ==
+          ReadGroup(pages, &alone, &group, &members, &missingAlone));
+    Check(missing == missingAlone);
+}
+
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     FILE *file = fopen(FileOf(data, size), "rb");
@@ -54,6 +72,10 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             break;
         ReadContent(&pages, survey, pictures, resource);
     }
+    const auto group = std::ranges::find_if(
+        survey.resources, [](const SurveyedResource &resource) { return IsIconGroup(&resource); });
+    if (outcome == ProbeRead && group != survey.resources.end())
+        FindPicturesAlone(&pages, pictures, *group);
     fclose(file);
     return 0;
 }
