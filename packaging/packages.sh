@@ -11,7 +11,7 @@ window_packages="fonts-liberation fonts-dejavu-core qt6-translations-l10n qt6-wa
 # A virtual display, keys for it and its picture.
 screenshot_packages="xvfb xauth xdotool imagemagick"
 test_packages="icoutils"
-bench_packages="libbenchmark-dev icoutils p7zip-full"
+bench_packages="icoutils p7zip-full"
 fuzz_packages="clang libclang-rt-14-dev llvm"
 # Building for Windows, running it here, and what the zips take besides.
 cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 libz-mingw-w64-dev"
