@@ -138,8 +138,8 @@ static std::string TraitsOf(QWidget *widget)
                     .arg(widget->windowModality())
                     .arg(widget->acceptDrops());
     else if (typeid(*widget) == typeid(PushButtonWidget) || dynamic_cast<QTreeView *>(widget))
-        told += QStringLiteral(" font %1 %2")
-                    .arg(widget->font().family())
+        told += QStringLiteral(" %1 font %2 %3")
+                    .arg(widget->property("text").toString(), widget->font().family())
                     .arg(widget->font().pixelSize());
     return told.toStdString();
 }
@@ -225,8 +225,10 @@ static void TellWhatComes(Lines *told, const char *heading, const std::function<
                 TellChooser(told, chooser);
             else
                 TellWidget(told, front, "  ");
+            const Qt::Key confirm =
+                front->windowTitle() == "About" ? Qt::Key_Space : Qt::Key_Return;
             keys = {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Down, Qt::Key_Backtab,
-                    Qt::Key_Up,  Qt::Key_Left,  Qt::Key_A,    Qt::Key_Return};
+                    Qt::Key_Up,  Qt::Key_Left,  Qt::Key_A,    confirm};
         }
         if (menu || chooser) {
             front->close();
@@ -235,7 +237,6 @@ static void TellWhatComes(Lines *told, const char *heading, const std::function<
             PressKey(QApplication::focusWidget(), keys.front());
             keys.pop_front();
         }
-        // The next one when this one's messages have been dispatched.
         timer.start();
         if (menu || chooser || keys.empty())
             timer.stop();

@@ -12,7 +12,6 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
-#include <QWindow>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
