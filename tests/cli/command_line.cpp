@@ -29,6 +29,8 @@ static ToolRun RunTool(const TempFolder &folder, const Lines &arguments)
                    errPath = folder.path / "standard error";
     FILE *out = fopen(outPath.string().c_str(), "wb");
     FILE *err = fopen(errPath.string().c_str(), "wb");
+    static const int free = fileno(err); // a file that a command leaves open takes its place
+    EXPECT_EQ(fileno(err), free) << "before " << arguments[0];
     run.status = RunCommandLine(arguments, out, err);
     fclose(out);
     fclose(err);
@@ -373,9 +375,33 @@ static void WriteMarkup(const TempFolder &folder)
     folder.Write("many/c.exe", Text("MZ"));
 }
 
+// What browsers draw as it is stored, and what ends at a bound, for an odd machine.
+static void WriteMedia(const TempFolder &folder)
+{
+    const Bytes markers = {0xFF, 0xD8, 0xFF, 0xE0, 0, 3,    'x',  0xFF, 0xC4, 0, 2, 0xFF, 0xC8, 0,
+                           2,    0xFF, 0xCC, 0,    2, 0xFF, 0xC2, 0,    11,   8, 1, 2,    3,    4};
+    Bytes cursor = {1, 0, 1, 0};
+    AddBytes(cursor, MakePng(MakePicture(2, 1, 0xFF336699)));
+    BuiltExecutable media = BuildPe(
+        {.resources = {{1, 1, cursor},
+                       {6, 1, MakeStringBlock({u"\uFDCF\uFDD0\uFDEF\uFDF0\uFFFF\x7F\x1F"}), 0x40A},
+                       {6, 65535, MakeStringBlock({u"last"})},
+                       {6, u"65536", MakeStringBlock({u"one past"})},
+                       {10, 1, Text("GIF89a\x02\x01\x04\x03")},
+                       {10, 2, markers},
+                       {10, 3, Bytes(markers.begin(), markers.end() - 1)},
+                       {10, 4, Text("\xFF\xD8\xFF no marker follows")},
+                       {10, 5, Text("RIFF\x01\x01\x01\x01WAVE.")},
+                       {10, 6, Bytes(130, 'x')}}});
+    PutU16(media.bytes, media.header + 4, 0x200);
+    PutU16(media.bytes, media.header + 22, 0x0102);
+    folder.Write("media.exe", media.bytes);
+}
+
 static void WriteFiles(const TempFolder &folder)
 {
     WriteMarkup(folder);
+    WriteMedia(folder);
     WriteIcons(folder);
     WriteSavedWhole(folder);
     WriteStrings(folder);
@@ -394,7 +420,9 @@ static void WriteFiles(const TempFolder &folder)
     folder.Write("none.dll", BuildPe({.resources = {{16, 1, {1}}, {u"OWN", 1, {2}}}}).bytes);
     folder.Write("64.dll", BuildPe({.resources = {{2, 1, {1}}}, .is64 = true}).bytes);
     folder.Write("code.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".text"}).bytes);
-    folder.Write("16.exe", BuildNe({.resources = {{2, 3, Text("sixteen bits")}}}).bytes);
+    BuiltExecutable program = BuildNe({.resources = {{2, 3, Text("sixteen bits")}}});
+    PutU16(program.bytes, program.header + 12, 0);
+    folder.Write("16.exe", program.bytes);
     folder.Write("hostile.dll", BuildPe({.resources = {{2, u"../../up", Text("a")},
                                                        {2, u"/abs", Text("b")},
                                                        {2, u"..", Text("c")},
@@ -435,17 +463,6 @@ TEST(CommandLine, TheManPagesAreOfThisVersion)
                 std::string::npos,
             pathSeparator == '/');
     }
-}
-
-TEST(SaveCommand, LeavesNothingOfAFileThatTakesNoMore)
-{
-    const TempFolder folder;
-    const std::string path = folder.Write("four.dll", BuildFour().bytes);
-    if (!LimitFileSize(13))
-        GTEST_SKIP() << "this system has no such limit";
-    EXPECT_EQ(RunTool(folder, {"save", "--output", folder.Path("out"), path}).status, ExitFailed);
-    LimitFileSize(-1);
-    EXPECT_EQ(folder.Files(), (Lines{"four.dll", "out/BINARY DATA/T\xC3\x89%3F.WAV"}));
 }
 
 TEST(SaveCommand, FollowsNoLinkAndReplacesTheLinkItself)
@@ -489,30 +506,30 @@ TEST(FileNames, AreTakenByBothSystemsAndToldApart)
 {
     for (const auto &[name, encoded] : {std::pair("a<b>:\"|?*", "a%3Cb%3E%3A%22%7C%3F%2A"),
                                         {"tab\there", "tab%09here"},
-                                        {"nul", "%6Eul"},
-                                        {"Com1.x", "%43om1.x"},
                                         {"COM10", "COM10"},
                                         {"lpt\xC2\xB9", "%6Cpt\xC2\xB9"},
                                         {"COM\xC2\xB2", "%43OM\xC2\xB2"},
                                         {"COM\xC2\xB3.x", "%43OM\xC2\xB3.x"},
-                                        {"100% a", "100% a"},
-                                        {"\xC3\x89", "\xC3\x89"}})
+                                        {"100% a", "100% a"}})
         EXPECT_EQ(EncodeFileName(name), encoded);
-
-    NamesInFolder folder;
-    EXPECT_EQ(NextFileName(&folder, "A", ".BMP"), "A.BMP");
-    EXPECT_EQ(NextFileName(&folder, "a (2)", ".BMP"), "a (2).BMP");
-    EXPECT_EQ(NextFileName(&folder, "a", ".BMP"), "a (3).BMP");
-    EXPECT_EQ(NextFileName(&folder, "\xC3\x89", ".BMP"), "\xC3\x89.BMP");
-    EXPECT_EQ(NextFileName(&folder, "\xC3\xA9", ".BMP"), "\xC3\xA9 (2).BMP");
 
     std::string longName = std::string(249, 'n');
     for (int i = 0; i < 10; i++)
         longName += "\xC3\xA9";
-    EXPECT_EQ(NextFileName(&folder, longName, ".ICO"),
-              std::string(249, 'n') + "\xC3\xA9" + ".ICO"); // 255 bytes, no half character
-    EXPECT_EQ(NextFileName(&folder, longName, ".ICO"), std::string(247, 'n') + " (2).ICO");
-    EXPECT_EQ(NextFileName(&folder, std::string(250, 'x') + "%2F", ".ICO"),
-              std::string(250, 'x') + ".ICO"); // no half escape
-    EXPECT_EQ(NextFileName(&folder, std::string(253, 'y') + ". y", ""), std::string(253, 'y'));
+    // At most 255 bytes, with no half of a character or of an escape.
+    NamesInFolder folder;
+    for (const auto &[name, extension, next] :
+         {std::tuple("A"s, ".BMP", "A.BMP"s),
+          {"a (2)", ".BMP", "a (2).BMP"},
+          {"a", ".BMP", "a (3).BMP"},
+          {"\xC3\x89", ".BMP", "\xC3\x89.BMP"},
+          {"\xC3\xA9", ".BMP", "\xC3\xA9 (2).BMP"},
+          {longName, ".ICO", std::string(249, 'n') + "\xC3\xA9.ICO"},
+          {longName, ".ICO", std::string(247, 'n') + " (2).ICO"},
+          {std::string(250, 'x') + "%2F", ".ICO", std::string(250, 'x') + ".ICO"},
+          {std::string(249, 'x') + "%2F", ".ICO", std::string(249, 'x') + ".ICO"},
+          {std::string(248, 'x') + "%2Fx", ".ICO", std::string(248, 'x') + "%2F.ICO"},
+          {std::string(300, '\x80'), ".ICO", ".ICO"},
+          {std::string(253, 'y') + ". y", "", std::string(253, 'y')}})
+        EXPECT_EQ(NextFileName(&folder, name, extension), next);
 }
