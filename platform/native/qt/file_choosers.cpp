@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStandardPaths>
 #include <QTranslator>
 #include <QTreeView>
 #include <cstring>
@@ -24,6 +25,12 @@ static QString lastFolder;
 
 // Of a chooser when it opens.
 constexpr QSize chooserSize(760, 480);
+
+// Whether the program runs in a Flatpak, where it sees little of the user's files by itself.
+static bool IsInFlatpak()
+{
+    return QFile::exists(QStringLiteral("/.flatpak-info"));
+}
 
 namespace
 {
@@ -57,20 +64,30 @@ class Chooser : public QFileDialog
     Chooser(QWidget *parent, const QString &offeredName, DWORD bytes)
         : QFileDialog(parent), offered(offeredName), pathSize(bytes)
     {
-        setOption(QFileDialog::DontUseNativeDialog);
+        if (!IsInFlatpak())
+            setOption(QFileDialog::DontUseNativeDialog);
         ShowColumnsWhole();
     }
 
-    QLineEdit *NameField() const
+    // Whether the desktop shows it, through the Flatpak's portal, instead of Qt.
+    bool IsPortals() const
     {
-        return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        return !NameField();
+    }
+
+    void OfferName()
+    {
+        if (!IsPortals())
+            NameField()->setText(offered);
+        else // takes a path apart, and a name cannot be refused while it is open
+            selectFile(QString(offered).replace(QLatin1Char('/'), QStringLiteral("%2F")));
     }
 
     // The path that was chosen, or would be by now; empty for none.
     QString Path() const
     {
         // A quote belongs to the name; Qt would take it for a mark between several names.
-        const QString text = NameField()->text();
+        const QString text = IsPortals() ? QString() : NameField()->text();
         return text.contains(QLatin1Char('"')) ? directory().absoluteFilePath(text)
                                                : selectedFiles().value(0);
     }
@@ -78,14 +95,17 @@ class Chooser : public QFileDialog
   protected:
     void accept() override
     {
-        const QString text = NameField()->text();
         const QString path = Path();
+        if (IsPortals()) {
+            AcceptPortals(path);
+            return;
+        }
+        const QString text = NameField()->text();
         // A resource may be named like a path; only one that the user wrote is taken as such.
         if (text == offered && offered.contains(QLatin1Char('/')))
             Refuse(QStringLiteral("A file name cannot hold \"/\". Please change the name."));
-        else if (static_cast<DWORD>(QFile::encodeName(path).size()) >= pathSize)
-            Refuse(QStringLiteral("The path is too long: at most %1 bytes can be used.")
-                       .arg(pathSize - 1));
+        else if (IsTooLong(path))
+            RefuseLength();
         else if (text.contains(QLatin1Char('"')))
             AcceptQuoted(QFileInfo(path));
         else
@@ -93,6 +113,28 @@ class Chooser : public QFileDialog
     }
 
   private:
+    QLineEdit *NameField() const
+    {
+        return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    }
+
+    bool IsTooLong(const QString &path) const
+    {
+        return static_cast<DWORD>(QFile::encodeName(path).size()) >= pathSize;
+    }
+
+    // The portal has closed it by now, and asked before a file is replaced.
+    void AcceptPortals(const QString &path)
+    {
+        if (!IsTooLong(path)) {
+            QFileDialog::accept();
+            return;
+        }
+        RefuseLength();
+        hide();
+        open();
+    }
+
     // What Qt's own accepting does with one path.
     void AcceptQuoted(const QFileInfo &file)
     {
@@ -124,6 +166,12 @@ class Chooser : public QFileDialog
         resize(chooserSize);
     }
 
+    void RefuseLength()
+    {
+        Refuse(QStringLiteral("The path is too long: at most %1 bytes can be used.")
+                   .arg(pathSize - 1));
+    }
+
     void Refuse(const QString &text)
     {
         QMessageBox::warning(this, windowTitle(), text);
@@ -135,14 +183,29 @@ class Chooser : public QFileDialog
 
 } // namespace
 
-// "Description", "*.A;*.B" becomes "Description (*.A *.B)"; "*.*" is every file.
-static QStringList FiltersOf(const char *pairs)
+// "*.A" becomes "*.[aA]".
+static QString OfAnyCase(const QString &pattern)
+{
+    QString any;
+    for (const QChar letter : pattern)
+        if (letter.isLetter())
+            any.append(QStringLiteral("[%1%2]").arg(letter.toLower()).arg(letter.toUpper()));
+        else
+            any.append(letter);
+    return any;
+}
+
+// "Description", "*.A;*.B" becomes "Description (*.A *.B)"; "*.*" is every file. Portals look at
+// the case of what is not told otherwise.
+static QStringList FiltersOf(const char *pairs, bool isPortals)
 {
     QStringList filters;
     while (*pairs) {
         const QString description = FromCaption(pairs);
         pairs += std::strlen(pairs) + 1;
-        QStringList patterns = FromCaption(pairs).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        const QString text = FromCaption(pairs);
+        QStringList patterns =
+            (isPortals ? OfAnyCase(text) : text).split(QLatin1Char(';'), Qt::SkipEmptyParts);
         pairs += std::strlen(pairs) + 1;
         patterns.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
         filters.append(QStringLiteral("%1 (%2)").arg(description, patterns.join(QLatin1Char(' '))));
@@ -150,7 +213,17 @@ static QStringList FiltersOf(const char *pairs)
     return filters;
 }
 
-static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters)
+// Where a chooser starts; empty for where it likes. A portal hands files over in folders that
+// hold nothing else, and take nothing.
+static QString StartFolder(const FileChoice &choice)
+{
+    const QString folder = choice.folder ? QFile::decodeName(choice.folder) : lastFolder;
+    const QString handedOver =
+        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/doc/");
+    return IsInFlatpak() && folder.startsWith(handedOver) ? QDir::homePath() : folder;
+}
+
+static Chooser *MakeChooser(const FileChoice &choice)
 {
     QWidget *client = WidgetOf(choice.owner);
     // The name of a resource is in the code page, even where it could be UTF-8 as well.
@@ -158,18 +231,19 @@ static Chooser *MakeChooser(const FileChoice &choice, const QStringList &filters
     auto chooser =
         std::make_unique<Chooser>(client ? client->window() : nullptr, offered, choice.pathSize);
     chooser->setAcceptMode(choice.isSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    // A portal's has no title by itself.
+    chooser->setWindowTitle(choice.isSave ? QFileDialog::tr("Save As") : QFileDialog::tr("Open"));
     chooser->setFileMode(choice.isSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     chooser->setWindowModality(Qt::ApplicationModal);
+    const QStringList filters = FiltersOf(choice.filters, chooser->IsPortals());
     if (!filters.isEmpty()) {
         chooser->setNameFilters(filters);
         const auto index = static_cast<qsizetype>(choice.filterIndex) - 1;
         chooser->selectNameFilter(filters.value(index, filters.first()));
     }
-    if (choice.folder)
-        chooser->setDirectory(QFile::decodeName(choice.folder));
-    else if (!lastFolder.isEmpty())
-        chooser->setDirectory(lastFolder);
-    chooser->NameField()->setText(offered);
+    if (const QString folder = StartFolder(choice); !folder.isEmpty())
+        chooser->setDirectory(folder);
+    chooser->OfferName();
     return chooser.release();
 }
 
@@ -188,9 +262,8 @@ static void Loop(const QPointer<Chooser> &chooser)
 
 bool ChooseFile(FileChoice *choice)
 {
-    const QStringList filters = FiltersOf(choice->filters);
     const UsersLanguage language;
-    const QPointer<Chooser> chooser = MakeChooser(*choice, filters);
+    const QPointer<Chooser> chooser = MakeChooser(*choice);
     chooser->setLayoutDirection(language.Direction());
     SetTakesInput(choice->owner, false);
     chooser->open();
@@ -204,8 +277,8 @@ bool ChooseFile(FileChoice *choice)
     if (isConfirmed) {
         std::memcpy(choice->path, path.constData(), static_cast<size_t>(path.size()) + 1);
         choice->filterIndex =
-            static_cast<DWORD>(filters.indexOf(chooser->selectedNameFilter()) + 1);
-        lastFolder = chooser->directory().absolutePath();
+            static_cast<DWORD>(chooser->nameFilters().indexOf(chooser->selectedNameFilter()) + 1);
+        lastFolder = QFileInfo(chooser->Path()).absolutePath();
     }
     DropLater(chooser);
     return isConfirmed;
