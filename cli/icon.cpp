@@ -59,7 +59,7 @@ static const SurveyedResource *FindFirstGroup(const Survey *survey)
 
 static WriteOutcome WriteWhole(FILE *stream, const std::vector<BYTE> &bytes)
 {
-    const int isWhole = fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+    const bool isWhole = fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
     return isWhole && fflush(stream) == 0 ? WriteDone : WriteShort;
 }
 

@@ -18,7 +18,7 @@ struct IconCandidate {
     DWORD bits;
 };
 
-static int MeasurePicture(FilePages *pages, const GroupMember *member, IconCandidate *candidate)
+static bool MeasurePicture(FilePages *pages, const GroupMember *member, IconCandidate *candidate)
 {
     PngBytes start(std::min<size_t>(START_SIZE, member->size));
     PngHeader png;
@@ -26,17 +26,17 @@ static int MeasurePicture(FilePages *pages, const GroupMember *member, IconCandi
     candidate->member = member;
     if (member->size > MOST_PICTURE_BYTES ||
         !ReadPages(pages, member->picture->fileOffset, start.data(), start.size()))
-        return 0;
+        return false;
     if (ReadPngHeader(start, &png)) {
         candidate->side = (LONG)std::max(png.width, png.height);
         candidate->bits = png.bits;
-        return 1;
+        return true;
     }
     if (!ReadDibHeader(start.data(), (DWORD)start.size(), &dib) || dib.height <= 0)
-        return 0;
+        return false;
     candidate->side = std::max(dib.width, dib.height / 2);
     candidate->bits = dib.bitCount;
-    return 1;
+    return true;
 }
 
 static std::vector<IconCandidate> SortPictures(FilePages *pages,
@@ -52,30 +52,30 @@ static std::vector<IconCandidate> SortPictures(FilePages *pages,
                      [size](const IconCandidate &a, const IconCandidate &b) {
                          if (a.side == b.side)
                              return a.bits > b.bits;
-                         const int isEnough = a.side >= size && b.side >= size;
+                         const bool isEnough = a.side >= size && b.side >= size;
                          return isEnough ? a.side < b.side : a.side > b.side;
                      });
     return candidates;
 }
 
-static int ReadPngPixels(const PngBytes &file, PicturePixels *pixels)
+static bool ReadPngPixels(const PngBytes &file, PicturePixels *pixels)
 {
     HGLOBAL block = DecodeOrMendPng(file);
     if (block == nullptr)
-        return 0;
+        return false;
     const BYTE *dib = (const BYTE *)GlobalLock(block);
-    const int isRead = dib != nullptr && ReadDecodedPixels(dib, (DWORD)GlobalSize(block), pixels);
+    const bool isRead = dib != nullptr && ReadDecodedPixels(dib, (DWORD)GlobalSize(block), pixels);
     GlobalUnlock(block);
     GlobalFree(block);
     return isRead;
 }
 
-static int ReadPixels(FilePages *pages, const GroupMember *member, PicturePixels *pixels)
+static bool ReadPixels(FilePages *pages, const GroupMember *member, PicturePixels *pixels)
 {
     PngBytes bytes(member->size);
     PngHeader png;
     if (!ReadPages(pages, member->picture->fileOffset, bytes.data(), bytes.size()))
-        return 0;
+        return false;
     if (ReadPngHeader(bytes, &png))
         return ReadPngPixels(bytes, pixels);
     return ReadIconPixels(bytes.data(), member->size, pixels);

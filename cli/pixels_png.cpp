@@ -8,7 +8,7 @@
 
 std::vector<BYTE> MakePngOf(const PicturePixels *pixels, PngChannels channels)
 {
-    const int hasAlpha =
+    const bool hasAlpha =
         channels == PngRgba || std::any_of(pixels->values.begin(), pixels->values.end(),
                                            [](DWORD value) { return value < LEAST_OPAQUE; });
     const size_t depth = hasAlpha ? 4 : 3;

@@ -269,7 +269,7 @@ static bool TakeReading(SaveRun *run, const std::string &path, ReadingResult res
     return result == ReadingDone;
 }
 
-// Save what the file holds. Return 0, with the reason told, when that is nothing.
+// Save what the file holds. Return false, with the reason told, when that is nothing.
 
 static bool SaveKept(SaveRun *run, FILE *file, SaveFolder *folder, TextLosses *losses)
 {

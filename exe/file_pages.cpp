@@ -15,17 +15,17 @@ void OpenPages(FilePages *pages, FILE *file)
         page.length = 0;
 }
 
-int LiesInFile(const FilePages *pages, uint64_t offset, uint64_t size)
+bool LiesInFile(const FilePages *pages, uint64_t offset, uint64_t size)
 {
     return size <= pages->length && offset <= pages->length - size;
 }
 
-static int ReadAt(FilePages *pages, uint64_t offset, void *bytes, size_t size)
+static bool ReadAt(FilePages *pages, uint64_t offset, void *bytes, size_t size)
 {
     if (SeekTo(pages->file, offset) && fread(bytes, 1, size, pages->file) == size)
-        return 1;
+        return true;
     NoteFailure(FailureUnreadable, offset);
-    return 0;
+    return false;
 }
 
 // The page that holds an offset, which lies in the file; NULL when it cannot be read.
@@ -43,17 +43,17 @@ static const FilePage *PageOf(FilePages *pages, uint64_t offset)
     return page->length > 0 ? page : nullptr;
 }
 
-int ReadPages(FilePages *pages, uint64_t offset, void *bytes, size_t size)
+bool ReadPages(FilePages *pages, uint64_t offset, void *bytes, size_t size)
 {
     if (!LiesInFile(pages, offset, size))
-        return 0;
+        return false;
     if (size > FILE_PAGE_SIZE)
         return ReadAt(pages, offset, bytes, size);
     BYTE *to = (BYTE *)bytes;
     while (size > 0) {
         const FilePage *page = PageOf(pages, offset);
         if (page == nullptr)
-            return 0;
+            return false;
         const size_t at = (size_t)(offset - page->start);
         const size_t count = std::min(size, page->length - at);
         memcpy(to, page->bytes + at, count);
@@ -61,5 +61,5 @@ int ReadPages(FilePages *pages, uint64_t offset, void *bytes, size_t size)
         offset += count;
         size -= count;
     }
-    return 1;
+    return true;
 }

@@ -27,9 +27,9 @@ struct FilePages {
 void OpenPages(FilePages *pages, FILE *file);
 
 // Whether size bytes at an offset all lie in the file.
-int LiesInFile(const FilePages *pages, uint64_t offset, uint64_t size);
+bool LiesInFile(const FilePages *pages, uint64_t offset, uint64_t size);
 
-// Copies size bytes at an offset of the file. Returns 0 when they do not all lie in it, or cannot
-// be read, which is noted (FailureUnreadable); a part may then have been copied. More than a page
-// is read at once, past the pages.
-int ReadPages(FilePages *pages, uint64_t offset, void *bytes, size_t size);
+// Copies size bytes at an offset of the file. Returns false when they do not all lie in it, or
+// cannot be read, which is noted (FailureUnreadable); a part may then have been copied. More than a
+// page is read at once, past the pages.
+bool ReadPages(FilePages *pages, uint64_t offset, void *bytes, size_t size);

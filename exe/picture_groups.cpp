@@ -8,17 +8,17 @@
 
 #define ANY_LANGUAGE 0x10000 // past every language
 
-static int HasType(const SurveyedResource *resource, DWORD number)
+static bool HasType(const SurveyedResource *resource, DWORD number)
 {
     return !resource->type.isText && resource->type.number == number;
 }
 
-int IsIconGroup(const SurveyedResource *resource)
+bool IsIconGroup(const SurveyedResource *resource)
 {
     return HasType(resource, TYPE_ICON_GROUP);
 }
 
-int IsCursorGroup(const SurveyedResource *resource)
+bool IsCursorGroup(const SurveyedResource *resource)
 {
     return HasType(resource, TYPE_CURSOR_GROUP);
 }
@@ -83,7 +83,7 @@ void IndexPictures(const Survey *survey, PictureIndex *index)
     index->pictures.clear();
     index->isNe = survey->kind.format == FormatNe;
     for (const SurveyedResource &picture : survey->resources) {
-        const int isCursor = HasType(&picture, TYPE_CURSOR);
+        const bool isCursor = HasType(&picture, TYPE_CURSOR);
         if (!picture.isInFile || picture.name.isText ||
             (!isCursor && !HasType(&picture, TYPE_ICON)) ||
             picture.size <= (isCursor ? CURSOR_HOT_SPOT_SIZE : 0))
@@ -122,7 +122,7 @@ GroupOutcome ReadGroup(FilePages *pages, const PictureIndex *index, const Survey
         if (picture == nullptr)
             continue;
         // Only the group tells where a padded picture ends.
-        const int isPadded = index->isNe && entry.size > least;
+        const bool isPadded = index->isNe && entry.size > least;
         const DWORD size = isPadded ? std::min(entry.size, picture->size) : picture->size;
         members->push_back({entry, size, picture});
     }

@@ -11,8 +11,8 @@
 #include <tuple>
 
 // Whether a resource is a group of icons or of cursors.
-int IsIconGroup(const SurveyedResource *resource);
-int IsCursorGroup(const SurveyedResource *resource);
+bool IsIconGroup(const SurveyedResource *resource);
+bool IsCursorGroup(const SurveyedResource *resource);
 
 struct PictureGroups {
     // By the picture's type, number and language; the first group that names it.
@@ -33,7 +33,7 @@ const SurveyedResource *FindPictureGroup(const PictureGroups *groups,
 struct PictureIndex {
     // By type, number and language; anyLanguage stands for the first one of the number.
     std::map<std::tuple<DWORD, DWORD, DWORD>, const SurveyedResource *> pictures;
-    int isNe; // whose pictures are padded
+    bool isNe; // whose pictures are padded
 };
 
 // The choice of the pictures that a group names, for a survey of them alone (exe/survey.h); of all

@@ -64,23 +64,23 @@ ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey, const S
     const ProbeOutcome outcome = IdentifyFile(pages, &survey->kind);
     if (outcome != ProbeRead)
         return outcome;
-    const int result = survey->kind.format == FormatNe
-                           ? SurveyNeResources(pages, codePage, choice, survey)
-                           : SurveyPeResources(pages, choice, survey);
+    const bool result = survey->kind.format == FormatNe
+                            ? SurveyNeResources(pages, codePage, choice, survey)
+                            : SurveyPeResources(pages, choice, survey);
     return result ? ProbeRead : ProbeFailed;
 }
 
-int ReadSurveyedBytes(FilePages *pages, const SurveyedResource *resource, std::vector<BYTE> *bytes)
+bool ReadSurveyedBytes(FilePages *pages, const SurveyedResource *resource, std::vector<BYTE> *bytes)
 {
     bytes->clear();
     if (!resource->isInFile)
-        return 0;
+        return false;
     bytes->resize(resource->size);
     // What has no length may point anywhere.
     if (bytes->empty() || ReadPages(pages, resource->fileOffset, bytes->data(), bytes->size()))
-        return 1;
+        return true;
     bytes->clear();
-    return 0;
+    return false;
 }
 
 size_t ReadSurveyedStart(FilePages *pages, const SurveyedResource *resource, void *bytes,

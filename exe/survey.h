@@ -30,7 +30,7 @@ ProbeOutcome IdentifyFile(FilePages *pages, ExecutableKind *kind);
 // no resources.
 //
 // A resource that the sections place where the file stores nothing, as in programs that unpack
-// themselves, is no failure: its isInFile is 0. One whose place lies behind the file's end is
+// themselves, is no failure: its isInFile is false. One whose place lies behind the file's end is
 // listed in the same way, and fails.
 //
 // With a choice, other resources are left out, and of a PE file not even looked at: what is wrong
@@ -38,9 +38,10 @@ ProbeOutcome IdentifyFile(FilePages *pages, ExecutableKind *kind);
 ProbeOutcome SurveyFile(FilePages *pages, UINT codePage, Survey *survey,
                         const SurveyChoice *choice = nullptr);
 
-// Reads a resource's bytes whole. Returns 0, with none, when they do not lie in the file or cannot
-// be read.
-int ReadSurveyedBytes(FilePages *pages, const SurveyedResource *resource, std::vector<BYTE> *bytes);
+// Reads a resource's bytes whole. Returns false, with none, when they do not lie in the file or
+// cannot be read.
+bool ReadSurveyedBytes(FilePages *pages, const SurveyedResource *resource,
+                       std::vector<BYTE> *bytes);
 
 // Reads the first bytes of a resource, at most size of them. Returns how many, 0 as above.
 size_t ReadSurveyedStart(FilePages *pages, const SurveyedResource *resource, void *bytes,

@@ -12,23 +12,23 @@ struct NeSurvey {
     const SurveyChoice *choice;
     SurveyId type;          // that is walked
     uint64_t nameBytesLeft; // names may be shared, so that a file holds more of them than bytes
-    int failed;
+    bool failed;
 };
 
 static SurveyId ReadId(const NeTableWalk *walk, UINT codePage, WORD id)
 {
     if (id & NE_INTEGER_ID)
-        return {0, (DWORD)(id & ~NE_INTEGER_ID), ""};
+        return {false, (DWORD)(id & ~NE_INTEGER_ID), ""};
     char name[NE_NAME_LENGTH + 1];
     const size_t length = ReadNeName(walk, id, name);
-    return {1, 0, PageTextToUtf8(codePage, name, length)};
+    return {true, 0, PageTextToUtf8(codePage, name, length)};
 }
 
 static bool TakeType(NeTableWalk *walk, WORD type)
 {
     NeSurvey *reading = (NeSurvey *)walk->taker;
     reading->type = ReadId(walk, reading->codePage, type);
-    return 1;
+    return true;
 }
 
 static bool TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
@@ -39,13 +39,13 @@ static bool TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
     SurveyedResource resource = {};
     if (!ChoosesType(reading->choice, reading->type.isText, reading->type.number) ||
         !ChoosesName(reading->choice, !(record->id & NE_INTEGER_ID), record->id & ~NE_INTEGER_ID))
-        return 1;
+        return true;
     resource.type = reading->type;
     resource.name = ReadId(walk, reading->codePage, record->id);
     const uint64_t nameBytes = NameBytesOf(&resource);
     if (nameBytes > reading->nameBytesLeft) {
         NoteFailure(FailureNames, offset);
-        return 0;
+        return false;
     }
     reading->nameBytesLeft -= nameBytes;
     resource.flags = record->flags;
@@ -56,13 +56,13 @@ static bool TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
         resource.fileOffset = offset;
     } else {
         NoteFailure(FailureData, offset);
-        reading->failed = 1;
+        reading->failed = true;
     }
     reading->survey->resources.push_back(resource);
-    return 1;
+    return true;
 }
 
-int SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey)
+bool SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey)
 {
     NeSurvey reading = {};
     reading.survey = survey;

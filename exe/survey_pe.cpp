@@ -30,36 +30,36 @@ static bool IsWanted(const PeDirectoryWalk *walk, int level, DWORD nameField)
     return level > 1 || ChoosesName(choice, isText, nameField);
 }
 
-// Reads the type or name that a name field gives. Returns 0, with the failure noted, when it does
-// not lie in the file.
-static int ReadId(PeDirectoryWalk *walk, DWORD nameField, SurveyId *id)
+// Reads the type or name that a name field gives. Returns false, with the failure noted, when it
+// does not lie in the file.
+static bool ReadId(PeDirectoryWalk *walk, DWORD nameField, SurveyId *id)
 {
     PeSurvey *reading = (PeSurvey *)walk->taker;
-    *id = {0, nameField, ""};
+    *id = {false, nameField, ""};
     if (!(nameField & PE_HIGH_BIT))
-        return 1;
+        return true;
     const uint64_t offset = walk->root + (nameField & ~PE_HIGH_BIT);
     BYTE length[2];
     if (!ReadPages(reading->pages, offset, length, sizeof length)) {
         FailPeWalk(walk, FailureName, offset);
-        return 0;
+        return false;
     }
     std::vector<BYTE> units((size_t)(length[0] | length[1] << 8) * 2);
     if (units.size() > reading->nameBytesLeft) {
         StopPeWalk(walk, FailureNames, offset);
-        return 0;
+        return false;
     }
     reading->nameBytesLeft -= units.size();
     if (!ReadPages(reading->pages, offset + sizeof length, units.data(), units.size())) {
         FailPeWalk(walk, FailureName, offset);
-        return 0;
+        return false;
     }
     *id = {1, 0, UnitsToUtf8(units.data(), units.size() / 2)};
-    return 1;
+    return true;
 }
 
-// Takes what an entry of a directory at a level tells. Returns 0 when it cannot be read.
-static int TakeStep(PeDirectoryWalk *walk, int level, DWORD nameField)
+// Takes what an entry of a directory at a level tells. Returns false when it cannot be read.
+static bool TakeStep(PeDirectoryWalk *walk, int level, DWORD nameField)
 {
     SurveyedResource *next = &((PeSurvey *)walk->taker)->next;
     if (level == 0) {
@@ -73,7 +73,7 @@ static int TakeStep(PeDirectoryWalk *walk, int level, DWORD nameField)
     }
     if (level == 2)
         next->language = nameField & PE_HIGH_BIT ? (WORD)0 : (WORD)nameField;
-    return 1;
+    return true;
 }
 
 static void TakeDirectory(PeDirectoryWalk *walk, const PeDirectory *directory)
@@ -108,7 +108,7 @@ static void PlaceData(PeDirectoryWalk *walk, DWORD address, uint64_t dataEntry)
         FailPeWalk(walk, FailureData, offset);
     } else if (place == PlaceStored) {
         next->fileOffset = offset;
-        next->isInFile = 1;
+        next->isInFile = true;
     }
 }
 
@@ -139,28 +139,28 @@ static void TakeData(PeDirectoryWalk *walk, const PeDirectory *directory, DWORD 
     reading->survey->resources.push_back(reading->next);
 }
 
-// Finds the root directory. Returns 0 when there is none, and then *result is the reading's.
-static int FindRoot(PeSurvey *reading, uint64_t *root, int *result)
+// Finds the root directory. Returns false when there is none, and then *result is the reading's.
+static bool FindRoot(PeSurvey *reading, uint64_t *root, bool *result)
 {
     const PeImage *image = &reading->image;
     if (image->resources != 0 &&
         FindPePlace(image, image->resources, PE_DIRECTORY_SIZE, root) == PlaceStored)
-        return 1;
+        return true;
     reading->byName = FindPeSection(image, ".rsrc");
     if (reading->byName != nullptr) {
         *root = reading->byName->fileOffset;
-        return 1;
+        return true;
     }
     *result = image->resources == 0;
     if (image->resources != 0)
         NoteFailure(FailureRootAddress, image->resources);
-    return 0;
+    return false;
 }
 
-int SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey)
+bool SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey)
 {
     PeSurvey reading = {};
-    int result;
+    bool result;
     PeDirectoryWalk walk = {};
     reading.pages = pages;
     reading.choice = choice;
@@ -168,7 +168,7 @@ int SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *surv
     reading.nameBytesLeft = KeptBytesLimit(pages->length);
     if (!ReadPeImage(pages, survey->kind.headerOffset, &reading.image)) {
         NoteFailure(FailureHeaders, survey->kind.headerOffset);
-        return 0;
+        return false;
     }
     if (!FindRoot(&reading, &walk.root, &result))
         return result;

@@ -1,13 +1,13 @@
 // The survey's readers, one a format (exe/survey.h). Each fills the survey's resources with what it
-// finds, of a choice when that is not NULL, and returns 0, with the reason noted, when anything
+// finds, of a choice when that is not NULL, and returns false, with the reason noted, when anything
 // failed.
 #pragma once
 
 #include "exe/file_pages.h"
 #include "exe/surveyed.h"
 
-int SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey);
-int SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey);
+bool SurveyPeResources(FilePages *pages, const SurveyChoice *choice, Survey *survey);
+bool SurveyNeResources(FilePages *pages, UINT codePage, const SurveyChoice *choice, Survey *survey);
 
 // Whether a choice, which may be NULL, has resources of a type; and of a name, given that it has
 // the type. isText: a type or name that is no number.

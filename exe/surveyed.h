@@ -17,13 +17,13 @@ enum ExecutableFormat {
 struct ExecutableKind {
     ExecutableFormat format;
     WORD machine;       // PE: the header's number, 0x14C i386, 0x8664 x86_64, 0xAA64 ARM64; NE: 0
-    int isLibrary;      // a DLL
+    bool isLibrary;     // a DLL
     DWORD headerOffset; // of the PE or NE header, in the file
 };
 
 // A resource's type or name: a number, or a text (which may be empty).
 struct SurveyId {
-    int isText;
+    bool isText;
     DWORD number;     // 0 for a text
     std::string text; // UTF-8; empty for a number
 };
@@ -34,7 +34,7 @@ struct SurveyedResource {
     WORD language;       // PE: Windows' language identifier, 0 neutral; NE: 0
     DWORD codePage;      // PE: what the data entry tells, mostly 0; NE: 0
     WORD flags;          // NE: of the resource record (exe/ne_table.h); PE: 0
-    int isInFile;        // whether its bytes lie in the file
+    bool isInFile;       // whether its bytes lie in the file
     uint64_t fileOffset; // where they begin; 0 when they do not lie in the file
     DWORD size;          // bytes; NE: a multiple of the alignment unit
 };

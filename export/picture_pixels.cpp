@@ -18,7 +18,7 @@ struct PictureSource {
     DWORD size;
     DibHeader header;
     LONG height;      // rows of colours
-    int isTopDown;    // how they are stored
+    bool isTopDown;   // how they are stored
     DWORD masks[3];   // red, green and blue of 16 bits and of bit fields; else 0
     size_t start;     // of the colours
     size_t stride;    // bytes a row
@@ -118,12 +118,12 @@ static void ClearMasked(const PictureSource *source, PicturePixels *pixels)
     }
 }
 
-static int HasAlpha(const PicturePixels *pixels)
+static bool HasAlpha(const PicturePixels *pixels)
 {
     for (const DWORD value : pixels->values)
         if ((value & OPAQUE_ALPHA) != 0)
-            return 1;
-    return 0;
+            return true;
+    return false;
 }
 
 // The mask of an icon image, when it lies in the block: of 32 bits it need not be there.
@@ -142,17 +142,17 @@ static void FindMasks(PictureSource *source)
 {
     static const DWORD fiveBits[] = {0x7C00, 0x03E0, 0x001F};
     ByteReader reader = OpenBytes(source->bytes, source->size);
-    const int isFields = source->header.compression == BI_BITFIELDS;
+    const bool isFields = source->header.compression == BI_BITFIELDS;
     for (DWORD i = 0; i < 3; i++)
         source->masks[i] = isFields                        ? ReadU32(&reader, MASKS_START + 4 * i)
                            : source->header.bitCount == 16 ? fiveBits[i]
                                                            : 0;
 }
 
-static int FindPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source)
+static bool FindPicture(const BYTE *bytes, DWORD size, bool isIcon, PictureSource *source)
 {
     if (!PictureFits(bytes, size, isIcon) || !ReadDibHeader(bytes, size, &source->header))
-        return 0;
+        return false;
     DibHeader *header = &source->header;
     if (isIcon) // whose pixels are never compressed
         header->compression = BI_RGB;
@@ -170,19 +170,19 @@ static int FindPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource 
     return (DWORD)header->width <= mostDecodedPixels / (DWORD)source->height;
 }
 
-static int ReadPicture(const BYTE *bytes, DWORD size, int isIcon, PictureSource *source,
-                       PicturePixels *pixels)
+static bool ReadPicture(const BYTE *bytes, DWORD size, bool isIcon, PictureSource *source,
+                        PicturePixels *pixels)
 {
     *pixels = {};
     if (!FindPicture(bytes, size, isIcon, source))
-        return 0;
+        return false;
     pixels->width = source->header.width;
     pixels->height = source->height;
     if (IsRunLength(&source->header))
         ReadRuns(source, pixels);
     else
         ReadColors(source, pixels);
-    return 1;
+    return true;
 }
 
 static void MakeOpaque(PicturePixels *pixels)
@@ -195,23 +195,23 @@ bool ReadIconPixels(const BYTE *icon, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
     if (!ReadPicture(icon, size, 1, &source, pixels))
-        return 0;
+        return false;
     if (source.header.bitCount == 32 && HasAlpha(pixels))
-        return 1;
+        return true;
     MakeOpaque(pixels);
     if (source.maskStart != 0)
         ClearMasked(&source, pixels);
-    return 1;
+    return true;
 }
 
 bool ReadBitmapPixels(const BYTE *bitmap, DWORD size, PicturePixels *pixels)
 {
     PictureSource source = {};
     if (!ReadPicture(bitmap, size, 0, &source, pixels))
-        return 0;
+        return false;
     if (!HasAlpha(pixels))
         MakeOpaque(pixels);
-    return 1;
+    return true;
 }
 
 bool ReadDecodedPixels(const BYTE *dib, DWORD size, PicturePixels *pixels)
