@@ -3,8 +3,6 @@
 #include "cli/texts.h"
 #include "exe/language_tags.h"
 
-#include <cstring>
-
 // Text whose ends of lines are shown, and end lines.
 static std::string LinesOf(const std::string &text)
 {
@@ -25,8 +23,7 @@ static std::string LinesOf(const std::string &text)
 static std::string LanguageAttribute(WORD language)
 {
     const char *tag = LanguageTag(language);
-    return tag == nullptr || strchr(tag, '_') != nullptr ? ""
-                                                         : std::string(" lang=\"") + tag + "\"";
+    return tag == nullptr ? "" : std::string(" lang=\"") + tag + "\"";
 }
 
 bool AppendTexts(PageFile *file, const SurveyedResource &resource)

@@ -16,15 +16,14 @@
 #include <cstring>
 
 #define DIRECTORY_ENTRY_SIZE 8
-#define NO_TYPE (-1)
 
 // One reading's walk over the directories.
 struct PeReading {
     ByteReader image; // never failed itself: each record is read through a copy
     DWORD delta;      // turns a relative virtual address into a file offset
-    LONG currentType; // the category that is walked, or NO_TYPE
     HWND tree;
-    HTREEITEM categoryItem;
+    HTREEITEM categoryItem; // of the category that is walked; NULL: of none
+    DWORD currentType;      // that category
     unsigned long long keptBytesLeft;
 };
 
@@ -66,7 +65,7 @@ static void CatalogueResource(PeDirectoryWalk *walk, DWORD nameField, size_t dat
     if (!GetResourceEntryName(walk, nameField, entry.name))
         return;
     ByteReader reader = reading->image;
-    entry.category = (DWORD)reading->currentType;
+    entry.category = reading->currentType;
     entry.fileOffset = ReadU32(&reader, dataEntry) + reading->delta;
     entry.size = ReadU32(&reader, dataEntry + 4);
     if (BytesAt(&reader, dataEntry, PE_DATA_ENTRY_SIZE) == nullptr) {
@@ -90,17 +89,19 @@ static void CatalogueResource(PeDirectoryWalk *walk, DWORD nameField, size_t dat
         FailPeWalk(walk, FailureMemory, entry.fileOffset);
 }
 
-// Makes an integer type the current one, or clears it when it is of no kept kind.
-static void SelectType(PeReading *reading, DWORD type)
+// Makes an integer type the current one; one of no kept kind leaves none.
+static void SelectType(PeDirectoryWalk *walk, DWORD type)
 {
-    reading->currentType = NO_TYPE;
+    PeReading *reading = (PeReading *)walk->taker;
     reading->categoryItem = nullptr;
     if (CategoryLabel(type) == nullptr) {
         NoteOtherType(type);
         return;
     }
-    reading->currentType = (LONG)type;
+    reading->currentType = type;
     reading->categoryItem = AddCategoryItem(reading->tree, type);
+    if (reading->categoryItem == nullptr)
+        FailPeWalk(walk, FailureMemory, 0);
 }
 
 // Takes a directory: an integer type becomes the current one, any other is one resource when a kept
@@ -110,12 +111,10 @@ static void TakeDirectory(PeDirectoryWalk *walk, const PeDirectory *directory)
     PeReading *reading = (PeReading *)walk->taker;
     char name[ENTRY_NAME_LENGTH + 1];
     if (directory->level == 1 && !(directory->nameField & PE_HIGH_BIT)) {
-        SelectType(reading, directory->nameField);
-        if (reading->currentType != NO_TYPE && reading->categoryItem == nullptr)
-            FailPeWalk(walk, FailureMemory, 0);
+        SelectType(walk, directory->nameField);
         return;
     }
-    if (reading->categoryItem == nullptr || reading->currentType == NO_TYPE) {
+    if (reading->categoryItem == nullptr) {
         if (directory->level == 1 && GetResourceEntryName(walk, directory->nameField, name))
             NoteOtherTypeName(name);
         return;
@@ -143,7 +142,6 @@ static bool WalkImage(HWND tree, const BYTE *bytes, size_t size)
 {
     PeReading reading = {};
     reading.image = OpenBytes(bytes, size);
-    reading.currentType = NO_TYPE;
     reading.tree = tree;
     reading.keptBytesLeft = KeptBytesLimit(size);
 

@@ -80,6 +80,7 @@ TEST(Survey, KeepsWhatItCanReadOfADamagedFile)
 {
     const uint32_t outside = 0x7FFFFFF0;
     const BuiltExecutable good = BuildPe(DescribeFour());
+    const uint32_t sectionEnd = good.address + GetU32(good.bytes, good.sectionHeader + 16);
     const ResourcePlaces &own = good.resources[0];
     const ResourcePlaces &german = good.resources[1];
     const Lines withoutOwn(fourLines.begin() + 1, fourLines.end());
@@ -99,12 +100,14 @@ TEST(Survey, KeepsWhatItCanReadOfADamagedFile)
          {fourLines[0], fourLines[3]}},
         {"type's name", own.type.entry, outside | 0x80000000, FailureName, withoutOwn},
         {"name", own.entry, outside | 0x80000000, FailureName, withoutOwn},
+        {"name's length", own.entry, (uint32_t)(good.resources[3].data - good.table) | 0x80000000,
+         FailureName, withoutOwn},
         {"data entry",
          german.languageEntry + 4,
          outside,
          FailureDataEntry,
          {fourLines[0], fourLines[2], fourLines[3]}},
-        {"data address", german.dataEntry, outside, FailureDataAddress, germanMissing},
+        {"data address", german.dataEntry, sectionEnd, FailureDataAddress, germanMissing},
         {"section's stored bytes",
          good.sectionHeader + 16,
          (uint32_t)(german.data - good.table),

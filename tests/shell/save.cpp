@@ -45,6 +45,9 @@ TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
         EXPECT_EQ(SaveResource(globals.mainWindow, &broken, 0), 0);
         EXPECT_EQ(TakeShown().back(), "There has been an error allocating memory.");
         EXPECT_EQ(std::filesystem::exists(path), !c.isCreated);
+        broken.count = 0; // what is behind the last one is nothing
+        EXPECT_EQ(SaveResource(globals.mainWindow, &broken, 0), 0);
+        EXPECT_EQ(TakeShown(), Texts());
         GlobalFree(broken.entries);
     }
 }
