@@ -238,7 +238,7 @@ static void WriteSurveyed(const TempFolder &folder)
     BuiltExecutable unpacks =
         BuildPe({.resources = {{10, 1, Text("kept")}, {10, 2, Text("packed")}}});
     PutU32(unpacks.bytes, unpacks.sectionHeader + 16,
-           (uint32_t)(unpacks.resources[1].data - unpacks.table));
+           (uint32_t)(unpacks.resources[0].data + 4 - unpacks.table));
     folder.Write("unpacks.exe", unpacks.bytes);
 }
 

@@ -19,14 +19,15 @@ static std::string Told(const SurveyId &id)
     return id.isText ? "'" + id.text + "'" : std::to_string(id.number);
 }
 
-static Surveyed SurveyBytes(const Bytes &bytes, UINT codePage = 0)
+static Surveyed SurveyBytes(const Bytes &bytes, UINT codePage = 0,
+                            const SurveyChoice *choice = nullptr)
 {
     FILE *file = OpenContent(bytes);
     FilePages pages;
     Survey survey;
     Surveyed told = {};
     OpenPages(&pages, file);
-    told.outcome = SurveyFile(&pages, codePage, &survey);
+    told.outcome = SurveyFile(&pages, codePage, &survey, choice);
     told.failure = NotedFailure();
     told.kind = survey.kind;
     for (const SurveyedResource &resource : survey.resources) {
@@ -74,6 +75,17 @@ TEST(Survey, FindsWhatLoadersFindWhereverItLies)
             EXPECT_EQ(SurveyBytes(without).lines, name[0] == '.' ? fourLines : Lines{});
         }
     }
+}
+
+TEST(Survey, FindsWhatIsChosenAlone)
+{
+    ExecutableDescription wide = DescribeFour();
+    wide.resources.push_back({2, u"ONE", Text("named")});
+    wide.is64 = true;
+    for (const Bytes &file : {BuildPe(wide).bytes, BuildNe(wide).bytes})
+        for (const auto &[choice, count] :
+             {std::pair(SurveyChoice{2, {}}, 3u), {{2, {1}}, 2}, {{2, {7}}, 0}, {{24, {1, 7}}, 1}})
+            EXPECT_EQ(SurveyBytes(file, 0, &choice).lines.size(), count);
 }
 
 TEST(Survey, KeepsWhatItCanReadOfADamagedFile)
