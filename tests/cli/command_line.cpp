@@ -287,6 +287,7 @@ static void WriteIcons(const TempFolder &folder)
     folder.Write("-icon.exe", built.bytes);
     PutU32(built.bytes, built.resources[2].dataEntry, 0x7FFFFFF0);
     folder.Write("icons.exe", built.bytes);
+    folder.Write("hollow.exe", BuildPe({.resources = {resources[2]}}).bytes);
     folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
 }
 
@@ -294,8 +295,10 @@ static void WriteIcons(const TempFolder &folder)
 // for another or meet.
 static void WriteSavedWhole(const TempFolder &folder)
 {
-    Bytes wide = {0xFF, 0xFE};
+    Bytes wide = {0xFF, 0xFE}, version = MakeVersion("a.b", "\xA9", true);
     AddEndedText(wide, "\r\n<?xml version", true);
+    PutU32(version, 68, 0x15); // flags
+    PutU32(version, 72, 5);    // a system that has no name
     folder.Write("forms.dll",
                  BuildPe({.resources = {{8, 1, Text("font")},
                                         {10, 1, MakePng(MakePicture(1, 1, 0xFF336699))},
@@ -307,7 +310,7 @@ static void WriteSavedWhole(const TempFolder &folder)
                                         {10, 7, wide},
                                         {23, 1, Text("\xEF\xBB\xBF <!DocType HTML>")},
                                         {23, 2, Text("<html5>")},
-                                        {16, 1, MakeVersion("a.b", "\xA9", true)},
+                                        {16, 1, version},
                                         {16, 1, Text("no version"), 0x407},
                                         {24, 2, Text("<assembly>")}}})
                      .bytes);
@@ -490,16 +493,27 @@ TEST(SaveCommand, FollowsNoLinkAndReplacesTheLinkItself)
     EXPECT_FALSE(fs::is_symlink(folder.path / "out/BITMAP/2.BMP"));
 }
 
-// Blocks of empty strings come to nothing, but are read over and over.
-TEST(SaveCommand, TakesNoMoreOfAFileThanItMayHave)
+// Blocks of empty strings come to nothing, but are read over and over; sounds are not only read.
+TEST(CommandLine, TakesNoMoreOfAFileThanItMayHave)
 {
     const TempFolder folder;
-    const std::string path = folder.Write("over.dll", MakeWorstPe(6, 1025, Bytes(65536)));
-    const ToolRun run = RunTool(folder, {"save", "--all", "--output", folder.Path("out"), path});
-    EXPECT_EQ(run.status, ExitFailed);
-    EXPECT_NE(run.err.find("longer than the 67108864 bytes"), std::string::npos) << run.err;
-    EXPECT_NE(run.err.find("not saved: 1."), std::string::npos) << run.err;
-    EXPECT_EQ(folder.Files().size(), 1 + 1024u);
+    Bytes sound = Text("RIFF????WAVE");
+    sound.resize(65536);
+    const std::string texts = folder.Write("texts", MakeWorstPe(6, 1025, Bytes(65536))),
+                      sounds = folder.Write("sounds", MakeWorstPe(10, 1025, sound));
+    const std::pair<Lines, std::string> cases[] = {
+        {{"save", "--all", "-o", folder.Path("out"), texts}, "not saved: 1."},
+        {{"strings", texts}, "is not read: with those before it"},
+        {{"page", "-o", folder.Path("page"), texts}, "is not read: with those before it"},
+        {{"page", "-o", folder.Path("all"), sounds}, "The page has the 67108864 bytes"},
+    };
+    for (const auto &[command, text] : cases) {
+        const ToolRun run = RunTool(folder, command);
+        EXPECT_EQ(run.status, ExitFailed);
+        EXPECT_NE(run.err.find(text), std::string::npos) << run.err;
+    }
+    EXPECT_EQ(folder.Files().size(), 4 + 1024u);
+    EXPECT_LT(ReadFile(folder.path / "all").size(), 67108864 + 65536 * 4u);
 }
 
 TEST(FileNames, AreTakenByBothSystemsAndToldApart)

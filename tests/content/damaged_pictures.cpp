@@ -13,7 +13,7 @@
 typedef std::vector<std::string> Lines;
 
 // The first pixels of a picture in memory, each in hexadecimal.
-static std::string PixelsAt(const void *dib)
+static std::string PixelsAt(const void *dib, int isIcon = 0)
 {
     DibHeader header;
     ReadDibHeader(dib, 40, &header);
@@ -21,7 +21,8 @@ static std::string PixelsAt(const void *dib)
     char digits[12];
     for (LONG y = 0; y < std::min<LONG>(std::abs(header.height), 3); y++)
         for (LONG x = 0; x < std::min<LONG>(header.width, 4); x++) {
-            snprintf(digits, sizeof digits, " %06X", (unsigned)GetDibPixel(dib, x, y));
+            snprintf(digits, sizeof digits, " %06X",
+                     (unsigned)(isIcon ? GetIconPixel : GetDibPixel)(dib, x, y));
             pixels += digits;
         }
     return pixels;
@@ -61,7 +62,7 @@ static std::string OutcomeOf(const Bytes &bytes, int isIcon)
         GlobalFree(copy);
         return told;
     }
-    told += ":" + (header.bitCount <= 8 ? PixelsAt(bytes.data())
+    told += ":" + (header.bitCount <= 8 ? PixelsAt(bytes.data(), isIcon)
                                         : PixelsOf(FlattenOverWhite(bytes.data(), isIcon)));
     if (!isIcon)
         return told;

@@ -118,30 +118,6 @@ TEST(Dib, CreatesAWholeBlockOrNone)
         EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
 }
 
-TEST(Dib, TheProofRefusesHeadersThatLie)
-{
-    const struct {
-        const char *lie;
-        size_t offset;
-        uint32_t value;
-        int isIcon;
-    } cases[] = {
-        {"stride that passes 32 bits", 4, 0x7FFFFFFF, 0},
-        {"height without an absolute value", 8, 0x80000000, 0},
-        {"rows that pass 32 bits", 8, 0x40000000, 0},
-        {"colour table that passes 32 bits", 32, 0xFFFFFFFF, 0},
-        {"icon of one row", 8, 1, 1},
-        {"icon stored top-down", 8, 0xFFFFFFFE, 1},
-        {"runs of other bits", 16, BI_RLE4, 0},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.lie);
-        Bytes dib = c.isIcon ? MakeIconImage(Colors(), 8) : MakeDib(Colors(), 8);
-        PutU32(dib, c.offset, c.value);
-        EXPECT_EQ(Fits(dib, dib.size(), c.isIcon), 0);
-    }
-}
-
 TEST(Dib, TheProofDrawsTheLineAt64MillionPixels)
 {
     // Rows of one bit: a thousand of them are 8 MB.

@@ -137,20 +137,6 @@ TEST(GroupFile, HoldsWhatTheFileHasOfItsPictures)
     }
 }
 
-TEST(GroupFile, TellsEachPictureInItsDirectory)
-{
-    const Bytes group = MakeIconGroup({{256, 256, 32, 999, 1}, {16, 32, 4, 0, 2}});
-    const MadeFile made = MakeFirst(
-        BuildPe(
-            {.resources = {{3, 1, Bytes(300, 'a')}, {3, 2, Bytes(20, 'b')}, {14, u"named", group}}})
-            .bytes);
-    Bytes directory;
-    for (const unsigned word :
-         {0, 1, 2, 0, 0, 1, 32, 300, 0, 38, 0, 0x2010, 16, 1, 4, 20, 0, 338, 0})
-        AddU16(directory, word);
-    EXPECT_EQ(Bytes(made.file.bytes.begin(), made.file.bytes.begin() + 38), directory);
-}
-
 TEST(GroupFile, OfOnePictureNamedOverAndOverIsBounded)
 {
     const std::vector<IconGroupMember> members(20000, {16, 16, 32, 0, 1});
