@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
 {
     struct Case {
-        const char *theirs; // what the other run makes
+        const char *theirs; // what the other run makes; NULL: this one's writes come back short
         bool replaces;
         size_t count;
         std::string files, told;
@@ -19,11 +19,14 @@ TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
         {"KIND/c.BIN", false, 2, "out/KIND/a.BIN=a out/KIND/b.BIN=b out/KIND/c.BIN=t ", ""},
         {"KIND/b.BIN", false, 1, "out/KIND/a.BIN=a out/KIND/b.BIN=t ", "b.BIN: The file is there"},
         {"KIND/b.BIN", true, 2, "out/KIND/a.BIN=a out/KIND/b.BIN=b ", ""},
+        {".unfinished-1/b.BIN", false, 2, "out/KIND/a.BIN=a out/KIND/b (2).BIN=b out/KIND/b.BIN=t ",
+         ""},
+        {nullptr, false, 0, "", "KIND"},
         {"KIND", false, 0, "out/.unfinished-1/a.BIN=a out/.unfinished-1/b.BIN=b out/KIND=t ",
          "KIND: The folder cannot be put in place and is left as .unfinished-1: "},
     };
     for (const Case &row : cases) {
-        SCOPED_TRACE(row.theirs);
+        SCOPED_TRACE(row.files);
         const TempFolder place;
         FILE *err = fopen(place.Path("err").c_str(), "w+b");
         SaveFolder folder = {};
@@ -33,9 +36,9 @@ TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
         folder.replaces = row.replaces;
         for (const char *name : {"a", "b"})
             SaveFile(&folder, "KIND", name, ".BIN", [&](FILE *file) {
-                if (row.theirs[0] != 0)
+                if (row.theirs != nullptr && row.theirs[0] != 0)
                     place.Write(std::string("out/") + row.theirs, Text("theirs"));
-                return fputs(name, file) < 0 ? WriteShort : WriteDone;
+                return fputs(name, file) < 0 || row.theirs == nullptr ? WriteShort : WriteDone;
             });
         const ExitStatus status = FinishSaveFolder(&folder);
         fclose(err);
@@ -46,6 +49,8 @@ TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
                 files += name + "=" + (char)ReadFile(place.path / name)[0] + " ";
         EXPECT_EQ(files, row.files);
         EXPECT_EQ(folder.count, row.count);
+        EXPECT_EQ(fs::exists(place.path / "out/.unfinished-1"),
+                  files.find(".unf") != std::string::npos);
         EXPECT_NE(std::string(told.begin(), told.end()).find(row.told), std::string::npos);
         EXPECT_EQ(told.empty(), row.told.empty());
         EXPECT_EQ(status, row.count == 2 ? ExitDone : ExitFailed);
