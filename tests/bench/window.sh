@@ -50,4 +50,5 @@ print "start of one with a menu bar and a tree" controls
 print "start" start
 print "quillmoor-cli list, 64,000 resources" list
 print "open 64,000 resources first" open
-"$build/tests/bench_window" "$runs"
+"$build/tests/bench_window" "$runs" >"$work/picture"
+print "select a picture of 4096 x 4096, 32 bits" picture
