@@ -422,7 +422,8 @@ static void WriteFiles(const TempFolder &folder)
     folder.Write("every.dll", EveryForm());
     folder.Write("none.dll", BuildPe({.resources = {{16, 1, {1}}, {u"OWN", 1, {2}}}}).bytes);
     folder.Write("64.dll", BuildPe({.resources = {{2, 1, {1}}}, .is64 = true}).bytes);
-    folder.Write("code.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".text"}).bytes);
+    folder.Write("code.dll",
+                 BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".te~\x7F"}).bytes);
     BuiltExecutable program = BuildNe({.resources = {{2, 3, Text("sixteen bits")}}});
     PutU16(program.bytes, program.header + 12, 0);
     folder.Write("16.exe", program.bytes);
