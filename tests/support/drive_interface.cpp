@@ -310,6 +310,12 @@ REPLACE(HWND, CreateWindowExA, DWORD extended, LPCSTR className, LPCSTR text, DW
                                instance, parameter);
 }
 
+REPLACE(void, DragAcceptFiles, HWND window, BOOL accepts)
+{
+    Tell("%s takes files: %d", WindowName(window), accepts);
+    RealDragAcceptFiles(window, accepts);
+}
+
 REPLACE(HWND, SetFocus, HWND window)
 {
     if (story.dialogs == 0)
