@@ -226,7 +226,7 @@ static void WriteSurveyed(const TempFolder &folder)
                                         {2, 2, MakeDib(picture, 4, DibForm::Core)},
                                         {2, 3, MakeDib(picture, 24, DibForm::TopDown)},
                                         {3, 5, MakeIconImage(picture, 4)},
-                                        {3, 6, MakePng(picture)},
+                                        {3, 6, MakePng(picture), 0x407},
                                         {3, 7, MakeIconImage(picture, 1), 0x407},
                                         {3, 7, MakeIconImage(picture, 8), 0x409},
                                         {3, 9, MakeIconImage(picture, 8)},
