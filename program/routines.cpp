@@ -61,12 +61,12 @@ LONG GetClientWidth(HWND window)
 {
     RECT rect = {};
     GetClientRect(window, &rect);
-    return rect.right - rect.left;
+    return rect.right; // the left is 0
 }
 
 LONG GetClientHeight(HWND window)
 {
     RECT rect = {};
     GetClientRect(window, &rect);
-    return rect.bottom - rect.top;
+    return rect.bottom;
 }

@@ -261,12 +261,11 @@ static void WriteRefused(const TempFolder &folder)
     other[GetU32(other, 60)] = 'L';
     folder.Write("le.exe", other);
     folder.Write("nothing.dll", BuildPe({.resources = {}}).bytes);
-    folder.Write("types.dll", BuildPe({.resources = {{16, 1, {1}},
-                                                     {24, 1, {1}},
-                                                     {u"TYPELIB", 1, {1}},
-                                                     {std::u16string(60, u'N'), 1, {1}},
-                                                     {240, 1, {1}}}})
-                                  .bytes);
+    std::vector<ResourceDescription> types = {
+        {16, 1, {1}}, {24, 1, {1}}, {u"TYPELIB", 1, {1}}, {std::u16string(60, u'N'), 1, {1}}};
+    for (int type = 240; type < 249; type++)
+        types.push_back({type, 1, {1}});
+    folder.Write("types.dll", BuildPe({.resources = types}).bytes);
     folder.Write("over.dll", MakeWorstPe(10, 1025, Bytes(65536)));
     folder.Write("rsrc1.dll", BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".rsrc1"}).bytes);
 }
@@ -308,6 +307,7 @@ static void WriteSavedWhole(const TempFolder &folder)
                                         {10, 5, Text("RIFF....ACON")},
                                         {10, 6, Text("%PDF-1.7")},
                                         {10, 7, wide},
+                                        {10, 8, Text("\xFF<html>")},
                                         {23, 1, Text("\xEF\xBB\xBF <!DocType HTML>")},
                                         {23, 2, Text("<html5>")},
                                         {16, 1, version},

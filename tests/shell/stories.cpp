@@ -78,6 +78,12 @@ TEST(Stories, Start)
         StartProgram();
     });
     StopProgram();
+    Step("start with settings that name a folder with no room for the file's name", [] {
+        WriteSettings("[Vellumax]\r\nApplicationPath=" + std::string(252, 'x') + "\r\n");
+        PressNext(IDOK);
+        StartProgram();
+    });
+    StopProgram();
     Step("start with a host module whose code would run", [] {
         BuiltExecutable host = BuildPe({.resources = {{2, 9004, {1}}}, .is64 = true});
         PutU16(host.bytes, host.header + 22, 0x2022);       // a library
