@@ -12,18 +12,18 @@
 
 typedef std::vector<std::string> Lines;
 
-// The first pixels of a picture in memory, each in hexadecimal.
+// The first pixels of a picture in memory, and some past its edges, each in hexadecimal.
 static std::string PixelsAt(const void *dib, int isIcon = 0)
 {
     DibHeader header;
     ReadDibHeader(dib, 40, &header);
     std::string pixels;
     char digits[12];
-    for (LONG y = 0; y < std::min<LONG>(std::abs(header.height), 3); y++)
-        for (LONG x = 0; x < std::min<LONG>(header.width, 4); x++) {
-            snprintf(digits, sizeof digits, " %06X",
-                     (unsigned)(isIcon ? GetIconPixel : GetDibPixel)(dib, x, y));
-            pixels += digits;
+    for (LONG y = -1; y < std::min<LONG>(std::abs(header.height) + 1, 3); y++)
+        for (LONG x = -1; x < std::min<LONG>(header.width + 1, 4); x++) {
+            const DWORD pixel = (isIcon ? GetIconPixel : GetDibPixel)(dib, x, y);
+            snprintf(digits, sizeof digits, " %06X", (unsigned)pixel);
+            pixels += pixel == NO_PIXEL ? " -" : digits;
         }
     return pixels;
 }

@@ -39,37 +39,6 @@ static int Fits(const Bytes &bytes, size_t size, int isIcon = 0)
     return PictureFits(part.data(), (DWORD)size, isIcon);
 }
 
-TEST(Dib, ReadsPixelsOfEveryBitCount)
-{
-    const std::vector<uint32_t> table = {0xFFFFFFFF, 0xFF0000FF};
-    const struct {
-        int bits;
-        DibForm form;
-        DWORD white, blue; // pixel values
-    } cases[] = {
-        {1, DibForm::Plain, 0, 1},
-        {4, DibForm::Plain, 0, 1},
-        {8, DibForm::Plain, 0, 1},
-        {1, DibForm::Core, 0, 1},
-        {8, DibForm::Core, 0, 1},
-        {24, DibForm::Core, 0xFFFFFFFF, 0xFFFF0000},
-        {24, DibForm::Plain, 0xFFFFFFFF, 0xFFFF0000},
-        {32, DibForm::Plain, 0xFFFFFFFF, 0xFFFF0000},
-        {16, DibForm::Plain, NO_PIXEL, NO_PIXEL},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.bits);
-        Picture picture = MakePicture(9, 2, 0xFFFFFFFF);
-        picture.At(8, 0) = 0xFF0000FF;
-        Bytes dib = MakeDib(picture, c.bits, c.form, c.bits <= 8 ? table : std::vector<uint32_t>());
-        EXPECT_EQ(GetDibPixel(dib.data(), 7, 0), c.white);
-        EXPECT_EQ(GetDibPixel(dib.data(), 8, 0), c.blue);
-        EXPECT_EQ(GetDibPixel(dib.data(), 8, 1), c.white);
-        for (auto [x, y] : {std::pair(9, 0), {-1, 0}, {0, 2}, {0, -1}})
-            EXPECT_EQ(GetDibPixel(dib.data(), x, y), NO_PIXEL);
-    }
-}
-
 TEST(Dib, WritesOnePixelAndKeepsItsNeighbours)
 {
     const struct {
