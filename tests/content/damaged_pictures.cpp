@@ -20,7 +20,7 @@ static std::string PixelsAt(const void *dib, int isIcon = 0)
     std::string pixels;
     char digits[12];
     for (LONG y = -1; y < std::min<LONG>(std::abs(header.height) + 1, 3); y++)
-        for (LONG x = -1; x < std::min<LONG>(header.width + 1, 4); x++) {
+        for (LONG x = -1; x < std::min<LONG>(header.width + 1, 10); x++) {
             const DWORD pixel = (isIcon ? GetIconPixel : GetDibPixel)(dib, x, y);
             snprintf(digits, sizeof digits, " %06X", (unsigned)pixel);
             pixels += pixel == NO_PIXEL ? " -" : digits;
@@ -92,11 +92,11 @@ TEST(DamagedPictures, ComeToWhatTheirTextTells)
 {
     Lines told;
     TellAll(&told, DibsToDamage(), 0);
-    Picture picture = MakePicture(3, 2, 0xFFFF0000);
+    Picture picture = MakePicture(9, 2, 0xFFFF0000);
     picture.At(1, 0) = 0xFF000000;
-    picture.At(2, 1) = 0;
+    picture.At(8, 1) = 0;
     std::vector<Bytes> icons;
-    for (const int bits : {4, 24, 32})
+    for (const int bits : {1, 4, 24, 32})
         icons.push_back(MakeIconImage(picture, bits));
     TellAll(&told, icons, 1);
     ExpectTold(told, CONTENT_FOLDER "/damaged_pictures.txt",

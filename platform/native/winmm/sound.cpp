@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstring>
 #include <dlfcn.h>
+#include <functional>
 #include <type_traits>
 #include <vector>
 
@@ -180,24 +181,69 @@ static bool IsPlayable(const SDL_AudioSpec &format)
            format.channels <= 8;
 }
 
+namespace
+{
+
+struct Chunk {
+    size_t content;       // its place
+    uint32_t told, there; // its length, as it says and as much as there is of it
+};
+
+} // namespace
+
+static void TakeChunks(const char *bytes, uint32_t size,
+                       const std::function<void(const Chunk &)> &take)
+{
+    ByteReader riff = OpenBytes(bytes, size);
+    for (size_t at = firstChunk; at < size;) {
+        const uint32_t told = ReadU32(&riff, at + 4);
+        if (riff.failed)
+            return;
+        const size_t content = at + chunkHeaderSize;
+        take({content, told, std::min(told, size - static_cast<uint32_t>(content))});
+        at = content + told + told % 2;
+    }
+}
+
+// A block of IMA ADPCM has, for each channel, a sample in four bytes and two in each that follows
+// (Microsoft's "Multimedia Data Standards Update"). For a format that tells of fewer SDL writes
+// past its memory.
+static bool TellsWholeBlocks(const char *format, uint32_t length)
+{
+    constexpr WORD imaAdpcm = 0x11, extensible = 0xFFFE;
+    ByteReader fields = OpenBytes(format, length);
+    const WORD tag = ReadU16(&fields, 0);
+    const int64_t channels = ReadU16(&fields, 2), blockSize = ReadU16(&fields, 12);
+    if (tag != imaAdpcm && (tag != extensible || ReadU16(&fields, 24) != imaAdpcm))
+        return true;
+    const int64_t samples = ReadU16(&fields, 18);
+    return samples == 0 || 2 * (blockSize - 4 * channels) == channels * (samples - 1);
+}
+
+static bool IsDecodedSafely(const char *bytes, uint32_t size)
+{
+    bool isSafe = true;
+    TakeChunks(bytes, size, [&](const Chunk &chunk) {
+        const char *content = bytes + chunk.content;
+        if (memcmp(content - chunkHeaderSize, "fmt ", 4) == 0)
+            isSafe = isSafe && TellsWholeBlocks(content, chunk.there);
+    });
+    return isSafe;
+}
+
 // SDL sets as much memory aside as a chunk says that it is long. Of one that says more than there
 // is, the last, the length is made true, in a copy; without one the copy stays empty.
 static std::vector<char> MendLastChunk(const char *bytes, uint32_t size)
 {
-    ByteReader riff = OpenBytes(bytes, size);
-    for (size_t at = firstChunk; at < size;) {
-        const uint32_t length = ReadU32(&riff, at + 4);
-        const size_t start = at + chunkHeaderSize;
-        if (riff.failed || length <= size - start) {
-            at = start + length + length % 2;
-            continue;
-        }
-        std::vector<char> mended(bytes, bytes + size);
+    std::vector<char> mended;
+    TakeChunks(bytes, size, [&](const Chunk &chunk) {
+        if (chunk.told == chunk.there)
+            return;
+        mended.assign(bytes, bytes + size);
         for (size_t i = 0; i < 4; ++i)
-            mended[at + 4 + i] = static_cast<char>((size - start) >> 8 * i);
-        return mended;
-    }
-    return {};
+            mended[chunk.content - 4 + i] = static_cast<char>(chunk.there >> 8 * i);
+    });
+    return mended;
 }
 
 // Decodes the sound. On success its samples are freed with SDL_FreeWAV.
@@ -207,14 +253,17 @@ static bool LoadSound(const char *bytes, WaveSound *sound)
     const uint32_t rest = ReadU32(&header, 4);
     if (memcmp(bytes, "RIFF", 4) != 0 || rest > SDL_MAX_SINT32 - riffHeaderSize)
         return false;
+    const uint32_t size = rest + riffHeaderSize;
+    if (!IsDecodedSafely(bytes, size))
+        return false;
     // a sound that ends early plays as far as it goes
     sdl.SetHint(SDL_HINT_WAVE_RIFF_CHUNK_SIZE, "force");
     sdl.SetHint(SDL_HINT_WAVE_TRUNCATION, "dropframe");
     *sound = {};
-    const std::vector<char> mended = MendLastChunk(bytes, rest + riffHeaderSize);
+    const std::vector<char> mended = MendLastChunk(bytes, size);
     const char *whole = mended.empty() ? bytes : mended.data();
-    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(whole, static_cast<int>(rest + riffHeaderSize)), 1,
-                        &sound->format, &sound->samples, &sound->size))
+    if (!sdl.LoadWAV_RW(sdl.RWFromConstMem(whole, static_cast<int>(size)), 1, &sound->format,
+                        &sound->samples, &sound->size))
         return false;
     if (IsPlayable(sound->format))
         return true;

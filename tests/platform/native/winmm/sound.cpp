@@ -243,6 +243,10 @@ TEST(Sound, ReadsNothingBehindTheSizeInTheRiffHeader)
             if (PlayBeforeUnreadable(wave))
                 return 3;
         }
+        // Blocks that hold more samples than they tell.
+        for (const Bytes &samples : {Bytes{2, 0, 2, 0}, {2, 0, 3, 0}, {2, 0, 8, 0}})
+            if (Play(MakeWave({WAVE_TAG_IMA_ADPCM, 1, 22050, 4, 8, samples, Bytes(15, 0x30)})))
+                return 5;
         PutU32(wave, 0, 0x58464952); // "RIFX"
         return PlayBeforeUnreadable(wave) ? 4 : 0;
     };
