@@ -95,10 +95,10 @@ TEST(GroupFile, HoldsWhatTheFileHasOfItsPictures)
         std::string pictures; // behind the directory
     } cases[] = {
         {"both",
-         {{3, 1, Text("PNG")}, {3, 2, Text("second")}, {14, 1, two}},
+         {{3, 1, Text("P")}, {3, 2, Text("second")}, {14, 1, two}},
          GroupDone,
          0,
-         "PNGsecond"},
+         "Psecond"},
         {"its language first",
          {{3, 1, Text("German"), 0x407},
           {3, 1, Text("English")},
