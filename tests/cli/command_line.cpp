@@ -258,8 +258,12 @@ static void WriteRefused(const TempFolder &folder)
     folder.Write("letter", Text("M"));
     folder.Write("letters", Text("MZ"));
     Bytes other = BuildFour().bytes;
-    other[GetU32(other, 60)] = 'L';
-    folder.Write("le.exe", other);
+    // Signatures of letters and of none.
+    for (const std::string signature : {"LE", " E", "!~", "L\x7F", "\x7F!", "L "}) {
+        std::copy(signature.begin(), signature.end(), other.begin() + GetU32(other, 60));
+        folder.Write("new" + std::to_string(signature[0]) + "-" + std::to_string(signature[1]),
+                     other);
+    }
     folder.Write("nothing.dll", BuildPe({.resources = {}}).bytes);
     std::vector<ResourceDescription> types = {
         {16, 1, {1}}, {24, 1, {1}}, {u"TYPELIB", 1, {1}}, {std::u16string(60, u'N'), 1, {1}}};

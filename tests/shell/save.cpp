@@ -48,6 +48,7 @@ TEST_F(Save, AFileThatWasCreatedAndNotFilledIsGone)
         broken.count = 0; // what is behind the last one is nothing
         EXPECT_EQ(SaveResource(globals.mainWindow, &broken, 0), 0);
         EXPECT_EQ(TakeShown(), Texts());
+        EXPECT_EQ(GetEntry(nullptr, &entry, 0), 0);
         GlobalFree(broken.entries);
     }
 }
