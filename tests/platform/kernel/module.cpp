@@ -49,6 +49,7 @@ TEST(Module, TextsAreCutToTheBuffer)
     }
     char text[8] = "before";
     EXPECT_EQ(LoadStringA(program, 1, text, sizeof text), 0); // no such block
+    EXPECT_STREQ(text, "");
     EXPECT_EQ(LoadStringA(program, 111 + 16, text, sizeof text), 0);
 }
 

@@ -300,6 +300,7 @@ TEST_F(IconTest, IsTheNearestImageWithTheMostBits)
     EXPECT_EQ(Show({cyan, red, green}).At(5, 5), 0xFF0000u);
     EXPECT_EQ(Show({cyan, green}).At(5, 5), 0x00FFFFu);
     EXPECT_EQ(Show({green, cyan}).At(5, 5), 0x00FF00u);
+    EXPECT_EQ(LoadCursorA(GetModuleHandleA(nullptr), IDC_ARROW), nullptr); // is the system's alone
 }
 
 } // namespace

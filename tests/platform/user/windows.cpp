@@ -235,9 +235,10 @@ TEST_F(MessageTest, APointFindsTheTopmostWindowThatShowsAndTakesInput)
     EXPECT_EQ(WindowFromPoint(point), above);
     MoveWindow(child, 0, 0, 50, 50, TRUE);
     EXPECT_EQ(WindowFromPoint(point), child);
-    EXPECT_EQ(WindowFromPoint({149, 149}), child);
-    EXPECT_NE(WindowFromPoint({150, 110}), child);
-    EXPECT_NE(WindowFromPoint({110, 150}), child);
+    for (const POINT inside : {POINT{100, 100}, {149, 149}})
+        EXPECT_EQ(WindowFromPoint(inside), child);
+    for (const POINT outside : {POINT{150, 110}, {110, 150}, {99, 110}, {110, 99}})
+        EXPECT_NE(WindowFromPoint(outside), child);
     TakeInput(child, false);
     EXPECT_EQ(WindowFromPoint(point), above);
     TakeInput(above, false);

@@ -11,7 +11,8 @@ TEST(AnsiPage, FollowsTheLanguageOfTheLocale)
         {"de_DE@euro", 1252}, {"pl_PL.UTF-8", 1250}, {"ru_RU.KOI8-R", 1251}, {"ru", 1251},
         {"el_GR", 1253},      {"tr_TR.UTF-8", 1254}, {"he_IL", 1255},        {"ar_EG.UTF-8", 1256},
         {"lt_LT", 1257},      {"vi_VN", 1258},       {"th_TH.TIS-620", 874}, {"ja_JP.UTF-8", 1252},
-        {"sr_RS", 1251},      {"sr_RS@latin", 1250}, {"rus_RU", 1252},
+        {"sr_RS", 1251},      {"sr_RS@latin", 1250}, {"rus_RU", 1252},       {"uz_UZ", 1254},
+        {"az", 1254},         {"az@cyrillic", 1251}, {"uz@cyrillic", 1251},  {"de@cyrillic", 1252},
     };
     for (const auto &[locale, page] : cases)
         EXPECT_EQ(CodePageOfLocale(locale), page) << locale;

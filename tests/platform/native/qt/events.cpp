@@ -23,6 +23,7 @@ static std::string PathsIn(HDROP drop)
     std::string paths = " at " + std::to_string(place.x) + "," + std::to_string(place.y);
     char path[6]; // the longest is cut
     for (UINT i = 0; DragQueryFileA(drop, i, nullptr, 0) > 0; ++i) {
+        DragQueryFileA(drop, i, path, 0); // which has no room
         paths += " " + std::to_string(DragQueryFileA(drop, i, path, sizeof path));
         paths += " " + Described(Text(path));
     }

@@ -58,8 +58,11 @@ TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
     const std::string page = folder.Write("my page.htm", Text("<html>"));
     char application[MAX_PATH];
     const std::string opener = WriteProgram(folder, "a b/xdg-open", noteArguments);
-    WriteProgram(folder, "a b/xdg-mime", "#!/bin/sh\nexit 0\n");
-    EXPECT_LE((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
+    for (const char *unknowing : {"#!/bin/sh\nexit 0\n", "#!/bin/sh\necho b.desktop\nexit 1\n",
+                                  "#!/no/such/interpreter\n"}) {
+        WriteProgram(folder, "a b/xdg-mime", unknowing);
+        EXPECT_LE((INT_PTR)FindExecutableA(page.c_str(), "", application), 32);
+    }
     WriteProgram(folder, "a b/xdg-mime",
                  "#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo b.desktop\n");
     EXPECT_LE((INT_PTR)FindExecutableA((page + "x").c_str(), "", application), 32);
