@@ -107,6 +107,8 @@ static const Command commands[] = {
     {"strings", {"strings", "FILE"}},
     {"strings --json", {"strings", "--json", "FILE"}},
     {"page", {"page", "FILE", "-o", "OUT/page.html"}, {"."}},
+    {"page, printed", {"page", "FILE", "-o", "-"}},
+    {"icon, printed", {"icon", "FILE", "-"}},
 };
 
 // Runs a command with each call failing once. A run that says it is done has done all; another says
