@@ -4,12 +4,26 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdlib>
+
 namespace fs = std::filesystem;
+
+// What a write that finds the disk full leaves.
+static WriteOutcome FillDisk()
+{
+#ifdef _WIN32
+    _doserrno = ERROR_DISK_FULL;
+#else
+    errno = ENOSPC;
+#endif
+    return WriteShort;
+}
 
 TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
 {
     struct Case {
-        const char *theirs; // what the other run makes; NULL: this one's writes come back short
+        const char *theirs; // what the other run makes; NULL: this one's writes find the disk full
         bool replaces;
         size_t count;
         std::string files, told;
@@ -38,7 +52,8 @@ TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
             SaveFile(&folder, "KIND", name, ".BIN", [&](FILE *file) {
                 if (row.theirs != nullptr && row.theirs[0] != 0)
                     place.Write(std::string("out/") + row.theirs, Text("theirs"));
-                return fputs(name, file) < 0 || row.theirs == nullptr ? WriteShort : WriteDone;
+                fputs(name, file);
+                return row.theirs == nullptr ? FillDisk() : WriteDone;
             });
         const ExitStatus status = FinishSaveFolder(&folder);
         fclose(err);
@@ -49,6 +64,7 @@ TEST(SaveFolder, MeetsWhatAnotherRunPutsInItsPlaceMeanwhile)
                 files += name + "=" + (char)ReadFile(place.path / name)[0] + " ";
         EXPECT_EQ(files, row.files);
         EXPECT_EQ(folder.count, row.count);
+        EXPECT_EQ(folder.isDiskFull, row.theirs == nullptr);
         EXPECT_EQ(fs::exists(place.path / "out/.unfinished-1"),
                   files.find(".unf") != std::string::npos);
         EXPECT_NE(std::string(told.begin(), told.end()).find(row.told), std::string::npos);
