@@ -123,12 +123,21 @@ static std::string TraitsOf(QWidget *widget)
                        .arg(reader->role());
     if (reader->state().readOnly)
         told += QLatin1String(" read only");
-    if (QAccessibleTextInterface *text = reader->textInterface())
-        told += QStringLiteral(" lines %1 \"%2\" selected %3 caret %4")
+    if (QAccessibleTextInterface *text = reader->textInterface()) {
+        int selected[] = {9, 9}, alike[] = {9, 9};
+        text->selection(0, &selected[0], &selected[1]);
+        told += text->attributes(1, &alike[0], &alike[1]);
+        told += QStringLiteral(" lines %1 \"%2\" selected %3 %4 %5 caret %6 alike %7 %8 letter %9")
                     .arg(reader->state().multiLine)
                     .arg(text->text(0, text->characterCount()))
                     .arg(text->selectionCount())
-                    .arg(text->cursorPosition());
+                    .arg(selected[0])
+                    .arg(selected[1])
+                    .arg(text->cursorPosition())
+                    .arg(alike[0])
+                    .arg(alike[1])
+                    .arg(text->offsetAtPoint({1, 1}));
+    }
     if (widget->isWindow())
         told += QStringLiteral(" at %1 %2 \"%3\" flags %4 modal %5 drops %6")
                     .arg(widget->x())
