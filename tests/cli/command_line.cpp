@@ -235,6 +235,12 @@ static void WriteSurveyed(const TempFolder &folder)
                                         {14, 30, MakeIconGroup({{4, 2, 1, 0, 7}}), 0x407},
                                         {14, 31, MakeIconGroup({{4, 2, 8, 0, 7}}), 0x409}}})
                      .bytes);
+    ExecutableDescription kinds; // of PNG
+    for (unsigned char kind = 0; kind < 8; kind++) {
+        kinds.resources.push_back({3, kind + 1, MakePng(picture)});
+        kinds.resources.back().data[25] = kind;
+    }
+    folder.Write("png.dll", BuildPe(kinds).bytes);
     BuiltExecutable unpacks =
         BuildPe({.resources = {{10, 1, Text("kept")}, {10, 2, Text("packed")}}});
     PutU32(unpacks.bytes, unpacks.sectionHeader + 16,
@@ -458,6 +464,9 @@ TEST(CommandLine, DoesWhatItsTranscriptTells)
             RunCommand(folder, line.substr(2), &told);
     }
     fs::current_path(before);
+    FILE *nothing = OpenContent({});
+    EXPECT_EQ(RunCommandLine({}, nothing, nothing), ExitUsage);
+    fclose(nothing);
     ExpectTold(told, CLI_FOLDER "/commands.txt", TOLD_FOLDER "/commands.told.txt");
 }
 
