@@ -46,7 +46,7 @@ static void BecomeProgram(char *const *arguments)
 // Waits for a child; a child that somebody else waited for counts as one that failed.
 static int WaitFor(pid_t child)
 {
-    int status = -1;
+    int status;
     while (waitpid(child, &status, 0) < 0)
         if (errno != EINTR)
             return -1;
@@ -97,9 +97,7 @@ bool StartProgram(const std::string &path, const std::vector<std::string> &argum
         const pid_t grandchild = fork();
         if (grandchild == 0)
             BecomeProgram(pointers.data());
-        if (grandchild <= 0 && write(failure[1], "!", 1) != 1)
-            _exit(2);
-        _exit(grandchild <= 0);
+        _exit(grandchild <= 0 && write(failure[1], "!", 1) != 1);
     }
     close(failure[1]);
     // The pipe closes by itself when the program has begun.

@@ -59,9 +59,9 @@ static void PaintGroupBox(HWND button)
 {
     constexpr LONG captionLeft = 9, captionGap = 2;
     Painting painting(button);
-    const Window *record = WindowOf(button);
-    if (!painting.dc || !record)
+    if (!painting.dc)
         return;
+    const Window *record = WindowOf(button);
     const auto ground = reinterpret_cast<HBRUSH>(SendMessageA(record->parent, WM_CTLCOLORSTATIC,
                                                               reinterpret_cast<WPARAM>(painting.dc),
                                                               reinterpret_cast<LPARAM>(button)));

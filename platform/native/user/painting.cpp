@@ -291,10 +291,9 @@ static void PaintNow(HWND window)
         return;
     if (!IsEmpty(record->invalid))
         SendMessageA(window, WM_PAINT, 0, 0);
-    record = WindowOf(window);
-    if (!record)
-        return;
-    const std::vector<HWND> children = record->children;
+    // Who paints may do anything, the end of the window included.
+    const Window *painted = WindowOf(window);
+    const std::vector<HWND> children = painted ? painted->children : std::vector<HWND>();
     for (HWND child : children)
         PaintNow(child);
 }

@@ -108,9 +108,7 @@ class AudioDevice
     // Makes SDL ready; its handlers would swallow the signals that end the program.
     bool Start()
     {
-        if (!started) {
-            if (!sdl.Load())
-                return false;
+        if (!started && sdl.Load()) {
             SilenceSoundLibrary();
             sdl.SetMainReady();
             sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");

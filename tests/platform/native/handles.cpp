@@ -42,23 +42,3 @@ TEST(Handles, ObjectsKeepTheirAddress)
     for (int i = 0; i < 5000; i++)
         EXPECT_EQ(*table.Find(handles[(size_t)i]), i);
 }
-
-// An object whose end adds to its own table, as a window's does.
-struct Chained {
-    HandleTable<std::unique_ptr<Chained>, HandleKind::Window> *table;
-    ~Chained()
-    {
-        if (table != nullptr)
-            table->Add(std::make_unique<Chained>(Chained{nullptr}));
-    }
-};
-
-TEST(Handles, AnObjectsEndMayUseTheTable)
-{
-    HandleTable<std::unique_ptr<Chained>, HandleKind::Window> table;
-    std::unique_ptr<Chained> object(new Chained{&table});
-    void *handle = table.Add(std::move(object));
-    EXPECT_TRUE(table.Remove(handle));
-    EXPECT_EQ(table.Find(handle), nullptr);
-    EXPECT_EQ(table.Count(), 1u);
-}

@@ -157,25 +157,14 @@ TEST_F(DialogTest, IsNotShownWithoutATemplate)
     EXPECT_FALSE(EndDialog(dead, 1));
     EXPECT_TRUE(told.empty());
 
-    // Nor when a control is of no class, "Q". One of the system's, by number, is made.
-    const Bytes head = {0, 0, 0xC0, 0x80, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 60, 0, 40, 0, 0, 0, 0, 0, 0,
-                        0, // a caption, and one control at (1, 1)
-                        0, 0, 0,    0x50, 0, 0, 0, 0, 1, 0, 1, 0, 9, 0, 9,  0, 1,  0};
-    Bytes wrong = head;
-    AddBytes(wrong, {0x51, 0, 0, 0, 0, 0, 0, 0});
-    ExecutableDescription description = {.resources = {{5, 1, wrong, 0}}, .is64 = true};
-    for (unsigned number = 0x80; number <= 0x85; number++) {
-        Bytes whole = head;
-        AddU16(whole, 0xFFFF);
-        AddU16(whole, number);
-        AddU32(whole, 0);
-        description.resources.push_back({5, number, whole, 0});
-    }
+    // Nor when a control is of no class, "Q".
+    const Bytes wrong = {
+        0, 0, 0xC0, 0x80, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 60, 0, 40, 0, 0,    0, 0, 0, 0,
+        0, // a caption, and one control at (1, 1)
+        0, 0, 0,    0x50, 0, 0, 0, 0, 1, 0, 1, 0, 9, 0, 9,  0, 1,  0, 0x51, 0, 0, 0, 0, 0, 0, 0};
+    const ExecutableDescription description = {.resources = {{5, 1, wrong, 0}}, .is64 = true};
     const TempFolder folder;
     HMODULE module = LoadLibraryA(folder.Write("dialogs.exe", BuildPe(description).bytes).c_str());
-    onInit = [](HWND dialog, LPARAM) { EndDialog(dialog, GetDlgItem(dialog, 1) ? 8 : 9); };
-    for (int number = 0x80; number <= 0x85; number++)
-        EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(number), owner, TestProcedure, 0), 8);
     EXPECT_EQ(DialogBoxParamA(module, MAKEINTRESOURCEA(1), owner, TestProcedure, 0), -1);
     EXPECT_TRUE(FreeLibrary(module));
 }

@@ -84,11 +84,15 @@ TEST_F(MessageTest, TheMouseIsHeardAfterWhatIsPostedAndByTheCapture)
             told.push_back("right " + std::to_string(id) + "=" + std::to_string(header->idFrom));
         return 0;
     };
+    actions[WM_PAINT] = [](HWND painted, WPARAM, LPARAM) -> LRESULT {
+        return told.push_back("paint"), DefWindowProcA(painted, WM_PAINT, 0, 0);
+    };
     told.clear();
+    InvalidateRect(window, nullptr, FALSE);
     Click(tree, 3, 4, true);
     PostMessageA(window, WM_COMMAND, 1, 0);
     RunWaiting();
-    EXPECT_EQ(told, (Lines{"command 1", "press 516 at 24,15 cursor 34,35", "right 5=5"}));
+    EXPECT_EQ(told, (Lines{"command 1", "press 516 at 24,15 cursor 34,35", "right 5=5", "paint"}));
 
     told.clear();
     DoubleClick(window, 150, 60);

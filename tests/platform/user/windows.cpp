@@ -43,6 +43,9 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
     }
     EXPECT_EQ(Make("owned", dead), nullptr);
     names.erase(nullptr);
+    EXPECT_EQ(LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
+    EXPECT_EQ(LoadCursorA(instance, IDC_ARROW), nullptr); // it is the system's alone
+    EXPECT_EQ(LoadIconA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
     HDC memory = CreateCompatibleDC(nullptr);
     EXPECT_EQ(ReleaseDC(owner, memory), 0); // no window's
     DeleteDC(memory);
@@ -62,35 +65,27 @@ TEST_F(MessageTest, ADeadWindowIsRefusedEverywhere)
     EXPECT_TRUE(ReleaseCapture());
 }
 
-TEST_F(MessageTest, DestructionTellsParentsFirstAndOwnedWindowsGoWithTheirOwner)
+TEST_F(MessageTest, DestructionTellsOwnedWindowsThenParentsAndThoseThatAreStillThere)
 {
-    HWND window = Make("main");
-    HWND child = Make("child", window, WS_CHILD, 5);
-    HWND grandchild = Make("grandchild", child, WS_CHILD, 6);
-    HWND owned = Make("owned", window);
-    told.clear();
-    EXPECT_TRUE(DestroyWindow(window));
-    EXPECT_EQ(told,
-              (Lines{"destroy owned", "destroy main", "destroy child", "destroy grandchild"}));
-    RECT rect;
-    for (HWND dead : {window, child, grandchild, owned})
-        EXPECT_FALSE(GetClientRect(dead, &rect));
-}
-
-TEST_F(MessageTest, ChildrenMayGoBeforeTheirTurn)
-{
-    for (const char *teller : {"main", "first"}) {
-        HWND window = Make("main");
-        Make("first", window, WS_CHILD, 5);
-        HWND second = Make("second", window, WS_CHILD, 6);
+    const std::pair<const char *, Lines> cases[] = {
+        {"nobody", {"owned", "main", "first", "inner", "second"}},
+        {"main", {"owned", "main", "second", "first", "inner"}},
+        {"first", {"owned", "main", "first", "second", "inner"}}};
+    for (const auto &[teller, order] : cases) {
+        HWND window = Make("main"), first = Make("first", window, WS_CHILD, 5);
+        HWND inner = Make("inner", first, WS_CHILD, 6);
+        HWND second = Make("second", window, WS_CHILD, 7), owned = Make("owned", window);
         told.clear();
         actions[WM_DESTROY] = [&](HWND gone, WPARAM, LPARAM) -> LRESULT {
             return NameOf(gone) == teller ? DestroyWindow(second) : 0;
         };
-        DestroyWindow(window);
-        EXPECT_EQ(told, teller == std::string("main")
-                            ? (Lines{"destroy main", "destroy second", "destroy first"})
-                            : (Lines{"destroy main", "destroy first", "destroy second"}));
+        EXPECT_TRUE(DestroyWindow(window));
+        for (std::string &line : told)
+            line.erase(0, std::string("destroy ").size());
+        EXPECT_EQ(told, order);
+        RECT rect;
+        for (HWND dead : {window, first, inner, second, owned})
+            EXPECT_FALSE(GetClientRect(dead, &rect));
     }
 }
 

@@ -72,6 +72,10 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
     close(told[0]);
     close(told[1]);
     EXPECT_EQ(answer, 'y');
+    char name[MAX_PATH];
+    for (const UINT slashes : {248, 249}) // the longer path does not fit
+        EXPECT_EQ(GetTempFileNameA(std::string(slashes, '/').c_str(), "ABC", 0xFFFF, name),
+                  slashes == 248 ? 0xFFFFu : 0u);
     std::set<std::string> left;
     for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.path))
         left.insert(entry.path().lexically_relative(folder.path));

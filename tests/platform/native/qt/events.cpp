@@ -167,6 +167,11 @@ TEST(QtEvents, BringTheMessagesThatTheirTextTells)
     RECT place;
     GetWindowRect(main, &place);
     Tell("move to " + std::to_string(place.left) + "," + std::to_string(place.top));
+    for (LPCSTR name : {IDC_WAIT, IDC_WAIT, IDC_ARROW, IDC_ARROW}) {
+        SetCursor(LoadCursorA(nullptr, name));
+        const QCursor *cursor = QApplication::overrideCursor();
+        told.push_back("cursor " + std::to_string(cursor ? cursor->shape() : -1));
+    }
     HWND owned = make("Listener", "owned", WS_POPUP | WS_CAPTION, {90, 90, 80, 80}, main);
     Tell("another window that it owns");
     for (const int number : {SIGHUP, SIGINT}) {

@@ -285,7 +285,7 @@ static void ShowEveryControl()
     Bytes dialog;
     AddU32(dialog, WS_POPUP | WS_CAPTION | DS_MODALFRAME);
     AddU32(dialog, 0);
-    for (const int word : {12, 0, 0, 90, 220, 0, 0, 0})
+    for (const int word : {13, 0, 0, 90, 240, 0, 0, 0})
         AddU16(dialog, (unsigned)word);
     for (const Bytes &control :
          {Control(7, 0, 0x80, "A group"), Control(7, 18, 0x80, ""),
@@ -294,13 +294,18 @@ static void ShowEveryControl()
           Control(2 | WS_BORDER, 108, 0x82, "end"), Control(2, 126, 0x85, ""),
           Control(WS_DISABLED, 144, 0x83, ""), Control(WS_TABSTOP, 162, 0x80, "&No"),
           Control(WS_TABSTOP | WS_DISABLED, 180, 0x80, "N&ever"),
-          Control(WS_TABSTOP, 198, 0x80, "&Later")}) {
+          Control(WS_TABSTOP, 198, 0x80, "&Later"), Control(3, 216, 0x82, "#7")}) {
         PadTo(dialog, 4);
         AddBytes(dialog, control);
     }
     const QTemporaryDir folder;
     const std::string path = folder.filePath("somebody.dll").toStdString();
-    const Bytes module = BuildPe({.resources = {{5, 1, dialog}}, .is64 = true}).bytes;
+    // Half of it inverts what is below.
+    Bytes icon = MakeIconImage(MakePicture(32, 32, 0x00FF0080), 32);
+    std::fill(icon.end() - 64, icon.end(), (BYTE)0);
+    const Bytes group = MakeIconGroup({{32, 32, 32, icon.size(), 1}});
+    const Bytes module =
+        BuildPe({.resources = {{5, 1, dialog}, {3, 1, icon}, {14, 7, group}}, .is64 = true}).bytes;
     std::ofstream(path, std::ios::binary).write((const char *)module.data(), (long)module.size());
     HMODULE loaded = LoadLibraryA(path.c_str());
     EXPECT_EQ(DialogBoxParamA(loaded, MAKEINTRESOURCEA(1), globals.mainWindow, EndAtOk, 0), 1);

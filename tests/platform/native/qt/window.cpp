@@ -301,22 +301,11 @@ TEST_F(QtWindow, MessagesAreDispatchedWhileALoopOfQtsOwnRuns)
     EXPECT_TRUE(WaitFor([] { return Tree()->model()->rowCount() == 0; })); // it follows later
 }
 
-// Opens a chooser, and in it does what ends the program.
-void EndWithAChooserOpen(const std::function<void()> &end)
-{
-    QtWindow::Command(IDM_OPEN, {{Shown<QFileDialog>, end}});
-    EXPECT_EQ(QtWindow::Frame(), nullptr);
-    EXPECT_TRUE(IsQuitting());
-}
-
-TEST_F(QtWindow, TheExitCommandEndsTheProgramAlsoWithAChooserOpen)
-{
-    EndWithAChooserOpen([] { PostMessageA(globals.mainWindow, WM_COMMAND, IDM_EXIT, 0); });
-}
-
 TEST_F(QtWindow, ASignalEndsTheProgramAlsoWithAChooserOpen)
 {
-    EndWithAChooserOpen([] { raise(SIGTERM); });
+    Command(IDM_OPEN, {{Shown<QFileDialog>, [] { raise(SIGTERM); }}});
+    EXPECT_EQ(Frame(), nullptr);
+    EXPECT_TRUE(IsQuitting());
 }
 
 // In pages; 0 under the address sanitizer, which keeps freed memory and tells of leaks itself.

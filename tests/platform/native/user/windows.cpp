@@ -1,7 +1,5 @@
 // The quiet half with a recorder in place of the display: what the display reports, what it is
 // told, and what Windows does not promise.
-#include <cstring>
-
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
@@ -99,7 +97,31 @@ TEST_F(NativeWindow, PixelsFollowTheScreensRatio)
     EXPECT_EQ(pixels.memory.back() & 0xFFFFFF, 0xFFFFFFu);
 }
 
-// --- popup menus, choosers ---
+TEST_F(NativeWindow, WhatIsPaintedBelowShowsThroughWhatIsDrawnAbove)
+{
+    HWND child = MakeControl("static", window, 5, {30, 20, 130, 80}, WS_BORDER);
+    HWND inner = MakeControl("static", child, 6, {10, 5, 30, 25});
+    UpdateWindow(window);
+    ReleaseDC(window, GetDC(window));
+    const auto tellCovered = [this](const char *when) {
+        told.push_back(when);
+        for (const RECT &part : WindowOf(window)->overlay.covered)
+            for (const LONG edge : {part.left, part.top, part.right, part.bottom})
+                told.back() += " " + std::to_string(edge);
+    };
+    tellCovered("all");
+    InvalidateRect(inner, nullptr, FALSE);
+    UpdateWindow(window);
+    tellCovered("but one");
+    MoveWindow(child, 0, 0, 10, 100, TRUE);
+    tellCovered("moved");
+    EXPECT_EQ(told,
+              (Lines{"all 0 0 200 100", "but one 0 0 200 26 0 46 200 100 0 26 41 46 61 26 200 46",
+                     "moved 10 0 200 20 10 20 30 26 130 20 200 26 10 80 200 100 10 46 30 80 "
+                     "130 46 200 80 10 26 30 46 130 26 200 46"}));
+}
+
+// --- popup menus ---
 
 TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
@@ -123,32 +145,6 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
     MSG message;
     EXPECT_FALSE(GetMessageA(&message, nullptr, 0, 0));
     DestroyMenu(menu);
-}
-
-TEST_F(NativeWindow, AChooserFillsTheRecordOnlyWhenAFileIsConfirmed)
-{
-    char path[20] = "7.BIN";
-    OPENFILENAMEA record = {};
-    record.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
-    record.lpstrFilter = "Icon files\0*.ICO\0All files\0*.*\0";
-    record.nFilterIndex = 1;
-    record.lpstrFile = path;
-    record.nMaxFile = sizeof path;
-    static bool isConfirmed;
-    for (bool confirms : {false, true}) {
-        isConfirmed = confirms;
-        visible.chooseFile = [](FileChoice *choice) {
-            EXPECT_TRUE(choice->isSave);
-            EXPECT_EQ(choice->pathSize, 20u);
-            EXPECT_STREQ(choice->path, "7.BIN");
-            std::strcpy(choice->path, "/d.x/other");
-            choice->filterIndex = 2;
-            return isConfirmed;
-        };
-        EXPECT_EQ(GetSaveFileNameA(&record), (BOOL)confirms);
-        EXPECT_STREQ(path, confirms ? "/d.x/other" : "7.BIN");
-        EXPECT_EQ(record.nFilterIndex, confirms ? 2u : 1u);
-    }
 }
 
 } // namespace

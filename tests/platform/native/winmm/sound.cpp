@@ -238,11 +238,15 @@ TEST(Sound, ReadsNothingBehindTheSizeInTheRiffHeader)
         PutU32(wave, 40, 0x7fffffff); // the data's own size, for which no memory is set aside
         if (!PlayBeforeUnreadable(wave))
             return 2;
-        for (uint32_t rate : {0u, 0x7fffffffu, 0xffffffffu}) {
+        for (uint32_t rate : {0u, 99u, 100u, 1000000u, 1000001u, 0x7fffffffu, 0xffffffffu}) {
             PutU32(wave, 24, rate);
-            if (PlayBeforeUnreadable(wave))
+            if (PlayBeforeUnreadable(wave) != (rate == 100 || rate == 1000000))
                 return 3;
         }
+        for (unsigned channels : {8u, 9u})
+            if (PlayBeforeUnreadable(MakeWave({.channels = channels, .samples = Bytes(144)})) !=
+                (channels == 8))
+                return 6;
         // Blocks that hold more samples than they tell.
         for (const Bytes &samples : {Bytes{2, 0, 2, 0}, {2, 0, 3, 0}, {2, 0, 8, 0}})
             if (Play(MakeWave({WAVE_TAG_IMA_ADPCM, 1, 22050, 4, 8, samples, Bytes(15, 0x30)})))
