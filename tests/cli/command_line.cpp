@@ -464,7 +464,7 @@ TEST(CommandLine, DoesWhatItsTranscriptTells)
             RunCommand(folder, line.substr(2), &told);
     }
     fs::current_path(before);
-    FILE *nothing = OpenContent({});
+    FILE *nothing = tmpfile();
     EXPECT_EQ(RunCommandLine({}, nothing, nothing), ExitUsage);
     fclose(nothing);
     ExpectTold(told, CLI_FOLDER "/commands.txt", TOLD_FOLDER "/commands.told.txt");
