@@ -154,6 +154,7 @@ TEST(Resources, DamagedOnesAreWhatTheirTextTells)
             HMODULE module = LoadLibraryA(folder.Write("module.dll", file).c_str());
             const std::string outcome = TellResources(module, type);
             FreeLibrary(module);
+            remove(folder.Path("module.dll").c_str()); // writing it anew waits for the disk
             return Described(Text(outcome));
         };
         told.push_back("Of type " + std::to_string(type));
