@@ -19,7 +19,7 @@ wine_packages="wine64 libwine xvfb xauth"
 zip_packages="g++-mingw-w64-i686 binutils-mingw-w64-i686 zip unzip"
 # What the Debian packages are built and looked through with, and what their test asks besides.
 deb_packages="build-essential dpkg-dev debhelper lintian perl"
-deb_test_packages="debootstrap appstream desktop-file-utils mandoc zsh fish"
+deb_test_packages="debootstrap appstream desktop-file-utils libglib2.0-bin mandoc zsh fish"
 
 # need_packages NAME...: installs those that the machine lacks.
 need_packages() {
