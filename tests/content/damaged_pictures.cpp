@@ -96,7 +96,7 @@ TEST(DamagedPictures, ComeToWhatTheirTextTells)
     picture.At(1, 0) = 0xFF000000;
     picture.At(8, 1) = 0;
     std::vector<Bytes> icons;
-    for (const int bits : {1, 4, 24, 32})
+    for (const int bits : {1, 4, 8, 24, 32})
         icons.push_back(MakeIconImage(picture, bits));
     TellAll(&told, icons, 1);
     ExpectTold(told, CONTENT_FOLDER "/damaged_pictures.txt",

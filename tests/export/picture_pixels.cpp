@@ -20,35 +20,6 @@ static PicturePixels PixelsOf(const Picture &picture)
     return pixels;
 }
 
-// Nine pixels wide, so that rows end inside a byte.
-static Picture MakeMarked()
-{
-    Picture picture = MakePicture(9, 2, 0xFF000000);
-    picture.At(8, 0) = 0xFFFFFFFF;
-    picture.At(0, 1) = 0;
-    picture.At(8, 1) = 0;
-    return picture;
-}
-
-TEST(PicturePixels, OfIconsAreColoredWhereTheMaskLetsThem)
-{
-    for (const int bits : {1, 4, 8, 24, 32}) {
-        SCOPED_TRACE(bits);
-        Picture picture = MakeMarked();
-        if (bits > 1)
-            picture.At(1, 0) = 0xFF204060;
-        const std::vector<uint32_t> colors = {0, 0xFFFFFF, 0x204060};
-        const Bytes icon =
-            MakeIconImage(picture, bits, {colors.begin(), colors.begin() + (bits == 1 ? 2 : 3)});
-        PicturePixels pixels;
-        ASSERT_TRUE(ReadIconPixels(icon.data(), (DWORD)icon.size(), &pixels));
-        EXPECT_EQ(pixels.width, 9);
-        EXPECT_EQ(ColorsOf(pixels), picture.pixels);
-        EXPECT_FALSE(ReadIconPixels(icon.data(), 60, &pixels));
-        EXPECT_TRUE(pixels.values.empty());
-    }
-}
-
 TEST(PicturePixels, OfBitmapsAreThoseOfEveryForm)
 {
     Picture picture = MakePicture(9, 3, 0xFF000000);

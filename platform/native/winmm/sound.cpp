@@ -189,6 +189,7 @@ struct Chunk {
 
 } // namespace
 
+// Hands on each chunk of a RIFF file in turn.
 static void TakeChunks(const char *bytes, uint32_t size,
                        const std::function<void(const Chunk &)> &take)
 {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 // The program's own resources are in the test program too.
 
 TEST(Module, FindsTheProgramsResourcesAndNoOthers)
@@ -28,6 +30,26 @@ TEST(Module, FindsTheProgramsResourcesAndNoOthers)
     EXPECT_EQ(LoadResource(program, nullptr), nullptr);
     EXPECT_EQ(LockResource(nullptr), nullptr);
     EXPECT_EQ(SizeofResource(program, nullptr), 0u);
+}
+
+TEST(Module, TextsAreCutToTheBuffer)
+{
+    HMODULE program = GetModuleHandleA(nullptr);
+    const char *whole = "There has been an error creating this file.";
+    struct {
+        int size;
+        size_t length;
+    } const cases[] = {{260, 43}, {44, 43}, {43, 42}, {6, 5}, {1, 0}};
+    for (const auto &row : cases) {
+        char text[300];
+        memset(text, '#', sizeof text);
+        EXPECT_EQ(LoadStringA(program, IDS_CREATE_ERROR, text, row.size), (int)row.length);
+        EXPECT_EQ(std::string(text), std::string(whole, row.length));
+        EXPECT_EQ(text[row.length + 1], '#');
+    }
+    char text[8] = "before";
+    EXPECT_EQ(LoadStringA(program, 1, text, sizeof text), 0); // no such block
+    EXPECT_EQ(LoadStringA(program, 111 + 16, text, sizeof text), 0);
 }
 
 // Resources hold the one byte that they are described with.

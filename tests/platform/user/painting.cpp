@@ -1,4 +1,5 @@
 // What windows and controls show, by the pixels of real windows.
+#include "samples/builder/builder.h"
 #include "tests/support/drive.h"
 
 #include "tests/support/canvas.h"
@@ -165,7 +166,7 @@ TEST_F(PaintingTest, AnOwnerDrawnButtonBeginsInTheColourThatItsParentGives)
 
 // --- static controls ---
 
-const DWORD centered = 1, rightAligned = 2, noPrefix = 0x80; // SS_
+const DWORD centered = 1, rightAligned = 2, asIcon = 3, noPrefix = 0x80; // SS_
 
 struct StaticTest : PaintingTest {
     // The rectangle around a text's letters in a control of 180 x 80 pixels.
@@ -215,6 +216,90 @@ TEST_F(StaticTest, TextIsLaidOutAsItsCharactersSay)
     EXPECT_NEAR(middle.left, 180 - middle.right, 2);
     EXPECT_GE(right.right, 177);
     EXPECT_GT(right.left, 160);
+}
+
+// --- icons ---
+
+struct IconTest : StaticTest {
+    std::vector<HMODULE> modules; // the system may keep an icon for the next one at the same place
+
+    ~IconTest() override
+    {
+        for (HMODULE module : modules)
+            FreeLibrary(module);
+    }
+
+    // The pixels of a control of 50 x 50 that shows a module's icon of these images.
+    Pixels Show(const std::vector<std::pair<int, Bytes>> &images)
+    {
+        ExecutableDescription description;
+        description.is64 = true;
+        std::vector<IconGroupMember> members;
+        for (const auto &[side, image] : images) {
+            const unsigned id = (unsigned)members.size() + 1;
+            members.push_back({side, side, image[14], image.size(), id});
+            description.resources.push_back({3, (int)id, image, 0});
+        }
+        description.resources.push_back({14, 7, MakeIconGroup(members), 0});
+        const std::string name = "icon" + std::to_string(modules.size()) + ".exe";
+        modules.push_back(LoadLibraryA(TestFile(name, BuildPe(description).bytes).c_str()));
+        return Show("#7", modules.back());
+    }
+
+    Pixels Show(const char *name, HMODULE module)
+    {
+        Letters(""); // a white background from here on
+        HWND control = CreateWindowExA(0, "static", name, WS_CHILD | WS_VISIBLE | asIcon, 0, 0, 50,
+                                       50, window, (HMENU)9, module, nullptr);
+        UpdateWindow(control);
+        const Pixels pixels = PixelsOf(control);
+        DestroyWindow(control);
+        return pixels;
+    }
+};
+
+TEST_F(IconTest, IsAsLargeAsEveryIconAndSeenThroughItsMask)
+{
+    for (int side : {16, 32, 48})
+        for (int bits : {4, 8, 16, 24, 32}) {
+            Picture picture = MakePicture(side, side, 0xFFFF0000);
+            for (int y = 0; y < side; y++)
+                std::fill_n(&picture.At(0, y), side / 2, 0);
+            const Pixels shown = Show({{side, MakeIconImage(picture, bits)}});
+            SCOPED_TRACE(testing::Message() << side << ", " << bits);
+            ASSERT_EQ(shown.width, 32);
+            EXPECT_EQ(shown.height, 32);
+            EXPECT_EQ(shown.At(13, 20), 0xFFFFFFu);
+            EXPECT_EQ(shown.At(18, 20), 0xFF0000u);
+        }
+    EXPECT_EQ(Show({{32, MakeIconImage(MakePicture(32, 32, 0x800000FF), 32)}}).At(5, 5), 0x7F7FFFu);
+    // With no opaque pixel at all, the mask alone counts; where it is set, the colour inverts.
+    Bytes clear = MakeIconImage(MakePicture(32, 32, 0x00FF0000), 32);
+    std::fill(clear.end() - 64, clear.end(), (BYTE)0);
+    const Pixels shown = Show({{32, clear}});
+    EXPECT_EQ(shown.At(5, 5), 0xFF0000u);
+    EXPECT_EQ(shown.At(5, 25), 0x00FFFFu);
+    Bytes cut = MakeIconImage(MakePicture(32, 32, 0xFFFF0000), 4);
+    cut.resize(300);
+    EXPECT_EQ(Show({{32, cut}}).width, 50); // no icon
+    // Round the system's own sign for information, too, the ground is seen.
+    const Pixels sign = Show("#32516", nullptr);
+    EXPECT_EQ(sign.At(0, 0), 0xFFFFFFu);
+    EXPECT_NE(sign.At(16, 28), 0xFFFFFFu);
+}
+
+TEST_F(IconTest, IsTheNearestImageWithTheMostBits)
+{
+    const auto image = [](int side, int bits, uint32_t color) {
+        return std::pair(side, MakeIconImage(MakePicture(side, side, color), bits));
+    };
+    const auto red = image(32, 4, 0xFFFF0000), blue = image(32, 24, 0xFF0000FF),
+               green = image(16, 32, 0xFF00FF00), cyan = image(48, 32, 0xFF00FFFF);
+    EXPECT_EQ(Show({red, blue}).At(5, 5), 0x0000FFu);
+    EXPECT_EQ(Show({blue, red}).At(5, 5), 0x0000FFu);
+    EXPECT_EQ(Show({cyan, red, green}).At(5, 5), 0xFF0000u);
+    EXPECT_EQ(Show({cyan, green}).At(5, 5), 0x00FFFFu);
+    EXPECT_EQ(Show({green, cyan}).At(5, 5), 0x00FF00u);
 }
 
 } // namespace
