@@ -112,6 +112,13 @@ static HWND CreateHiddenTree()
                            nullptr, nullptr);
 }
 
+// Destroys the tree with its pictures, which are not its own.
+static void DestroyHiddenTree(HWND tree)
+{
+    ImageList_Destroy((HIMAGELIST)SendMessageA(tree, TVM_SETIMAGELIST, TVSIL_NORMAL, 0));
+    DestroyWindow(tree);
+}
+
 static ExitStatus ListFiles(ListRun *run)
 {
     ExitStatus status = ExitDone;
@@ -144,6 +151,6 @@ ExitStatus RunList(const ListOptions &options, FILE *out, FILE *err)
         fclose(run.file);
     ReleaseCatalog(&openCatalog);
     if (run.tree != nullptr)
-        DestroyWindow(run.tree);
+        DestroyHiddenTree(run.tree);
     return status;
 }

@@ -2,6 +2,7 @@
 #include "cli/command_line.h"
 #include "samples/builder/builder.h"
 #include "tests/faults/failing.h"
+#include "tests/faults/handles.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,8 @@ struct FailingRun {
         out = fopen(folder.Path("standard output").c_str(), "wb");
         err = fopen(folder.Path("standard error").c_str(), "wb");
         static char buffers[2][BUFSIZ]; // that no allocation makes
+        static const int free = fileno(err); // a file that a command leaves open takes its place
+        EXPECT_EQ(fileno(err), free);
         setvbuf(out, buffers[0], _IOFBF, BUFSIZ);
         setvbuf(err, buffers[1], _IOFBF, BUFSIZ);
     }
@@ -137,9 +140,17 @@ static void CheckCommand(const Command &command, Failing kind)
     const Bytes listed = run.Out();
     prepare();
     int tellings = 0;
+    long kept = 0; // allocations
     const int count = FailEachOnce(
-        kind, [&] { run.status = RunCommandLine(arguments, run.out, run.err); },
+        kind,
         [&] {
+            const long before = CountLiveAllocations();
+            run.status = RunCommandLine(arguments, run.out, run.err);
+            kept = CountLiveAllocations() - before;
+        },
+        [&] {
+            EXPECT_EQ(kept, 0);
+            EXPECT_EQ(liveHandles.blocks, 0);
             run.End();
             const Tree made = TreeOf(run.output);
             // A folder that cannot be given its name stays, and is named.
