@@ -45,7 +45,7 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
     ReadingOptions options;
     options.salvage = run->options->salvage;
     options.allDoes = "lists";
-    ReadingResult result = ReadExecutable(file, run->tree, options, reason);
+    const ReadingResult result = ReadExecutable(file, run->tree, options, reason);
     if (result != ReadingDone)
         return result;
     AppendHeading(run, path);
@@ -55,11 +55,6 @@ static ReadingResult ListCatalog(ListRun *run, const std::string &path, FILE *fi
         AppendCatalog(&run->listing, path, file, codePage);
     else
         AppendTree(&run->listing, run->tree, codePage);
-    // The kind of the file and the groups of icons are read anew.
-    if (reason->empty() && NotedFailure() == FailureUnreadable) {
-        *reason = FailureText();
-        result = ReadingRefused;
-    }
     ReleaseCatalog(&openCatalog);
     return result;
 }
@@ -93,6 +88,11 @@ static bool ListFile(ListRun *run, const std::string &path)
                                    : ListCatalog(run, path, run->file, &reason);
         fclose(run->file);
         run->file = nullptr;
+    }
+    // The kind of the file, its pictures and their groups are read for the list alone.
+    if (result == ReadingDone && reason.empty() && NotedFailure() == FailureUnreadable) {
+        reason = FailureText();
+        result = ReadingRefused;
     }
     if (result == ReadingRefused && run->options->json) {
         JsonObject object;

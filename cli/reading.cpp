@@ -63,7 +63,10 @@ static std::string AdviseAll(FILE *file, const std::string &whenRead)
 ReadingResult ReadExecutable(FILE *file, HWND tree, const ReadingOptions &options,
                              std::string *reason)
 {
-    const ProbeOutcome outcome = ProbeFile(tree, file);
+    ProbeOutcome outcome = ProbeFile(tree, file);
+    // What of a 16-bit file found no memory is left out of what was read.
+    if (outcome == ProbeRead && NotedFailure() == FailureMemory)
+        outcome = ProbeFailed;
     const bool isEmpty = openCatalog.count == 0;
     *reason = "";
     if (outcome == ProbeRead && !isEmpty)

@@ -27,10 +27,11 @@ struct IdLess {
 
 // What is told of a file at its end.
 struct AllNotes {
-    size_t absent;   // resources that are not in the file
-    size_t missing;  // pictures that groups name and the file lacks
-    size_t damaged;  // string tables
-    size_t leftOver; // resources past the bound
+    size_t absent;     // resources that are not in the file
+    size_t missing;    // pictures that groups name and the file lacks
+    size_t damaged;    // string tables
+    size_t unreadable; // resources
+    size_t leftOver;   // resources past the bound
 };
 
 struct AllRun {
@@ -136,7 +137,12 @@ static void SaveResource(AllRun *run, const TypeRun *typeRun, const SurveyedReso
     // Its own bytes before they are read, whatever is made of them.
     if (!TakeBytes(run, resource->size))
         return;
+    run->source.pages->isUnreadable = false;
     ChooseSaveForm(&run->source, resource, &form);
+    if (run->source.pages->isUnreadable) {
+        run->notes.unreadable++;
+        return;
+    }
     const uint64_t size = SaveFormSize(resource, &form);
     if (size > resource->size && !TakeBytes(run, size - resource->size))
         return;
@@ -177,6 +183,9 @@ static void TellNotes(const AllRun *run)
     TellCountOf(run, "Resources that are not in the file: ", notes.absent);
     TellCountOf(run, "Pictures of icons and cursors that are not in the file: ", notes.missing);
     TellCountOf(run, "String tables that are damaged, and saved as they are: ", notes.damaged);
+    if (notes.unreadable > 0)
+        FaultOf(run->saving->folder, run->saving->folder->source,
+                "Resources that cannot be read: " + std::to_string(notes.unreadable) + ".");
     if (notes.leftOver > 0)
         FaultOf(run->saving->folder, run->saving->folder->source,
                 "The resources together are longer than the " +

@@ -54,18 +54,15 @@ static bool StartBrowser(HWND owner, const char *address)
 static bool StartAssociated(const char *document)
 {
     char application[MAX_PATH];
-    char commandLine[MAX_PATH + 1 + MAX_PATH + 1];
     if ((INT_PTR)FindExecutableA(document, "", application) <= 32)
         return false;
-    if (snprintf(commandLine, sizeof commandLine, "%s %s", application, document) >=
-        (int)sizeof commandLine)
-        return false;
+    std::string commandLine = std::string(application) + ' ' + document;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_SHOWMAXIMIZED;
     PROCESS_INFORMATION process;
-    if (!CreateProcessA(nullptr, commandLine, nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
+    if (!CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS,
                         nullptr, nullptr, &startup, &process))
         return false;
     CloseHandle(process.hThread);

@@ -11,6 +11,7 @@ void OpenPages(FilePages *pages, FILE *file)
     const int64_t length = FileLength(file);
     pages->file = file;
     pages->length = length < 0 ? 0 : (uint64_t)length;
+    pages->isUnreadable = false;
     for (FilePage &page : pages->pages)
         page.length = 0;
 }
@@ -25,6 +26,7 @@ static bool ReadAt(FilePages *pages, uint64_t offset, void *bytes, size_t size)
     if (SeekTo(pages->file, offset) && fread(bytes, 1, size, pages->file) == size)
         return true;
     NoteFailure(FailureUnreadable, offset);
+    pages->isUnreadable = true;
     return false;
 }
 

@@ -46,9 +46,13 @@ static bool KeepData(NeTableWalk *walk, ResourceEntry *entry)
     GlobalUnlock(entry->data);
     if (!whole)
         NoteFailure(FailureUnreadable, entry->fileOffset);
-    // A record that cannot be appended is left out, and the reading goes on.
-    if (!whole || entry->name[0] == 0 || !AddEntry(reading->tree, reading->categoryItem, entry))
+    const bool isMeant = whole && entry->name[0] != 0;
+    const bool isKept = isMeant && AddEntry(reading->tree, reading->categoryItem, entry);
+    if (!isKept)
         GlobalFree(entry->data);
+    // A record that cannot be appended is left out, and the reading goes on.
+    if (isMeant && !isKept)
+        NoteFailure(FailureMemory, entry->fileOffset);
     return whole;
 }
 

@@ -239,6 +239,7 @@ static void WriteSurveyed(const TempFolder &folder)
     for (unsigned char kind = 0; kind < 8; kind++) {
         kinds.resources.push_back({3, kind + 1, MakePng(picture)});
         kinds.resources.back().data[25] = kind;
+        PutU32(kinds.resources.back().data, 16, kind % 2 == 0 ? 0x04030201 : 0x04000000);
     }
     folder.Write("png.dll", BuildPe(kinds).bytes);
     BuiltExecutable unpacks =
@@ -321,7 +322,7 @@ static void WriteSavedWhole(const TempFolder &folder)
                                         {23, 1, Text("\xEF\xBB\xBF <!DocType HTML>")},
                                         {23, 2, Text("<html5>")},
                                         {16, 1, version},
-                                        {16, 1, Text("no version"), 0x407},
+                                        {16, 1, Text("GIF89a: no version"), 0x407},
                                         {24, 2, Text("<assembly>")}}})
                      .bytes);
     std::vector<ResourceDescription> meeting;
@@ -331,6 +332,7 @@ static void WriteSavedWhole(const TempFolder &folder)
     for (const char16_t *name : {u"", u"unnamed", u"UNNAMED", u"1", u"../up", u"\u202E", u"x "})
         meeting.push_back({2, name, Text("named")});
     meeting.push_back({2, 1, Text("numbered")});
+    meeting.push_back({2, 1, Text("neutral"), 0});
     folder.Write("meeting.dll", BuildPe({.resources = meeting, .keepOrder = true}).bytes);
 }
 
@@ -432,8 +434,10 @@ static void WriteFiles(const TempFolder &folder)
     folder.Write("every.dll", EveryForm());
     folder.Write("none.dll", BuildPe({.resources = {{16, 1, {1}}, {u"OWN", 1, {2}}}}).bytes);
     folder.Write("64.dll", BuildPe({.resources = {{2, 1, {1}}}, .is64 = true}).bytes);
-    folder.Write("code.dll",
-                 BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".te~\x7F"}).bytes);
+    BuiltExecutable code = BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".te~\x7F"});
+    folder.Write("code.dll", code.bytes);
+    PutU32(code.bytes, code.header + 24 + 92, 2); // directories: that of resources is none of them
+    folder.Write("code2.dll", code.bytes);
     BuiltExecutable program = BuildNe({.resources = {{2, 3, Text("sixteen bits")}}});
     PutU16(program.bytes, program.header + 12, 0);
     folder.Write("16.exe", program.bytes);
@@ -511,22 +515,29 @@ TEST(SaveCommand, FollowsNoLinkAndReplacesTheLinkItself)
 TEST(CommandLine, TakesNoMoreOfAFileThanItMayHave)
 {
     const TempFolder folder;
-    Bytes sound = Text("RIFF????WAVE");
+    Bytes sound = Text("RIFF????WAVE"), bitmap = MakeDib(MakePicture(128, 126, 0), 32);
     sound.resize(65536);
+    bitmap.resize(65536);
     const std::string texts = folder.Write("texts", MakeWorstPe(6, 1025, Bytes(65536))),
-                      sounds = folder.Write("sounds", MakeWorstPe(10, 1025, sound));
+                      sounds = folder.Write("sounds", MakeWorstPe(10, 1025, sound)),
+                      bitmaps = folder.Write("bitmaps", MakeWorstPe(2, 1025, bitmap));
     const std::pair<Lines, std::string> cases[] = {
         {{"save", "--all", "-o", folder.Path("out"), texts}, "not saved: 1."},
         {{"strings", texts}, "is not read: with those before it"},
         {{"page", "-o", folder.Path("page"), texts}, "is not read: with those before it"},
         {{"page", "-o", folder.Path("all"), sounds}, "The page has the 67108864 bytes"},
+        {{"page", "-o", folder.Path("drawn"), bitmaps}, "than a file may have: 1."},
     };
     for (const auto &[command, text] : cases) {
         const ToolRun run = RunTool(folder, command);
         EXPECT_EQ(run.status, ExitFailed);
         EXPECT_NE(run.err.find(text), std::string::npos) << run.err;
     }
-    EXPECT_EQ(folder.Files().size(), 4 + 1024u);
+    const Bytes drawn = ReadFile(folder.path / "drawn");
+    const std::string_view tree((const char *)drawn.data(), drawn.size());
+    EXPECT_NE(tree.find("href=\"#f1r1023\""), tree.npos);
+    EXPECT_EQ(tree.find("href=\"#f1r1024\""), tree.npos);
+    EXPECT_EQ(folder.Files().size(), 6 + 1024u);
     EXPECT_LT(ReadFile(folder.path / "all").size(), 67108864 + 65536 * 4u);
 }
 

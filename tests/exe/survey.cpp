@@ -73,6 +73,11 @@ TEST(Survey, FindsWhatLoadersFindWhereverItLies)
             PutU32(without, built.header + 24 + (is64 ? 112 : 96) + 16, 0);
             EXPECT_EQ(SurveyBytes(without).outcome, ProbeRead);
             EXPECT_EQ(SurveyBytes(without).lines, name[0] == '.' ? fourLines : Lines{});
+            // So it does to what lies past its end.
+            const size_t stored = built.resources[0].data - built.table;
+            PutU32(without, built.sectionHeader + 8, (uint32_t)stored);
+            PutU32(without, built.sectionHeader + 16, (uint32_t)stored);
+            EXPECT_EQ(SurveyBytes(without).lines, name[0] == '.' ? fourLines : Lines{});
         }
     }
 }
@@ -165,29 +170,4 @@ TEST(Survey, RefusesNamesThatAreNamedOverAndOver)
     for (const TypePlaces &type : built.types)
         PutU32(built.bytes, type.entry, GetU32(built.bytes, built.types[0].entry));
     EXPECT_EQ(SurveyBytes(built.bytes).failure, FailureNames);
-}
-
-TEST(Survey, SurvivesEveryCutAndEveryWildByte)
-{
-    ExecutableDescription wide = DescribeFour();
-    wide.is64 = true;
-    for (const Bytes &good : {BuildPe(wide).bytes, BuildNe(DescribeFour()).bytes}) {
-        for (size_t length = 0; length < good.size(); length++) {
-            const Surveyed told =
-                SurveyBytes(Bytes(good.begin(), good.begin() + (ptrdiff_t)length));
-            EXPECT_EQ(told.outcome == ProbeRead, told.failure == FailureNone);
-            if (told.outcome == ProbeRead) {
-                EXPECT_EQ(told.lines.size(), 4u);
-            }
-        }
-        Bytes bytes = good;
-        for (size_t at = 60; at < good.size(); at++) {
-            for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
-                bytes[at] = (unsigned char)value;
-                const Surveyed told = SurveyBytes(bytes);
-                EXPECT_EQ(told.outcome == ProbeRead, told.failure == FailureNone);
-            }
-            bytes[at] = good[at];
-        }
-    }
 }

@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <new>
+#include <stdio_ext.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -180,7 +181,6 @@ WRAP(int, openat, (int folder, const char *path, int flags, mode_t mode),
      (folder, path, flags, mode), Failing::Files, -1)
 WRAP(FILE *, fopen, (const char *path, const char *mode), (path, mode), Failing::Files, nullptr)
 WRAP(FILE *, fdopen, (int file, const char *mode), (file, mode), Failing::Files, nullptr)
-WRAP(int, fflush, (FILE * file), (file), Failing::Files, EOF)
 WRAP(ssize_t, pread, (int file, void *bytes, size_t size, off_t offset),
      (file, bytes, size, offset), Failing::Files, -1)
 WRAP(int, mkdir, (const char *path, mode_t mode), (path, mode), Failing::Files, -1)
@@ -213,6 +213,16 @@ size_t __wrap_fread(void *bytes, size_t size, size_t count, FILE *file)
     if (fails)
         errno = EIO;
     return read;
+}
+
+int __real_fflush(FILE *file);
+int __wrap_fflush(FILE *file);
+int __wrap_fflush(FILE *file)
+{
+    if (!IsTurnOf(Failing::Files, "fflush"))
+        return __real_fflush(file);
+    __fpurge(file);
+    return EOF;
 }
 
 int __real_fclose(FILE *file);

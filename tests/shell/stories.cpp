@@ -78,20 +78,35 @@ TEST(Stories, Start)
         StartProgram();
     });
     StopProgram();
-    Step("start with settings that name a folder with no room for the file's name", [] {
-        WriteSettings("[Vellumax]\r\nApplicationPath=" + std::string(252, 'x') + "\r\n");
-        PressNext(IDOK);
-        StartProgram();
-    });
-    StopProgram();
-    Step("start with a host module whose code would run", [] {
-        BuiltExecutable host = BuildPe({.resources = {{2, 9004, {1}}}, .is64 = true});
-        PutU16(host.bytes, host.header + 22, 0x2022);       // a library
-        PutU32(host.bytes, host.header + 40, host.address); // and its entry point
-        TestFile("VLXPRO.EXE", host.bytes);
-        PressNext(IDOK);
-        StartProgram();
-    });
+    // The longest that has room for the file's name, and one more.
+    for (const size_t length : {248, 249}) {
+        Step("start with settings that name a folder of " + std::to_string(length) + " bytes", [&] {
+            WriteSettings("[Vellumax]\r\nApplicationPath=" + std::string(length, 'x') + "\r\n");
+            PressNext(IDOK);
+            StartProgram();
+        });
+        StopProgram();
+    }
+    WriteSettings("[Vellumax]\r\nApplicationPath=" + TestFolder() + "\r\n");
+    const struct {
+        const char *what;
+        unsigned flags;
+        bool hasEntry;
+    } hosts[] = {{"a program", 0x22, true},
+                 {"a library without code", 0x2022, false},
+                 {"a library whose code would run", 0x2022, true}};
+    for (const auto &c : hosts) {
+        Step(std::string("start with a host module that is ") + c.what, [&] {
+            BuiltExecutable host = BuildPe({.resources = {{2, 9004, {1}}}, .is64 = true});
+            PutU16(host.bytes, host.header + 22, c.flags);
+            PutU32(host.bytes, host.header + 40, c.hasEntry ? host.address : 0);
+            TestFile("VLXPRO.EXE", host.bytes);
+            if (&c == std::end(hosts) - 1)
+                PressNext(IDOK);
+            StartProgram();
+        });
+        StopProgram();
+    }
     EndStory("start");
 }
 

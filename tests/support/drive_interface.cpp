@@ -438,8 +438,9 @@ static void TellChooser(const char *what, const OPENFILENAMEA &request)
     int count = 0;
     for (const char *at = request.lpstrFilter; *at != 0; at += strlen(at) + 1, count++)
         filters += (count % 2 == 0 ? (count == 0 ? "" : "; ") : " ") + std::string(at);
-    Tell("%s over %s, of %s: filters %s, the %u., folder %s, name %s of %u%s, flags %X", what,
+    Tell("%s over %s, of %s%s: filters %s, the %u., folder %s, name %s of %u%s, flags %X", what,
          WindowName(request.hwndOwner), ModuleName(request.hInstance),
+         request.lStructSize == OPENFILENAME_SIZE_VERSION_400A ? "" : " in another form",
          Plain(filters.c_str()).c_str(), (unsigned)request.nFilterIndex,
          Plain(request.lpstrInitialDir).c_str(), Plain(request.lpstrFile).c_str(),
          (unsigned)request.nMaxFile, request.lpstrFileTitle != nullptr ? " and alone" : "",
