@@ -55,6 +55,7 @@ std::string Plain(const char *text)
     Replace(from, inAddress, "{program}/");
     Replace(from, "file:///{", "file://{");
     Replace(from, "{program}/html\\", "{program}/html/");
+    Replace(from, "\\VLXPRO.EXE", "/VLXPRO.EXE");
     std::string plain;
     for (const char c : from) {
         char number[8];
