@@ -1,7 +1,9 @@
 #include "exe/survey.h"
 #include "exe/refusal.h"
 #include "samples/builder/builder.h"
+#include "tests/support/damage.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/transcript.h"
 
 #include <gtest/gtest.h>
 
@@ -93,59 +95,37 @@ TEST(Survey, FindsWhatIsChosenAlone)
             EXPECT_EQ(SurveyBytes(file, 0, &choice).lines.size(), count);
 }
 
-TEST(Survey, KeepsWhatItCanReadOfADamagedFile)
+// What surveying the bytes gave, as one line of ASCII.
+static std::string OutcomeOf(const Bytes &bytes)
 {
-    const uint32_t outside = 0x7FFFFFF0;
-    const BuiltExecutable good = BuildPe(DescribeFour());
-    const uint32_t sectionEnd = good.address + GetU32(good.bytes, good.sectionHeader + 16);
-    const ResourcePlaces &own = good.resources[0];
-    const ResourcePlaces &german = good.resources[1];
-    const Lines withoutOwn(fourLines.begin() + 1, fourLines.end());
-    Lines germanMissing = fourLines;
-    germanMissing[1] = "2 1 1031 -";
-    const struct {
-        const char *defect;
-        size_t offset;
-        uint32_t value;
-        FailureKind failure;
-        Lines left;
-    } cases[] = {
-        {"type directory",
-         german.type.entry + 4,
-         outside | 0x80000000,
-         FailureDirectory,
-         {fourLines[0], fourLines[3]}},
-        {"type's name", own.type.entry, outside | 0x80000000, FailureName, withoutOwn},
-        {"name", own.entry, outside | 0x80000000, FailureName, withoutOwn},
-        {"name's length", own.entry, (uint32_t)(good.resources[3].data - good.table) | 0x80000000,
-         FailureName, withoutOwn},
-        {"data entry",
-         german.languageEntry + 4,
-         outside,
-         FailureDataEntry,
-         {fourLines[0], fourLines[2], fourLines[3]}},
-        {"data address", german.dataEntry, sectionEnd, FailureDataAddress, germanMissing},
-        {"section's stored bytes",
-         good.sectionHeader + 16,
-         (uint32_t)(german.data - good.table),
-         FailureNone,
-         {fourLines[0], germanMissing[1], "2 1 1033 -", "24 7 0 -"}},
-        {"resources' address", good.header + 24 + 96 + 16, outside, FailureNone, fourLines},
-        {"header's format", good.header + 24, 0x107, FailureHeaders, {}},
-    };
-    for (const auto &row : cases) {
-        SCOPED_TRACE(row.defect);
-        Bytes bytes = good.bytes;
-        PutU32(bytes, row.offset, row.value);
-        const Surveyed told = SurveyBytes(bytes);
-        EXPECT_EQ(told.failure, row.failure);
-        EXPECT_EQ(told.outcome, row.failure == FailureNone ? ProbeRead : ProbeFailed);
-        EXPECT_EQ(told.lines, row.left);
+    const Surveyed told = SurveyBytes(bytes);
+    EXPECT_EQ(told.outcome == ProbeRead, told.failure == FailureNone);
+    char reason[REASON_SIZE] = "Read.";
+    if (told.failure != FailureNone)
+        DescribeFailure(reason);
+    std::string outcome = reason;
+    for (const std::string &line : told.lines)
+        outcome += " " + line + ".";
+    for (char &letter : outcome)
+        if (letter < ' ' || letter > '~')
+            letter = '~';
+    return outcome;
+}
+
+TEST(Survey, DamagedFilesComeToWhatTheirTextTells)
+{
+    ExecutableDescription four = DescribeFour(), wide = four;
+    four.alignmentShift = 0;
+    wide.is64 = true;
+    Lines told;
+    for (const auto &[what, good] : {std::pair("32 bits.", BuildPe(four).bytes),
+                                     {"64 bits.", BuildPe(wide).bytes},
+                                     {"16 bits.", BuildNe(four).bytes}}) {
+        told.push_back(what);
+        const Lines lines = TellDamaged(good, good.size(), OutcomeOf);
+        told.insert(told.end(), lines.begin(), lines.end());
     }
-    Bytes cut = good.bytes;
-    cut.resize(good.resources[3].data);
-    EXPECT_EQ(SurveyBytes(cut).failure, FailureData);
-    EXPECT_EQ(SurveyBytes(cut).lines.back(), "24 7 0 -");
+    ExpectTold(told, EXE_FOLDER "/damaged_survey.txt", TOLD_FOLDER "/damaged_survey.told.txt");
 }
 
 TEST(Survey, ReadsNamesOf16BitFilesInTheirCodePage)
