@@ -321,6 +321,7 @@ static void WriteSavedWhole(const TempFolder &folder)
                                         {10, 8, Text("\xFF<html>")},
                                         {23, 1, Text("\xEF\xBB\xBF <!DocType HTML>")},
                                         {23, 2, Text("<html5>")},
+                                        {23, 3, Text("LIST....WAVE")},
                                         {16, 1, version},
                                         {16, 1, Text("GIF89a: no version"), 0x407},
                                         {24, 2, Text("<assembly>")}}})
@@ -334,6 +335,33 @@ static void WriteSavedWhole(const TempFolder &folder)
     meeting.push_back({2, 1, Text("numbered")});
     meeting.push_back({2, 1, Text("neutral"), 0});
     folder.Write("meeting.dll", BuildPe({.resources = meeting, .keepOrder = true}).bytes);
+}
+
+// Groups that name pictures which are not there, are no pictures, or are there in other languages.
+static void WriteGroups(const TempFolder &folder)
+{
+    const Bytes two = MakeIconGroup({{256, 256, 32, 999, 1}, {16, 16, 4, 0, 2}});
+    Bytes cut = two, more = two;
+    cut.resize(cut.size() - 1);
+    PutU16(more, 4, 65535);
+    folder.Write(
+        "groups.dll",
+        BuildPe({.resources = {{1, 3, {1, 0, 1, 0}},
+                               {1, 4, Text("cursor")},
+                               {3, 1, Text("German"), 0x407},
+                               {3, 1, Text("English")},
+                               {3, 2, Text("second"), 0x407},
+                               {3, 2, Text("third"), 0x411},
+                               {3, 5, {}},
+                               {3, u"6", Text("named")},
+                               {12, u"BARE", MakeIconGroup({{4, 4, 1, 4, 3}})},
+                               {14, u"BOTH", two},
+                               {14, u"CUT", cut},
+                               {14, u"MORE", more},
+                               {14, u"ONE", MakeIconGroup({{4, 4, 1, 4, 4}, {4, 4, 1, 4, 2}})},
+                               {14, u"NONE", MakeIconGroup({{4, 4, 1, 4, 5}, {4, 4, 1, 4, 6}})},
+                               {14, u"SHORT", {0, 0, 1, 0, 1}}}})
+            .bytes);
 }
 
 static Bytes OneMessage()
@@ -419,6 +447,7 @@ static void WriteFiles(const TempFolder &folder)
     WriteMedia(folder);
     WriteIcons(folder);
     WriteSavedWhole(folder);
+    WriteGroups(folder);
     WriteStrings(folder);
     WritePe(folder);
     WriteNe(folder);

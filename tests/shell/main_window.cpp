@@ -22,6 +22,8 @@ TEST_F(MainWindow, ATitleThatIsTooLongShowsTheNamesEnd)
 {
     SetMainTitle(std::string(248, 'n').c_str());
     EXPECT_EQ(TitleText(), "Quillmoor [ " + std::string(248, 'n') + " ] ");
+    SetMainTitle(std::string(249, 'n').c_str());
+    EXPECT_EQ(TitleText(), "Quillmoor [ ..." + std::string(245, 'n') + " ] ");
     SetMainTitle((std::string(400, 'n') + "end").c_str());
     EXPECT_EQ(TitleText(), "Quillmoor [ ..." + std::string(242, 'n') + "end ] ");
 }
