@@ -435,7 +435,8 @@ static void WriteMedia(const TempFolder &folder)
                        {10, 3, Bytes(markers.begin(), markers.end() - 1)},
                        {10, 4, Text("\xFF\xD8\xFF no marker follows")},
                        {10, 5, Text("RIFF\x01\x01\x01\x01WAVE.")},
-                       {10, 6, Bytes(130, 'x')}}});
+                       {10, 6, Bytes(130, 'x')},
+                       {10, 7, Text("\x1F ~\x7F")}}});
     PutU16(media.bytes, media.header + 4, 0x200);
     PutU16(media.bytes, media.header + 22, 0x0102);
     folder.Write("media.exe", media.bytes);
