@@ -337,13 +337,15 @@ static void WriteSavedWhole(const TempFolder &folder)
     folder.Write("meeting.dll", BuildPe({.resources = meeting, .keepOrder = true}).bytes);
 }
 
-// Groups that name pictures which are not there, are no pictures, or are there in other languages.
+// Groups that name pictures which are not there, are no pictures, are there in other languages, or
+// come to too much.
 static void WriteGroups(const TempFolder &folder)
 {
     const Bytes two = MakeIconGroup({{256, 256, 32, 999, 1}, {16, 16, 4, 0, 2}});
     Bytes cut = two, more = two;
     cut.resize(cut.size() - 1);
     PutU16(more, 4, 65535);
+    const Bytes over = MakeIconGroup(std::vector<IconGroupMember>(20000, {16, 16, 32, 0, 9}));
     folder.Write(
         "groups.dll",
         BuildPe({.resources = {{1, 3, {1, 0, 1, 0}},
@@ -354,12 +356,14 @@ static void WriteGroups(const TempFolder &folder)
                                {3, 2, Text("third"), 0x411},
                                {3, 5, {}},
                                {3, u"6", Text("named")},
+                               {3, 9, Bytes(1 << 14)},
                                {12, u"BARE", MakeIconGroup({{4, 4, 1, 4, 3}})},
                                {14, u"BOTH", two},
                                {14, u"CUT", cut},
                                {14, u"MORE", more},
                                {14, u"ONE", MakeIconGroup({{4, 4, 1, 4, 4}, {4, 4, 1, 4, 2}})},
                                {14, u"NONE", MakeIconGroup({{4, 4, 1, 4, 5}, {4, 4, 1, 4, 6}})},
+                               {14, u"OVER", over},
                                {14, u"SHORT", {0, 0, 1, 0, 1}}}})
             .bytes);
 }
