@@ -12,6 +12,7 @@ window_packages="fonts-liberation fonts-dejavu-core qt6-translations-l10n qt6-wa
 screenshot_packages="xvfb xauth xdotool imagemagick"
 test_packages="icoutils"
 bench_packages="icoutils p7zip-full"
+lint_packages="clang-format clang-tidy"
 fuzz_packages="clang libclang-rt-14-dev llvm"
 # Building for Windows, running it here, and what the zips take besides.
 cross_packages="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev googletest g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 libz-mingw-w64-dev"

@@ -87,7 +87,9 @@ show_coverage() {
             llvm-profdata merge -o "$work/data" "$work/raw" &&
             # shellcheck disable=SC2046 # the files are words
             llvm-cov report "$program" -instr-profile="$work/data" $(own_files "$target") |
-            awk -v target="$target" '/\.cpp/ { printf "%-14s %-34s %5s lines, %s reached\n", target, $1, $8, $10 }'
+            awk -v target="$target" -v root="$PWD/" '/\.cpp/ { # the whole path when there is one file
+                file = index($1, root) == 1 ? substr($1, length(root) + 1) : $1
+                printf "%-14s %-34s %5s lines, %s reached\n", target, file, $8, $10 }'
     done
     rm -rf "$work"
 }

@@ -8,10 +8,11 @@ cd "$(dirname "$(dirname "$(dirname "$(readlink -f "$0")")")")" || exit 2
 . packaging/packages.sh
 . packaging/display.sh
 if [ "$(id -u)" -ne 0 ]; then
-    exec sudo "$0"
+    exec sudo tests/packaging/check_packages.sh
 elif [ "${1:-}" != inside ]; then
     # shellcheck disable=SC2086
-    need_packages $deb_test_packages $screenshot_packages && exec unshare --mount "$0" inside
+    need_packages $deb_test_packages $screenshot_packages && exec unshare --mount \
+        tests/packaging/check_packages.sh inside
     exit 1
 fi
 
