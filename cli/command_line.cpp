@@ -22,7 +22,7 @@ static std::string Operands(const CLI::App *command)
         if (!option->get_positional())
             continue;
         const std::string name =
-            option->get_name(true) + (option->get_items_expected_max() > 1 ? "..." : "");
+            option->get_name() + (option->get_items_expected_max() > 1 ? "..." : "");
         operands += option->get_required() ? " " + name : " [" + name + "]";
     }
     return operands;

@@ -6,7 +6,7 @@
 
 static FileResult Failed(const char *what)
 {
-    return {FileFailed, std::string(what) + ": " + FileErrorText() + ".", 0};
+    return {FileFailed, std::string(what) + ": " + FileErrorText() + "."};
 }
 
 FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string &name,
@@ -22,15 +22,15 @@ FileResult FillFile(const OutputFolder *folder, FILE *stream, const std::string 
     } catch (const std::bad_alloc &) {
         fclose(stream);
         DeleteInFolder(folder, name.c_str());
-        return {FileNoMemory, "", 0};
+        return {FileNoMemory};
     }
     const bool closed = fclose(stream) == 0;
     if (outcome == WriteDone && closed)
-        return {FileDone, "", 0};
+        return {FileDone};
     NoteStreamError();
     DeleteInFolder(folder, name.c_str());
     if (outcome == WriteDataUnavailable)
-        return {FileFailed, "The resource's data are not available.", 0};
+        return {FileFailed, "The resource's data are not available."};
     FileResult result = Failed("The file cannot be written");
     result.isDiskFull = DiskWasFull();
     return result;
@@ -41,11 +41,11 @@ FileResult PutInPlace(const OutputFolder *from, const std::string &oldName, cons
 {
     const MoveResult moved = MoveBetween(from, oldName.c_str(), to, name.c_str(), replace);
     if (moved == MoveDone)
-        return {FileDone, "", 0};
+        return {FileDone};
     // Before anything asks for memory.
     DeleteInFolder(from, oldName.c_str());
     if (moved == MoveExists)
-        return {FileInTheWay, "", 0};
+        return {FileInTheWay};
     return Failed("The file cannot be put in place");
 }
 
