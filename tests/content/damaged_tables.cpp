@@ -81,6 +81,8 @@ static Bytes MessageTable()
 
 TEST(DamagedTables, ComeToWhatTheirTextTells)
 {
+    Bytes bare = MakeVersion("a.b", "c", true);
+    PutU32(bare, 40, 0); // numbers without their mark are none
     const struct {
         const char *what;
         Bytes bytes;
@@ -96,6 +98,8 @@ TEST(DamagedTables, ComeToWhatTheirTextTells)
          }},
         {"Messages.", MessageTable(), MessagesOf},
         {"Version data.", MakeVersion("a.b", "A \xE9", true),
+         [](const Bytes &bytes) { return VersionOf(bytes, 0); }},
+        {"Version data without numbers.", bare,
          [](const Bytes &bytes) { return VersionOf(bytes, 0); }},
         {"16-bit version data.", MakeVersion("a.b", "A \xE9", false),
          [](const Bytes &bytes) { return VersionOf(bytes, 0); }},
