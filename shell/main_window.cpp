@@ -258,8 +258,8 @@ static void XorBar(HDC dc, LONG position, const RECT *client)
 // Moves the drag bar from where it was drawn last to the split position.
 static void DrawDragBar(HWND window)
 {
-    static const BYTE checkerboard[16] = {0x55, 0, 0xAA, 0, 0x55, 0, 0xAA, 0,
-                                          0x55, 0, 0xAA, 0, 0x55, 0, 0xAA, 0};
+    // Of each row's word the lower byte is drawn.
+    static const WORD checkerboard[] = {0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA};
     RECT client = {};
     HDC dc = GetDC(window);
     GetClientRect(window, &client);
