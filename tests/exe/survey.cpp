@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 using Lines = std::vector<std::string>;
 
 struct Surveyed {
@@ -14,6 +16,7 @@ struct Surveyed {
     FailureKind failure;
     ExecutableKind kind;
     Lines lines; // "TYPE NAME LANGUAGE CONTENT", a text in quotes; "-" for what is not in the file
+    std::vector<std::array<uint64_t, 3>> numbers; // offset, code page and flags of each
 };
 
 static std::string Told(const SurveyId &id)
@@ -37,6 +40,7 @@ static Surveyed SurveyBytes(const Bytes &bytes, UINT codePage = 0,
         const int isRead = ReadSurveyedBytes(&pages, &resource, &data);
         EXPECT_EQ(isRead, resource.isInFile);
         EXPECT_EQ(data.size(), isRead ? resource.size : 0);
+        told.numbers.push_back({resource.fileOffset, resource.codePage, resource.flags});
         told.lines.push_back(Told(resource.type) + " " + Told(resource.name) + " " +
                              std::to_string(resource.language) + " " +
                              (isRead ? std::string(data.begin(), data.end()) : "-"));
@@ -104,8 +108,14 @@ static std::string OutcomeOf(const Bytes &bytes)
     if (told.failure != FailureNone)
         DescribeFailure(reason);
     std::string outcome = reason;
-    for (const std::string &line : told.lines)
-        outcome += " " + line + ".";
+    for (size_t i = 0; i < told.lines.size(); i++) {
+        outcome += " " + told.lines[i];
+        for (const uint64_t number : told.numbers[i])
+            outcome += " " + std::to_string(number);
+        outcome += ".";
+    }
+    outcome += " Machine " + std::to_string(told.kind.machine) +
+               (told.kind.isLibrary ? ", a library." : ".");
     for (char &letter : outcome)
         if (letter < ' ' || letter > '~')
             letter = '~';

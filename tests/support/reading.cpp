@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 Reading ReadBytes(const Bytes &bytes)
 {
     Reading reading = {};
@@ -40,8 +42,11 @@ static std::string OutcomeOf(const Bytes &bytes)
     if (reading.outcome != ProbeRead || reading.entries.empty())
         DescribeFailure(reason);
     std::string outcome = reason;
-    for (const std::string &entry : reading.entries)
-        outcome += " " + entry + ".";
+    for (size_t i = 0; i < reading.entries.size(); i++) {
+        const Bytes &data = reading.data[i];
+        const auto end = data.begin() + (ptrdiff_t)std::min<size_t>(data.size(), 8);
+        outcome += " " + reading.entries[i] + " " + std::string(data.begin(), end) + ".";
+    }
     for (char &letter : outcome)
         if (letter < ' ' || letter > '~')
             letter = '~';
