@@ -468,7 +468,9 @@ static void WriteFiles(const TempFolder &folder)
     folder.Write("every.dll", EveryForm());
     folder.Write("none.dll", BuildPe({.resources = {{16, 1, {1}}, {u"OWN", 1, {2}}}}).bytes);
     folder.Write("64.dll", BuildPe({.resources = {{2, 1, {1}}}, .is64 = true}).bytes);
-    BuiltExecutable code = BuildPe({.resources = {{2, 1, {1}}}, .sectionName = ".te~\x7F"});
+    BuiltExecutable code = BuildPe({.resources = {{2, 1, {1}}},
+                                    .sectionName = ".te~\x7F",
+                                    .sectionsBefore = {{".text", Text("code")}}});
     folder.Write("code.dll", code.bytes);
     PutU32(code.bytes, code.header + 24 + 92, 2); // directories: that of resources is none of them
     folder.Write("code2.dll", code.bytes);
