@@ -29,9 +29,8 @@ static bool AddSections(FilePages *pages, uint64_t table, int count, PeImage *im
 bool ReadPeImage(FilePages *pages, uint64_t headers, PeImage *image)
 {
     BYTE bytes[FILE_HEADER_SIZE + OPTIONAL_HEADER_SIZE] = {};
-    const size_t length = headers >= pages->length
-                              ? 0
-                              : (size_t)std::min<uint64_t>(sizeof bytes, pages->length - headers);
+    const uint64_t behind = pages->length - std::min(headers, pages->length);
+    const size_t length = (size_t)std::min<uint64_t>(sizeof bytes, behind);
     if (length < FILE_HEADER_SIZE + 2 || !ReadPages(pages, headers, bytes, length))
         return false;
     ByteReader reader = OpenBytes(bytes, sizeof bytes);

@@ -63,5 +63,4 @@ void ForgetSound()
 {
     soundBlock = nullptr;
     soundAddress = nullptr;
-    soundIsCopy = false;
 }

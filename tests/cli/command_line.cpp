@@ -257,6 +257,13 @@ static void WriteTypes(const TempFolder &folder)
     for (const int type : {240, 241, 242})
         description.resources.push_back({type, 1, {1}});
     folder.Write("numbers.dll", BuildPe(description).bytes);
+    for (const std::vector<int> &types :
+         {std::vector<int>{1, 4, 5, 7, 8, 9, 11, 12}, {14, 16, 17, 19, 20, 21, 22, 23, 24}}) {
+        ExecutableDescription others;
+        for (const int type : types)
+            others.resources.push_back({type, 1, {1}});
+        folder.Write("others" + std::to_string(types[0]) + ".dll", BuildPe(others).bytes);
+    }
 }
 
 static void WriteRefused(const TempFolder &folder)

@@ -362,6 +362,13 @@ REPLACE(int, MessageBoxA, HWND owner, LPCSTR text, LPCSTR caption, UINT type)
     return result;
 }
 
+REPLACE(BOOL, UpdateWindow, HWND window)
+{
+    if (window == globals.mainWindow)
+        Tell("%s is drawn at once", WindowName(window));
+    return RealUpdateWindow(window);
+}
+
 REPLACE(BOOL, TrackPopupMenu, HMENU menu, UINT flags, int x, int y, int reserved, HWND owner,
         const RECT *keepOut)
 {
