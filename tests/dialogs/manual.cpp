@@ -37,14 +37,10 @@ TEST_F(Manual, IsBesideTheProgram)
 
 TEST_F(Manual, WithoutAPathIsReported)
 {
-    PressNext(IDOK);
-    EXPECT_EQ(OpenInBrowser(globals.mainWindow, "", "#QUILM"), 1);
     globals.programDirectory[0] = 0; // it did not fit
     PressNext(IDOK);
     EXPECT_EQ(ShowManualTopic(globals.mainWindow, "QUILM"), 1);
-    const std::string failure =
-        " There has been an error displaying the manual page. Please ensure that there is an "
-        "application installed on your system capable of opening HTML documents associated with "
-        "the file extension .HTM.";
-    EXPECT_EQ(TakeShown(), Texts({failure, failure}));
+    const Texts shown = TakeShown();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_TRUE(shown[0].starts_with(" There has been an error displaying the manual page."));
 }
