@@ -206,6 +206,11 @@ static void WriteNe(const TempFolder &folder)
          .alignmentShift = 9});
     PutU16(spread.bytes, spread.resources[2].entry, 0xFFFF);
     folder.Write("spread.exe", spread.bytes);
+    BuiltExecutable over = BuildNe(
+        {.resources = std::vector<ResourceDescription>(65, {10, 1, {1}}), .alignmentShift = 15});
+    for (const ResourcePlaces &places : over.resources)
+        PutU32(over.bytes, places.entry, 32 << 16); // a mebibyte, from the file's first byte
+    folder.Write("over.exe", over.bytes);
 }
 
 // What the window does not show.
