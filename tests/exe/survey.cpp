@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 using Lines = std::vector<std::string>;
 
 struct Surveyed {
@@ -16,7 +14,7 @@ struct Surveyed {
     FailureKind failure;
     ExecutableKind kind;
     Lines lines; // "TYPE NAME LANGUAGE CONTENT", a text in quotes; "-" for what is not in the file
-    std::vector<std::array<uint64_t, 3>> numbers; // offset, code page and flags of each
+    Lines numbers; // " OFFSET CODE-PAGE FLAGS" of each
 };
 
 static std::string Told(const SurveyId &id)
@@ -40,7 +38,9 @@ static Surveyed SurveyBytes(const Bytes &bytes, UINT codePage = 0,
         const int isRead = ReadSurveyedBytes(&pages, &resource, &data);
         EXPECT_EQ(isRead, resource.isInFile);
         EXPECT_EQ(data.size(), isRead ? resource.size : 0);
-        told.numbers.push_back({resource.fileOffset, resource.codePage, resource.flags});
+        told.numbers.push_back(" " + std::to_string(resource.fileOffset) + " " +
+                               std::to_string(resource.codePage) + " " +
+                               std::to_string(resource.flags));
         told.lines.push_back(Told(resource.type) + " " + Told(resource.name) + " " +
                              std::to_string(resource.language) + " " +
                              (isRead ? std::string(data.begin(), data.end()) : "-"));
@@ -108,12 +108,8 @@ static std::string OutcomeOf(const Bytes &bytes)
     if (told.failure != FailureNone)
         DescribeFailure(reason);
     std::string outcome = reason;
-    for (size_t i = 0; i < told.lines.size(); i++) {
-        outcome += " " + told.lines[i];
-        for (const uint64_t number : told.numbers[i])
-            outcome += " " + std::to_string(number);
-        outcome += ".";
-    }
+    for (size_t i = 0; i < told.lines.size(); i++)
+        outcome += " " + told.lines[i] + told.numbers[i] + ".";
     outcome += " Machine " + std::to_string(told.kind.machine) +
                (told.kind.isLibrary ? ", a library." : ".");
     for (char &letter : outcome)
@@ -128,7 +124,10 @@ TEST(Survey, DamagedFilesComeToWhatTheirTextTells)
     four.alignmentShift = 0;
     wide.is64 = true;
     Lines told;
+    BuiltExecutable bare = BuildPe({.resources = {}});
+    PutU16(bare.bytes, bare.header + 6, 0); // sections
     for (const auto &[what, good] : {std::pair("32 bits.", BuildPe(four).bytes),
+                                     {"32 bits, no sections.", bare.bytes},
                                      {"64 bits.", BuildPe(wide).bytes},
                                      {"16 bits.", BuildNe(four).bytes}}) {
         told.push_back(what);
