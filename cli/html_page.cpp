@@ -107,6 +107,11 @@ bool HasRoom(HtmlPage *page, uint64_t bytes)
     return !page->isFull;
 }
 
+bool HasRoomForBase64(HtmlPage *page, uint64_t bytes)
+{
+    return HasRoom(page, bytes / 3 * 4);
+}
+
 void AppendBase64(HtmlPage *page, const BYTE *bytes, size_t size)
 {
     static const char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";

@@ -39,6 +39,9 @@ void AppendHtml(HtmlPage *page, const std::string &markup);
 // Whether so many bytes more have room. When not, the page is full from then on.
 bool HasRoom(HtmlPage *page, uint64_t bytes);
 
+// The same for bytes as AppendBase64 adds them.
+bool HasRoomForBase64(HtmlPage *page, uint64_t bytes);
+
 // Adds bytes in base 64 (RFC 4648). Of pieces that follow each other each but the last has a
 // multiple of three bytes.
 void AppendBase64(HtmlPage *page, const BYTE *bytes, size_t size);

@@ -138,7 +138,9 @@ static ExitStatus SaveBest(IconRun *run, const SurveyedResource *group)
         return Fail(run, run->options->file, GroupText(outcome));
     const std::vector<BYTE> png = MakeIconPng(run->pages, members, run->options->size);
     if (png.empty())
-        return Fail(run, run->options->file, "None of its icon's pictures can be drawn.");
+        return Fail(run, run->options->file,
+                    run->pages->isUnreadable ? FailureText()
+                                             : "None of its icon's pictures can be drawn.");
     return WriteOutput(run, png);
 }
 

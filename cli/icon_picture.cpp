@@ -7,6 +7,7 @@
 #include "platform/codec/png_file.h"
 
 #include <algorithm>
+#include <new>
 
 #define START_SIZE 64 // bytes that tell size and depth
 #define MOST_TRIES 4  // of a hostile file none of a great many can be drawn
@@ -88,7 +89,10 @@ std::vector<BYTE> MakeIconPng(FilePages *pages, const std::vector<GroupMember> &
         PicturePixels pixels;
         if (ReadPixels(pages, candidate.member, &pixels)) {
             ShrinkPixels(&pixels, size);
-            return MakePngOf(&pixels, PngRgba);
+            std::vector<BYTE> png = MakePngOf(&pixels, PngRgba);
+            if (png.empty()) // only without memory
+                throw std::bad_alloc();
+            return png;
         }
         tries++;
         if (tries == MOST_TRIES)

@@ -94,7 +94,7 @@ bool AppendSound(PageFile *file, const SurveyedResource &resource)
 {
     const StoredMedium *medium = FindStoredMedium(&file->pages, resource);
     if (medium == nullptr || !TakeBytes(file, resource.size) ||
-        !HasRoom(file->page, (uint64_t)resource.size / 3 * 4))
+        !HasRoomForBase64(file->page, resource.size))
         return false;
     AppendHtml(file->page, "<figure" + IdAttribute(file, resource) +
                                "><audio controls preload=\"metadata\" src=\"");

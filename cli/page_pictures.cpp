@@ -122,7 +122,7 @@ static void AppendFigure(PageFile *file, const SurveyedResource &resource, const
 static bool AppendStored(PageFile *file, const SurveyedResource &resource,
                          const PagePicture &picture)
 {
-    if (!TakeBytes(file, resource.size) || !HasRoom(file->page, (uint64_t)resource.size / 3 * 4))
+    if (!TakeBytes(file, resource.size) || !HasRoomForBase64(file->page, resource.size))
         return false;
     AppendHtml(file->page,
                "<figure" + IdAttribute(file, resource) + ">" + ImageStart(resource, picture.info));
@@ -163,8 +163,8 @@ bool AppendPicture(PageFile *file, const SurveyedResource &resource)
     const std::vector<BYTE> png = MakePngOf(&pixels, PngFewest);
     if (png.empty()) // of pixels that fit, only without memory
         throw std::bad_alloc();
-    if (!HasRoom(file->page, (uint64_t)png.size() / 3 * 4))
-        return false;
-    AppendFigure(file, resource, picture.info, png);
-    return true;
+    const bool fits = HasRoomForBase64(file->page, png.size());
+    if (fits)
+        AppendFigure(file, resource, picture.info, png);
+    return fits;
 }

@@ -124,7 +124,9 @@ static size_t ListTexts(StringsRun *run, FilePages *pages, const Survey &survey,
     }
     run->left -= resource.size;
     if (!ReadTexts(pages, survey, resource, run->options->codePage, &texts))
-        TellDamage(run, resource, "is damaged; what could be read is printed.");
+        TellDamage(run, resource,
+                   pages->isUnreadable ? "could not be read to its end."
+                                       : "is damaged; what could be read is printed.");
     for (const TableText &text : texts) {
         if (run->options->json)
             AppendTextObject(run, resource, text);

@@ -25,7 +25,7 @@ static bool ReadAt(FilePages *pages, uint64_t offset, void *bytes, size_t size)
 {
     if (SeekTo(pages->file, offset) && fread(bytes, 1, size, pages->file) == size)
         return true;
-    NoteFailure(FailureUnreadable, offset);
+    NoteFailure(FailureUnreadable);
     pages->isUnreadable = true;
     return false;
 }

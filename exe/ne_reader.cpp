@@ -37,7 +37,7 @@ static bool KeepData(NeTableWalk *walk, ResourceEntry *entry)
     reading->keptBytesLeft -= entry->size;
     BYTE *bytes = (BYTE *)AllocateLocked(entry->size, &entry->data);
     if (bytes == nullptr) {
-        NoteFailure(FailureMemory, entry->fileOffset);
+        NoteFailure(FailureMemory);
         return false;
     }
     const bool whole =
@@ -45,14 +45,14 @@ static bool KeepData(NeTableWalk *walk, ResourceEntry *entry)
     ProbeWave(entry, bytes);
     GlobalUnlock(entry->data);
     if (!whole)
-        NoteFailure(FailureUnreadable, entry->fileOffset);
+        NoteFailure(FailureUnreadable);
     const bool isMeant = whole && entry->name[0] != 0;
     const bool isKept = isMeant && AddEntry(reading->tree, reading->categoryItem, entry);
     if (!isKept)
         GlobalFree(entry->data);
     // A record that cannot be appended is left out, and the reading goes on.
     if (isMeant && !isKept)
-        NoteFailure(FailureMemory, entry->fileOffset);
+        NoteFailure(FailureMemory);
     return whole;
 }
 
@@ -84,7 +84,7 @@ static bool TakeType(NeTableWalk *walk, WORD type)
     if ((type & NE_INTEGER_ID) && CategoryLabel(number) != nullptr) {
         reading->categoryItem = AddCategoryItem(reading->tree, number);
         if (reading->categoryItem == nullptr) {
-            NoteFailure(FailureMemory, 0);
+            NoteFailure(FailureMemory);
             return false;
         }
     } else if (type & NE_INTEGER_ID) {

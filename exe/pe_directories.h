@@ -57,5 +57,5 @@ struct PeDirectoryWalk {
 bool WalkPeDirectories(PeDirectoryWalk *walk, uint64_t fileLength);
 
 // Note a failure of the walk, which goes on or is over. offset is as for NoteFailure.
-void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset);
-void StopPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset);
+void FailPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset = 0);
+void StopPeWalk(PeDirectoryWalk *walk, FailureKind kind, uint64_t offset = 0);

@@ -86,7 +86,7 @@ static void CatalogueResource(PeDirectoryWalk *walk, DWORD nameField, size_t dat
     }
     reading->keptBytesLeft -= entry.size;
     if (!KeepResource(reading->tree, reading->categoryItem, &entry, bytes))
-        FailPeWalk(walk, FailureMemory, entry.fileOffset);
+        FailPeWalk(walk, FailureMemory);
 }
 
 // Makes an integer type the current one; one of no kept kind leaves none.
@@ -101,7 +101,7 @@ static void SelectType(PeDirectoryWalk *walk, DWORD type)
     reading->currentType = type;
     reading->categoryItem = AddCategoryItem(reading->tree, type);
     if (reading->categoryItem == nullptr)
-        FailPeWalk(walk, FailureMemory, 0);
+        FailPeWalk(walk, FailureMemory);
 }
 
 // Takes a directory: an integer type becomes the current one, any other is one resource when a kept
@@ -133,7 +133,7 @@ static void NoteNoSection(ByteReader image, size_t headers)
 {
     PeSection section;
     if (Is64BitImage(image, headers))
-        NoteFailure(Failure64Bit, headers);
+        NoteFailure(Failure64Bit);
     else
         NoteMissingSection(FindResourceSection(image, headers, &section) ? section.name : nullptr);
 }
@@ -169,19 +169,19 @@ int ReadPeResources(HWND tree, FILE *file)
 {
     const int64_t length = FileLength(file);
     if (length <= 0) {
-        NoteFailure(FailureUnreadable, 0);
+        NoteFailure(FailureUnreadable);
         return 0;
     }
     const size_t size = (size_t)length;
     HGLOBAL block;
     BYTE *bytes = (BYTE *)AllocateLocked(size, &block);
     if (bytes == nullptr) {
-        NoteFailure(FailureMemory, 0);
+        NoteFailure(FailureMemory);
         return 0;
     }
     bool result = false;
     if (!ReadOverZeroes(file, bytes, size))
-        NoteFailure(FailureUnreadable, 0);
+        NoteFailure(FailureUnreadable);
     else
         result = WalkImage(tree, bytes, size);
     GlobalUnlock(block);

@@ -25,7 +25,7 @@ ProbeOutcome FindNewHeader(FilePages *pages, NewHeader *header)
     *header = {60, 0};
     ClearFailure();
     if (!ReadPages(pages, 0, bytes, 2) || bytes[0] != 'M' || bytes[1] != 'Z') {
-        NoteFailure(FailureNotExecutable, 0);
+        NoteFailure(FailureNotExecutable);
         return ProbeNotExecutable;
     }
     BYTE signature[2] = {};
@@ -52,7 +52,7 @@ static ProbeOutcome RecogniseAndRead(HWND tree, FILE *file)
         return outcome;
     PrepareTree(tree);
     if (pages.length >= 1ull << 32) {
-        NoteFailure(FailureTooLarge, 0);
+        NoteFailure(FailureTooLarge);
         return ProbeFailed;
     }
     const int result = header.signature == NE_SIGNATURE ? ReadNeResources(tree, file, header.offset)
@@ -65,7 +65,7 @@ ProbeOutcome ProbeFile(HWND tree, FILE *file)
     try {
         return RecogniseAndRead(tree, file);
     } catch (const std::bad_alloc &) {
-        NoteFailure(FailureMemory, 0);
+        NoteFailure(FailureMemory);
         return ProbeFailed;
     }
 }

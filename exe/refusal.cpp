@@ -121,7 +121,7 @@ void NoteMissingSection(const BYTE *other)
 {
     if (noted.kind != FailureNone)
         return;
-    NoteFailure(FailureNoSection, 0);
+    NoteFailure(FailureNoSection);
     if (other != nullptr)
         NoteDetail(other, SECTION_NAME_LENGTH);
 }

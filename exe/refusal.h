@@ -32,9 +32,9 @@ enum FailureKind {
 // Forgets what was noted. Called before each reading.
 void ClearFailure();
 
-// Notes a failure at a file offset (bytes), or past a bound, which is given in the offset's place;
-// the first one is kept.
-void NoteFailure(FailureKind kind, unsigned long long offset);
+// Notes a failure at a file offset (bytes), or past a bound, which is given in the offset's place,
+// where its reason tells that; the first one is kept.
+void NoteFailure(FailureKind kind, unsigned long long offset = 0);
 
 // Notes a new header, at a file offset, that is neither NE nor PE, with its first two bytes.
 void NoteNewHeader(const BYTE signature[2], unsigned long long offset);

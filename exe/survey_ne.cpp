@@ -44,7 +44,7 @@ static bool TakeResource(NeTableWalk *walk, WORD, const NeRecord *record)
     resource.name = ReadId(walk, reading->codePage, record->id);
     const uint64_t nameBytes = NameBytesOf(&resource);
     if (nameBytes > reading->nameBytesLeft) {
-        NoteFailure(FailureNames, offset);
+        NoteFailure(FailureNames);
         return false;
     }
     reading->nameBytesLeft -= nameBytes;

@@ -46,7 +46,7 @@ static bool ReadId(PeDirectoryWalk *walk, DWORD nameField, SurveyId *id)
     }
     std::vector<BYTE> units((size_t)(length[0] | length[1] << 8) * 2);
     if (units.size() > reading->nameBytesLeft) {
-        StopPeWalk(walk, FailureNames, offset);
+        StopPeWalk(walk, FailureNames);
         return false;
     }
     reading->nameBytesLeft -= units.size();
@@ -131,7 +131,7 @@ static void TakeData(PeDirectoryWalk *walk, const PeDirectory *directory, DWORD 
     reading->next.codePage = TakeU32(&reader);
     const uint64_t nameBytes = NameBytesOf(&reading->next);
     if (nameBytes > reading->nameBytesLeft) {
-        StopPeWalk(walk, FailureNames, dataEntry);
+        StopPeWalk(walk, FailureNames);
         return;
     }
     reading->nameBytesLeft -= nameBytes;
