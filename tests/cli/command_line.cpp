@@ -284,8 +284,11 @@ static void WriteRefused(const TempFolder &folder)
                      other);
     }
     folder.Write("nothing.dll", BuildPe({.resources = {}}).bytes);
-    std::vector<ResourceDescription> types = {
-        {16, 1, {1}}, {24, 1, {1}}, {u"TYPELIB", 1, {1}}, {std::u16string(60, u'N'), 1, {1}}};
+    std::vector<ResourceDescription> types = {{16, 1, {1}},
+                                              {24, 1, {1}},
+                                              {u"TYPELIB", 1, {1}},
+                                              {std::u16string(60, u'N'), 1, {1}},
+                                              {std::u16string(61, u'N'), 1, {1}}};
     for (int type = 240; type < 249; type++)
         types.push_back({type, 1, {1}});
     folder.Write("types.dll", BuildPe({.resources = types}).bytes);
@@ -398,6 +401,8 @@ static void WriteStrings(const TempFolder &folder)
                                         {6, 2, MakeStringBlock({u"", u"\xD800."}), 0x407},
                                         {6, 2, cut, 0x7FFF},
                                         {6, u"NAME", MakeStringBlock({u"", u"of a name"})},
+                                        {6, u"FULL",
+                                         MakeStringBlock(std::vector<std::u16string>(16, u"end"))},
                                         {11, 1, OneMessage()}},
                           .is64 = true})
                      .bytes);
