@@ -316,6 +316,27 @@ static void WriteIcons(const TempFolder &folder)
     folder.Write("icon16.vbx", BuildNe({.resources = {resources[1], resources[2]}}).bytes);
 }
 
+// Pictures whose sizes and depths the group does not tell, and one of them damaged.
+static void WriteSizes(const TempFolder &folder)
+{
+    const Bytes images[] = {MakeIconImage(MakePicture(16, 16, 0xFF000010), 4),
+                            MakeIconImage(MakePicture(16, 16, 0xFF000011), 32),
+                            MakeIconImage(MakePicture(64, 64, 0xFF000040), 24),
+                            MakePng(MakePicture(300, 150, 0x80000099)),
+                            MakeIconImage(MakePicture(32, 32, 0xFF000020), 8)};
+    ExecutableDescription description;
+    std::vector<IconGroupMember> members;
+    for (const Bytes &image : images) {
+        members.push_back({0, 0, 0, image.size(), (unsigned)members.size() + 1});
+        description.resources.push_back({3, (int)members.size(), image});
+    }
+    description.resources.push_back({14, 1, MakeIconGroup(members)});
+    BuiltExecutable sizes = BuildPe(description);
+    folder.Write("sizes.exe", sizes.bytes);
+    PutU16(sizes.bytes, sizes.resources[4].data + 14, 7); // bits
+    folder.Write("sizes-damaged.exe", sizes.bytes);
+}
+
 // One of each form that a resource is saved in, and names and types that lead elsewhere, are taken
 // for another or meet.
 static void WriteSavedWhole(const TempFolder &folder)
@@ -468,6 +489,7 @@ static void WriteFiles(const TempFolder &folder)
     WriteMarkup(folder);
     WriteMedia(folder);
     WriteIcons(folder);
+    WriteSizes(folder);
     WriteSavedWhole(folder);
     WriteGroups(folder);
     WriteStrings(folder);
