@@ -316,9 +316,13 @@ REPLACE(void, DragAcceptFiles, HWND window, BOOL accepts)
     RealDragAcceptFiles(window, accepts);
 }
 
+static bool isDialogBeginning; // its procedure makes it ready
+
 REPLACE(HWND, SetFocus, HWND window)
 {
-    if (story.dialogs == 0)
+    if (isDialogBeginning)
+        Tell("focus to %s", Plain(TextOf(window).c_str()).c_str());
+    else if (story.dialogs == 0)
         Tell("focus to %s", WindowName(window));
     return RealSetFocus(window);
 }
@@ -327,8 +331,10 @@ static DLGPROC realDialogProcedure;
 
 static INT_PTR CALLBACK TellDialogAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const INT_PTR answer = realDialogProcedure(dialog, message, wParam, lParam);
     const bool isBegin = message == WM_INITDIALOG;
+    isDialogBeginning = isBegin;
+    const INT_PTR answer = realDialogProcedure(dialog, message, wParam, lParam);
+    isDialogBeginning = false;
     if (isBegin || message == WM_COMMAND || message == WM_DRAWITEM)
         story.answered[isBegin ? "begin of a dialog" : WatchedName(message) + " in a dialog"s]
             .insert(std::to_string(answer));
