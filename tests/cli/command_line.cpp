@@ -230,6 +230,7 @@ static void WriteSurveyed(const TempFolder &folder)
                                         {2, 1, MakeDib(picture, 8)},
                                         {2, 2, MakeDib(picture, 4, DibForm::Core)},
                                         {2, 3, MakeDib(picture, 24, DibForm::TopDown)},
+                                        {2, 4, MakeDib(picture, 16, DibForm::BitFields)},
                                         {3, 5, MakeIconImage(picture, 4)},
                                         {3, 6, MakePng(picture), 0x407},
                                         {3, 7, MakeIconImage(picture, 1), 0x407},
