@@ -167,11 +167,12 @@ TEST_F(MessageTest, AButtonTellsItsParentWhenItIsReleasedInside)
         SendMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
         EXPECT_EQ(GetCapture(), nullptr);
     };
-    press(6, 6);
-    press(6, -3);
-    press(41, 6);
+    for (const POINT inside : {POINT{6, 6}, {0, 0}, {39, 39}})
+        press(inside.x, inside.y);
+    for (const POINT outside : {POINT{6, -1}, {-1, 6}, {40, 6}, {6, 40}})
+        press(outside.x, outside.y);
     SendMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-    EXPECT_EQ(told, (Lines{"command 77"}));
+    EXPECT_EQ(told, Lines(3, "command 77"));
 }
 
 TEST_F(MessageTest, AnOwnerDrawnButtonThatShowsAsksForColoursAndIsDrawnByItsParent)

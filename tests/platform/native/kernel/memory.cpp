@@ -43,6 +43,8 @@ TEST(Memory, BlocksOfEverySizeBeginZeroedAndAreGivenBack)
         }
         for (HGLOBAL block : blocks) {
             GlobalReAlloc(block, GlobalSize(block) + 3000000, GMEM_MOVEABLE);
+            if (GlobalSize(block) % 2 == 0)
+                GlobalReAlloc(block, 0, GMEM_MOVEABLE);
             GlobalFree(block);
         }
     }

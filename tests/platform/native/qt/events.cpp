@@ -88,6 +88,9 @@ static void TellKeys(QWidget *widget, const std::string &name)
         PressKey(widget, key);
         Tell(name + ", key " + QKeySequence(key).toString().toStdString());
     }
+    PressKey(widget, Qt::Key_F10, Qt::ControlModifier);
+    PressKey(widget, Qt::Key_A, Qt::ShiftModifier);
+    Tell(name + ", other keys");
     PressKey(widget, Qt::Key_F10, Qt::ShiftModifier);
     Tell(name + ", shift F10");
 }
