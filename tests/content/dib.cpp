@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <string>
 
 // Red, green, blue and white in two rows of an odd width, so that rows are padded.
 static Picture Colors()
@@ -87,28 +86,22 @@ TEST(Dib, CreatesAWholeBlockOrNone)
         EXPECT_EQ(CreateDib(width, height, nullptr, 24), nullptr);
 }
 
+// A thousand rows of one bit take 8 MB. Runs of a few bytes are taken for less, unless the block
+// holds as many as could fill the picture.
 TEST(Dib, TheProofDrawsTheLineAt64MillionPixels)
 {
-    // Rows of one bit: a thousand of them are 8 MB.
-    Bytes dib = MakeDib(MakePicture(1, 1, 0xFFFFFFFF), 1);
-    dib.resize(dib.size() + 8'001'000);
-    PutU32(dib, 4, 64'000);
-    PutU32(dib, 8, 1000);
-    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
-    PutU32(dib, 4, 64'001);
-    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
-}
-
-TEST(Dib, TheProofTakesRunsOfAFewBytesForLess)
-{
-    Bytes dib = MakeDib(MakePicture(1, 1, 0xFFFFFFFF), 8, DibForm::RunLength);
-    PutU32(dib, 4, 16'000);
-    PutU32(dib, 8, 1000);
-    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
-    PutU32(dib, 4, 16'001);
-    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 0);
-    dib.resize(dib.size() + 2 * (16'001'000 / 255 + 1)); // as many as could fill it
-    EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), 1);
+    for (const auto &[bits, form, width, room, isFilled] :
+         {std::tuple(1, DibForm::Plain, 64'000u, 8'001'000, false),
+          {8, DibForm::RunLength, 16'000u, 0, false},
+          {8, DibForm::RunLength, 16'000u, 2 * (16'001'000 / 255 + 1), true}}) {
+        Bytes dib = MakeDib(MakePicture(1, 1, 0xFFFFFFFF), bits, form);
+        dib.resize(dib.size() + (size_t)room);
+        PutU32(dib, 8, 1000);
+        for (const unsigned more : {0u, 1u}) {
+            PutU32(dib, 4, width + more);
+            EXPECT_EQ(PictureFits(dib.data(), (DWORD)dib.size(), 0), more == 0 || isFilled);
+        }
+    }
 }
 
 TEST(Dib, TheSystemIsToldOfWholeRunsThatEnd)

@@ -28,7 +28,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <map>
 
 namespace fs = std::filesystem;
 

@@ -15,24 +15,15 @@ inline const struct {
     {8, DibForm::RunLength}, {4, DibForm::RunLength},
 };
 
-// Those to be damaged: a picture of 3 x 2 and three colours in kinds that differ in what they hold.
+// Those to be damaged: a picture of 3 x 2 and three colours in each.
 inline std::vector<Bytes> DibsToDamage()
 {
     Picture picture = MakePicture(3, 2, 0xFFFF0000);
     picture.At(1, 0) = 0xFF00FF00;
     picture.At(2, 1) = 0xFF0000FF;
     const std::vector<uint32_t> table = {0xFF0000, 0x00FF00, 0x0000FF};
-    const struct {
-        int bits;
-        DibForm form;
-    } kinds[] = {
-        {1, DibForm::Core},       {4, DibForm::Plain},      {8, DibForm::TopDown},
-        {16, DibForm::Plain},     {24, DibForm::Core},      {32, DibForm::TopDown},
-        {16, DibForm::BitFields}, {32, DibForm::BitFields}, {8, DibForm::RunLength},
-        {4, DibForm::RunLength},
-    };
     std::vector<Bytes> dibs;
-    for (const auto &[bits, form] : kinds)
+    for (const auto &[bits, form] : dibKinds)
         dibs.push_back(MakeDib(picture, bits, form, bits > 8 ? std::vector<uint32_t>() : table,
                                form != DibForm::Core));
     return dibs;

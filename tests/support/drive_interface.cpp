@@ -6,7 +6,6 @@
 #include "tests/support/drive_story.h"
 #include "tests/support/story_record.h"
 
-#include <algorithm>
 #include <cstring>
 #include <filesystem>
 

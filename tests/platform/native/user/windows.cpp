@@ -4,6 +4,7 @@
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
 #include "platform/native/user/queue.h"
+#include "platform/native/user/text_lines.h"
 #include "platform/native/visible.h"
 #include "tests/support/recorder.h"
 
@@ -115,10 +116,31 @@ TEST_F(NativeWindow, WhatIsPaintedBelowShowsThroughWhatIsDrawnAbove)
     tellCovered("but one");
     MoveWindow(child, 0, 0, 10, 100, TRUE);
     tellCovered("moved");
+    MoveWindow(window, 0, 0, 90, 50, TRUE);
+    tellCovered("of another size");
     EXPECT_EQ(told,
               (Lines{"all 0 0 200 100", "but one 0 0 200 26 0 46 200 100 0 26 41 46 61 26 200 46",
                      "moved 10 0 200 20 10 20 30 26 130 20 200 26 10 80 200 100 10 46 30 80 "
-                     "130 46 200 80 10 26 30 46 130 26 200 46"}));
+                     "130 46 200 80 10 26 30 46 130 26 200 46",
+                     "of another size"}));
+}
+
+TEST_F(NativeWindow, TextIsBrokenBetweenWordsAndPlacedByTabs)
+{
+    visible.measureText = [](const Font &, LPCSTR, int bytes) { return 10 * bytes; };
+    const Font font = {};
+    for (const char *text :
+         {"", "one two", "one  two three", "longer", "a\r\n\nb", "end \r", "a\tb c"}) {
+        told.push_back("");
+        for (const std::string_view line : BreakLines(font, text, 70)) {
+            told.back() += '|';
+            for (const TextPiece &piece : PlacePieces(font, line))
+                told.back() += std::to_string(piece.x) + std::string(piece.text) + " ";
+            told.back() += std::to_string(TextWidth(font, line));
+        }
+    }
+    EXPECT_EQ(told, (Lines{"|0 0", "|0one two 70", "|0one 30|0two 30|0three 50", "|0longer 60",
+                           "|0a 10|0 0|0b 10", "|0end  40|0 0", "|0a 48b 58|0c 10"}));
 }
 
 // --- popup menus ---
