@@ -65,6 +65,8 @@ TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
     const Variable path("PATH", folder.Path("a b") + ":/usr/bin:/bin");
     const std::string page = folder.Write("my page.htm", Text("<html>"));
     char application[MAX_PATH];
+    const int free = dup(0);
+    close(free);
     const std::string opener = WriteProgram(folder, "a b/xdg-open", noteArguments);
     for (const char *unknowing : {"#!/bin/sh\nexit 0\n", "#!/bin/sh\necho b.desktop\nexit 1\n",
                                   "#!/no/such/interpreter\n"}) {
@@ -86,4 +88,7 @@ TEST(Programs, TheDesktopsApplicationTakesThePageAsItIs)
                                nullptr, nullptr, &startup, &process));
     CloseHandle(process.hProcess);
     EXPECT_EQ(WaitForText(opener + ".seen"), "1:" + page);
+    const int still = dup(0); // none was left open
+    EXPECT_EQ(still, free);
+    close(still);
 }

@@ -149,6 +149,8 @@ TEST_F(NativeWindow, AChosenCommandIsPostedAfterTheMenuHasClosed)
 {
     HMENU menu = CreatePopupMenu();
     AppendMenuA(menu, MF_ENABLED, 103, "&Play");
+    visible.showMenu = [](HMENU, POINT, HWND) { return false; };
+    EXPECT_FALSE(TrackPopupMenu(menu, 0, 30, 40, 0, window, nullptr));
     visible.runEvents = [](bool) { return ReportMenuClosed(103), true; };
     visible.showMenu = [](HMENU, POINT place, HWND) {
         told.push_back("shown at " + std::to_string(place.x) + "," + std::to_string(place.y));
