@@ -158,7 +158,7 @@ TEST(Resources, DamagedOnesAreWhatTheirTextTells)
             return Described(Text(outcome));
         };
         told.push_back("Of type " + std::to_string(type));
-        const size_t wild = std::min<size_t>(good[i].data.size(), type == 5 ? 999 : 24);
+        const size_t wild = std::min<size_t>(good[i].data.size(), type == 5 ? 999 : 64);
         const auto lines = TellDamaged(good[i].data, wild, outcomeOf);
         told.insert(told.end(), lines.begin(), lines.end());
     }
