@@ -18,8 +18,8 @@ enum FileOutcome {
 
 struct FileResult {
     FileOutcome outcome;
-    std::string reason = {}; // why it failed, a sentence for people; empty for the other outcomes
-    bool isDiskFull = {};
+    std::string reason = ""; // why it failed, a sentence for people; empty for the other outcomes
+    bool isDiskFull = false;
 };
 
 // Fills and closes a file that was just created in a folder under a name; NULL when it could not

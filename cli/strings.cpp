@@ -123,6 +123,7 @@ static size_t ListTexts(StringsRun *run, FilePages *pages, const Survey &survey,
         return 0;
     }
     run->left -= resource.size;
+    pages->isUnreadable = false;
     if (!ReadTexts(pages, survey, resource, run->options->codePage, &texts))
         TellDamage(run, resource,
                    pages->isUnreadable ? "could not be read to its end."

@@ -20,7 +20,7 @@ struct FilePage {
 struct FilePages {
     FILE *file;        // the caller's, whose position is not kept
     uint64_t length;   // bytes of the file when it was opened; 0 when that is not known
-    bool isUnreadable; // bytes that lie in the file could not be read
+    bool isUnreadable; // bytes that lie in the file could not be read; who looks clears it
     FilePage pages[FILE_PAGE_COUNT];
 };
 

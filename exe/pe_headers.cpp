@@ -66,7 +66,7 @@ bool FindResourceSection(ByteReader image, size_t headers, PeSection *section)
     const DWORD address = ReadU32(&image, optional + 112);
     const size_t table = optional + ReadU16(&image, headers + 20);
     const int count = ReadU16(&image, headers + 6);
-    if (image.failed || directoryCount < 3)
+    if (image.failed || directoryCount < 3 || address == 0)
         return false;
     for (int i = 0; i < count; i++) {
         if (!ReadSection(image, table + (size_t)i * SECTION_HEADER_SIZE, section))

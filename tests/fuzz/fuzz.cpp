@@ -71,11 +71,8 @@ void ReadAndCheck(const uint8_t *data, size_t size, int (*read)(HWND tree, FILE 
     SendMessageA(tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
 }
 
-void ShowAndSave(DWORD category, const uint8_t *data, size_t size)
+ResourceEntry KeepOne(DWORD category, const uint8_t *data, size_t size)
 {
-    static Canvas canvas(160, 120);
-    static FILE *const stream = fopen("/dev/null", "wb");
-    const RECT pane = {0, 0, canvas.width, canvas.height};
     ResourceEntry entry = {};
     entry.category = category;
     entry.size = (DWORD)size;
@@ -83,6 +80,15 @@ void ShowAndSave(DWORD category, const uint8_t *data, size_t size)
     // No tree, whose items are marks.
     Check(KeepResource(nullptr, AddCategoryItem(nullptr, category), &entry, data));
     Check(GetEntry(openCatalog.entries, &entry, 0));
+    return entry;
+}
+
+void ShowAndSave(DWORD category, const uint8_t *data, size_t size)
+{
+    static Canvas canvas(160, 120);
+    static FILE *const stream = fopen("/dev/null", "wb");
+    const RECT pane = {0, 0, canvas.width, canvas.height};
+    const ResourceEntry entry = KeepOne(category, data, size);
     Check(PaintResource(canvas.dc, &pane, openCatalog.entries, openCatalog.count, 0));
     Check(FindExportFormat(&entry)->writeStream(stream, &entry) == WriteDone);
     ReleaseCatalog(&openCatalog);

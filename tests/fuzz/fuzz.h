@@ -3,7 +3,7 @@
 // Check, and the sanitizers watch the rest.
 #pragma once
 
-#include "platform/win32.h"
+#include "exe/catalog.h"
 #include "samples/builder/builder.h"
 
 #include <cstdio>
@@ -28,6 +28,9 @@ const char *FileOf(const Bytes &bytes);
 // Reads the bytes as an executable with `read`, into openCatalog and a tree without a picture, and
 // checks what was catalogued against the bytes.
 void ReadAndCheck(const uint8_t *data, size_t size, int (*read)(HWND tree, FILE *file));
+
+// Keeps the bytes as the one resource of openCatalog, which the caller releases, and returns it.
+ResourceEntry KeepOne(DWORD category, const uint8_t *data, size_t size);
 
 // Shows the bytes in a pane as a resource of the category, and saves them in its format.
 void ShowAndSave(DWORD category, const uint8_t *data, size_t size);

@@ -1,7 +1,5 @@
 #include "tests/fuzz/fuzz.h"
 
-#include <cstring>
-
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const char *path = FileOf(data, size);

@@ -1,11 +1,9 @@
 // A sound's way from the resource to the device, which cannot be opened here: up to there the
 // player has decoded it.
-#include "exe/tree_items.h"
 #include "shell/sound.h"
 #include "tests/fuzz/fuzz.h"
 
 #include <cstdlib>
-#include <cstring>
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -13,12 +11,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static const int isSet =
         setenv("SDL_AUDIODRIVER", "disk", 1) | setenv("SDL_DISKAUDIOFILE", "/dev/null/none", 1);
     Check(isSet == 0);
-    ResourceEntry entry = {};
-    entry.category = CategoryBinary;
-    entry.size = (DWORD)size;
-    strcpy(entry.name, "1");
-    Check(KeepResource(nullptr, AddCategoryItem(nullptr, CategoryBinary), &entry, data));
-    Check(GetEntry(openCatalog.entries, &entry, 0));
+    const ResourceEntry entry = KeepOne(CategoryBinary, data, size);
     PlaySoundEntry(&entry);
     StopSound();
     ReleaseCatalog(&openCatalog);

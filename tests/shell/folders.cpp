@@ -4,7 +4,8 @@
 
 #include <string>
 
-TEST(SettingsFile, HasAWholePathOrNone)
+TEST(SettingsFile, HasNoPathWhenThatDoesNotFit)
 {
+    EXPECT_STRNE(UserSettingsPath("n"), "");
     EXPECT_STREQ(UserSettingsPath(std::string(250, 'n').c_str()), "");
 }

@@ -15,7 +15,7 @@ inline const struct {
     {8, DibForm::RunLength}, {4, DibForm::RunLength},
 };
 
-// Those to be damaged: a picture of 3 x 2 and three colours in each.
+// Those to be damaged: a picture of 3 x 2 and three colours in each kind.
 inline std::vector<Bytes> DibsToDamage()
 {
     Picture picture = MakePicture(3, 2, 0xFFFF0000);
