@@ -56,7 +56,7 @@ function(embed_resources target script)
     compile_script(${CMAKE_SOURCE_DIR}/${script} ${object})
     set(image ${CMAKE_BINARY_DIR}/${name}_resources.dll)
     add_custom_command(OUTPUT ${image}
-        COMMAND ${PE_LINKER} --dll --entry 0 -s -o ${image} ${object}
+        COMMAND ${PE_LINKER} --dll --entry 0 -s --no-insert-timestamp -o ${image} ${object}
         DEPENDS ${object} VERBATIM)
     set(assembly ${CMAKE_BINARY_DIR}/${name}_resources.cpp)
     file(CONFIGURE OUTPUT ${assembly} CONTENT [[
