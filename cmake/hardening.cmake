@@ -1,9 +1,9 @@
-# What makes a fault harder to use, in what is shipped: copies and frames that are checked, addresses
-# that nobody knows beforehand, tables of calls that cannot be written to.
+# What makes a fault harder to use, in what is shipped: copies, frames and places in containers that
+# are checked, addresses that nobody knows beforehand, tables of calls that cannot be written to.
 if(QUILLMOOR_SANITIZE OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     return()
 endif()
-add_compile_options(-D_FORTIFY_SOURCE=2 -fstack-protector-strong)
+add_compile_options(-D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS -fstack-protector-strong)
 if(WIN32)
     add_link_options(-Wl,--dynamicbase -Wl,--nxcompat)
     if(QUILLMOOR_MACHINE STREQUAL "x86_64")
