@@ -41,7 +41,6 @@ template <typename Object, HandleKind kind> class HandleTable
             return nullptr;
         Slot &slot = At(index);
         slot.object.emplace(std::forward<Arguments>(arguments)...);
-        ++live;
         const uint64_t number = static_cast<uint64_t>(kind) << (indexBits + generationBits) |
                                 static_cast<uint64_t>(slot.generation) << indexBits | index;
         return reinterpret_cast<void *>(number);
@@ -65,18 +64,11 @@ template <typename Object, HandleKind kind> class HandleTable
         // The object is taken out first: its end may add to this table or remove from it.
         [[maybe_unused]] const std::optional<Object> ending = std::move(slot.object);
         slot.object.reset();
-        --live;
         ++slot.generation;
         // A slot whose generations are used up is never given again.
         if (slot.generation >> generationBits == 0)
             slot.nextFree = std::exchange(firstFree, static_cast<uint32_t>(index));
         return true;
-    }
-
-    // How many objects there are.
-    size_t Count() const
-    {
-        return live;
     }
 
   private:
@@ -132,5 +124,4 @@ template <typename Object, HandleKind kind> class HandleTable
     std::vector<std::unique_ptr<Slot[]>> chunks;
     uint32_t firstFree = noFree; // of the slots below `used` that are free, the last one freed
     size_t used = 0;
-    size_t live = 0;
 };

@@ -110,7 +110,7 @@ UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR pa
 // Reads a value of a settings file. A section is looked for without case, the first of its name
 // counts, and in it the first line of the key. Spaces around a value go, then one pair of quotes.
 // What is not there gives fallback, without the spaces at its end. The text is cut to size - 1
-// bytes; its length is returned, 0 also for an argument of NULL. The file is in the ANSI code page,
+// bytes; its length is returned. Only fallback may be NULL. The file is in the ANSI code page,
 // or in UTF-16 with its mark. On Linux a file that is missing in the user's configuration folder is
 // looked for in the system-wide ones ($XDG_CONFIG_DIRS), then beside the program, by the same
 // relative path; so are the program's settings for the empty name, which a path without room

@@ -53,7 +53,7 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance);
 #define WS_TABSTOP 0x00010000L
 #define WS_OVERLAPPEDWINDOW 0x00CF0000L
 
-// As x: at (0, 0); as width: no size.
+// As x: at (0, 0).
 #define CW_USEDEFAULT ((int)0x80000000)
 
 // Parent of windows that are never shown and only take messages.

@@ -131,8 +131,7 @@ static void MakeFreeSlot(TreeState *state)
         return;
     const auto slot = static_cast<uint32_t>(state->items.size());
     state->items.emplace_back().parent = noSlot;
-    if (state->freeSlots.capacity() < state->items.size())
-        state->freeSlots.reserve(state->items.capacity());
+    state->freeSlots.reserve(state->items.capacity());
     state->freeSlots.push_back(slot);
 }
 
@@ -317,13 +316,14 @@ static LRESULT CALLBACK TreeProcedure(HWND tree, UINT message, WPARAM wParam, LP
         return reinterpret_cast<LRESULT>(
             NextItem(state, wParam, reinterpret_cast<HTREEITEM>(lParam)));
     case TVM_GETITEMA: return GetItem(state, reinterpret_cast<TVITEMA *>(lParam));
-    case WM_PAINT: return PaintElsewhere(tree), 0;
-    case WM_SETFONT: return TakeFont(tree, wParam), 0;
-    case WM_SETFOCUS: return NotifyParent(tree, NM_SETFOCUS), 0;
-    case WM_KILLFOCUS: return NotifyParent(tree, NM_KILLFOCUS), 0;
-    case WM_RBUTTONDOWN: return NotifyParent(tree, NM_RCLICK), 0;
+    case WM_PAINT: PaintElsewhere(tree); break;
+    case WM_SETFONT: TakeFont(tree, wParam); break;
+    case WM_SETFOCUS: NotifyParent(tree, NM_SETFOCUS); break;
+    case WM_KILLFOCUS: NotifyParent(tree, NM_KILLFOCUS); break;
+    case WM_RBUTTONDOWN: NotifyParent(tree, NM_RCLICK); break;
     default: return DefWindowProcA(tree, message, wParam, lParam);
     }
+    return 0;
 }
 
 // Whoever has this library has the class.

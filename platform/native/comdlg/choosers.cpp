@@ -26,7 +26,7 @@ static BOOL Choose(OPENFILENAMEA *parameters, bool isSave)
     path.resize(std::strlen(path.c_str()));
     if (path.size() >= parameters->nMaxFile)
         return FALSE;
-    std::memcpy(parameters->lpstrFile, path.c_str(), path.size() + 1);
+    std::strcpy(parameters->lpstrFile, path.c_str());
     parameters->nFilterIndex = choice.filterIndex;
     return TRUE;
 }

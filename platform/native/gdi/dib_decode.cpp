@@ -207,7 +207,7 @@ bool ReadDibLayout(const void *info, size_t available, DibLayout *layout)
     layout->pixelsSize = layout->isRunLength
                              ? ReadU32(&bytes, 20)
                              : RowSize(*layout) * static_cast<size_t>(layout->height);
-    return layout->infoSize <= available && layout->pixelsSize > 0;
+    return layout->infoSize <= available && layout->pixelsSize != 0;
 }
 
 bool DecodeDib(const DibLayout &layout, const void *info, const void *pixels, size_t pixelsSize,

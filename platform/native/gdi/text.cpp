@@ -53,8 +53,7 @@ static int DrawMiddleLine(HDC dc, const DeviceContext *context, LPCSTR text, int
     const RECT clip = {
         std::max(context->clip.left, rect->left), std::max(context->clip.top, rect->top),
         std::min(context->clip.right, rect->right), std::min(context->clip.bottom, rect->bottom)};
-    if (count > 0)
-        DrawLine(dc, *context, {left, rect->top + down}, clip, text, count);
+    DrawLine(dc, *context, {left, rect->top + down}, clip, text, count);
     return down + size.cy;
 }
 

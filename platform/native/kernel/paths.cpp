@@ -18,8 +18,7 @@ bool PathExists(const std::string &path)
     return stat(path.c_str(), &status) == 0;
 }
 
-// The value of a variable that has to be an absolute path; empty when it is none.
-static std::string AbsolutePath(const char *variable)
+std::string AbsolutePath(const char *variable)
 {
     const char *value = getenv(variable);
     return value && value[0] == '/' ? value : "";
@@ -76,7 +75,7 @@ DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size)
     DoesMemorySuffice([&] { program = ProgramPath(); });
     if (module && module != GetModuleHandleA(nullptr))
         return 0;
-    if (program.empty() || !path || size == 0)
+    if (program.empty() || size == 0)
         return 0;
     const size_t kept = std::min(program.size(), static_cast<size_t>(size) - 1);
     memcpy(path, program.data(), kept);
@@ -98,9 +97,9 @@ DWORD WINAPI GetCurrentDirectoryA(DWORD size, LPSTR path)
     if (!folder)
         return 0;
     const size_t length = strlen(folder);
-    const bool fits = path && length < size;
+    const bool fits = length < size;
     if (fits)
-        memcpy(path, folder, length + 1);
+        strcpy(path, folder);
     free(folder);
     return static_cast<DWORD>(fits ? length : length + 1);
 }

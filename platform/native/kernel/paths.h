@@ -1,8 +1,11 @@
-// Where the program and its settings are.
+// Where the program, its settings and its temporary files are.
 #pragma once
 
 #include <string>
 #include <vector>
+
+// The value of an environment variable that has to be an absolute path; empty when it is none.
+std::string AbsolutePath(const char *variable);
 
 // The path of the running program, with links resolved; empty when the system does not tell.
 std::string ProgramPath();

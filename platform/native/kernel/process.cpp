@@ -152,8 +152,7 @@ BOOL WINAPI CreateProcessA(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPS
                            BOOL, DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA,
                            LPPROCESS_INFORMATION information)
 {
-    if (!commandLine || !information ||
-        !UnlessMemoryRunsOut(false, [=] { return StartLine(commandLine); }))
+    if (!UnlessMemoryRunsOut(false, [=] { return StartLine(commandLine); }))
         return FALSE;
     *information = {};
     return TRUE;

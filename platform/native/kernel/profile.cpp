@@ -121,7 +121,7 @@ static bool Expand(std::string_view *value, std::string *origin)
 DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR text,
                                       DWORD size, LPCSTR file)
 {
-    if (!section || !key || !text || size == 0 || !file)
+    if (size == 0)
         return 0;
     std::string settings, origin;
     std::string_view value;

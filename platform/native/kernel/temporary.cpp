@@ -11,11 +11,12 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/native/kernel/paths.h"
 #include "platform/native/no_memory.h"
 #include "platform/win32/kernel.h"
 
 constexpr std::string_view folderPrefix = "quillmoor-";
-constexpr std::string_view folderPattern = "quillmoor-XXXXXX";
+constexpr const char *folderPattern = "quillmoor-XXXXXX";
 // A file in the folder that its process holds locked. So what a killed process left is known as
 // such, and a folder of the user's own that merely has such a name is not taken for one.
 constexpr const char *markName = "in use";
@@ -99,13 +100,13 @@ static void RemoveIfStale(const std::string &path)
     rmdir(path.c_str());
 }
 
-static void RemoveStaleFolders(const char *parent)
+static void RemoveStaleFolders(const std::string &parent)
 {
     std::error_code error;
     std::filesystem::directory_iterator entry(parent, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename();
-        if (name.size() == folderPattern.size() && name.starts_with(folderPrefix))
+        if (name.size() == strlen(folderPattern) && name.starts_with(folderPrefix))
             RemoveIfStale(entry->path());
     }
 }
@@ -125,13 +126,12 @@ static bool MarkFolder(TemporaryFolder *folder)
 // Makes a folder that only the user can enter.
 static bool MakeOwnFolder(TemporaryFolder *folder)
 {
-    const char *chosen = getenv("TMPDIR");
-    for (const char *parent : {chosen, "/tmp"}) {
-        if (!parent || parent[0] != '/')
+    for (const std::string &parent : {AbsolutePath("TMPDIR"), std::string("/tmp")}) {
+        if (parent.empty())
             continue;
         RemoveStaleFolders(parent);
         for (int attempt = 0; attempt < 3; ++attempt) {
-            folder->path = std::string(parent).append("/").append(folderPattern);
+            folder->path = parent + '/' + folderPattern;
             if (!mkdtemp(folder->path.data()))
                 break;
             if (MarkFolder(folder))
@@ -163,9 +163,9 @@ static DWORD GiveOwnFolder(DWORD size, LPSTR path)
     if (folder.empty())
         return 0;
     const std::string text = folder + '/';
-    if (!path || text.size() >= size)
+    if (text.size() >= size)
         return static_cast<DWORD>(text.size()) + 1;
-    memcpy(path, text.c_str(), text.size() + 1);
+    strcpy(path, text.c_str());
     return static_cast<DWORD>(text.size());
 }
 
@@ -177,8 +177,7 @@ DWORD WINAPI GetTempPathA(DWORD size, LPSTR path)
 static UINT FormFileName(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
 {
     struct stat status;
-    if (!folder || !prefix || !path || unique == 0 || stat(folder, &status) != 0 ||
-        !S_ISDIR(status.st_mode))
+    if (stat(folder, &status) != 0 || !S_ISDIR(status.st_mode))
         return 0;
     char number[8];
     snprintf(number, sizeof number, "%X", unique);
@@ -188,7 +187,7 @@ static UINT FormFileName(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR path)
     name += std::string(prefix, strnlen(prefix, 3)) + number + ".tmp";
     if (name.size() >= MAX_PATH)
         return 0;
-    memcpy(path, name.c_str(), name.size() + 1);
+    strcpy(path, name.c_str());
     return unique;
 }
 

@@ -156,20 +156,21 @@ bool IsPushButton(HWND window)
 LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_CREATE: WindowOf(button)->state = std::make_unique<ButtonState>(); return 0;
-    case WM_PAINT: return PaintButton(button), 0;
+    case WM_CREATE: WindowOf(button)->state = std::make_unique<ButtonState>(); break;
+    case WM_PAINT: PaintButton(button); break;
     case WM_ERASEBKGND: return IsOwnerDrawn(button) ? EraseOwnerDrawn(button, wParam) : TRUE;
-    case WM_SETFONT: return TakeFont(button, wParam), 0;
+    case WM_SETFONT: TakeFont(button, wParam); break;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: return InvalidateRect(button, nullptr, FALSE), 0;
+    case WM_KILLFOCUS: InvalidateRect(button, nullptr, FALSE); break;
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK: return Press(button), 0;
-    case WM_LBUTTONUP: return Release(button, lParam), 0;
+    case WM_LBUTTONDBLCLK: Press(button); break;
+    case WM_LBUTTONUP: Release(button, lParam); break;
     case WM_KEYDOWN:
         if (wParam == VK_SPACE)
             TellClicked(button);
-        return 0;
-    case BM_CLICK: return TellClicked(button), 0;
+        break;
+    case BM_CLICK: TellClicked(button); break;
     default: return DefWindowProcA(button, message, wParam, lParam);
     }
+    return 0;
 }

@@ -22,13 +22,6 @@ static LRESULT ColorControl(HDC dc)
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
 }
 
-static LRESULT OnSystemCommand(HWND window, WPARAM command)
-{
-    if ((command & 0xFFF0) == SC_CLOSE)
-        SendMessageA(window, WM_CLOSE, 0, 0);
-    return 0;
-}
-
 LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM)
 {
     switch (message) {
@@ -38,9 +31,13 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM)
     case WM_CTLCOLORBTN:
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return ColorControl(reinterpret_cast<HDC>(wParam));
-    case WM_CLOSE: return DestroyWindow(window), 0;
-    case WM_SYSCOMMAND: return OnSystemCommand(window, wParam);
+    case WM_CLOSE: DestroyWindow(window); break;
+    case WM_SYSCOMMAND:
+        if ((wParam & 0xFFF0) == SC_CLOSE)
+            SendMessageA(window, WM_CLOSE, 0, 0);
+        break;
     case WM_QUERYENDSESSION: return TRUE;
-    default: return 0;
+    default: break;
     }
+    return 0;
 }

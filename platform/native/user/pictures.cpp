@@ -69,9 +69,8 @@ struct PictureParts {
     size_t width;     // pixels
     size_t height;
     const BYTE *colors; // bottom-up, as the mask
-    size_t stride;      // bytes from one row of colours to the next
     const BYTE *mask;   // a bit a pixel
-    size_t maskStride;
+    size_t maskStride;  // bytes from one row to the next
 };
 
 } // namespace
@@ -87,20 +86,19 @@ static bool FindParts(const ByteReader &dib, PictureParts *parts)
     layout.pixelsSize /= 2;
     parts->width = static_cast<size_t>(layout.width);
     parts->height = static_cast<size_t>(layout.height);
-    parts->stride = (parts->width * static_cast<size_t>(layout.bits) + 31) / 32 * 4;
     parts->maskStride = (parts->width + 31) / 32 * 4;
-    if (parts->width > 256 || parts->height > 256 || layout.infoSize > dib.total ||
-        (parts->stride + parts->maskStride) * parts->height > dib.total - layout.infoSize)
+    if (parts->width > 256 || parts->height > 256 ||
+        layout.pixelsSize + parts->maskStride * parts->height > dib.total - layout.infoSize)
         return false;
     parts->colors = dib.data + layout.infoSize;
-    parts->mask = parts->colors + parts->stride * parts->height;
+    parts->mask = parts->colors + layout.pixelsSize;
     return true;
 }
 
 // 32-bit colours bring their own transparency, unless all are transparent.
 static bool HasAlpha(const PictureParts &parts)
 {
-    for (size_t i = 3; parts.layout.bits == 32 && i < parts.stride * parts.height; i += 4)
+    for (size_t i = 3; parts.layout.bits == 32 && i < parts.layout.pixelsSize; i += 4)
         if (parts.colors[i] != 0)
             return true;
     return false;
@@ -118,7 +116,7 @@ static bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
     PictureParts parts;
     Bitmap bitmap;
     if (!FindParts(dib, &parts) ||
-        !DecodeDib(parts.layout, dib.data, parts.colors, parts.stride * parts.height, &bitmap))
+        !DecodeDib(parts.layout, dib.data, parts.colors, parts.layout.pixelsSize, &bitmap))
         return false;
     const bool hasAlpha = HasAlpha(parts);
     picture->width = parts.layout.width;
@@ -130,7 +128,7 @@ static bool DecodePicture(const ByteReader &dib, ImagePixels *picture)
             const bool isClear = parts.mask[row * parts.maskStride + x / 8] >> (7 - x % 8) & 1;
             const uint32_t color = bitmap.surface.pixels[y * bitmap.surface.stride + x] & 0xFFFFFF;
             picture->pixels[y * parts.width + x] =
-                hasAlpha  ? Blended(color, parts.colors[row * parts.stride + x * 4 + 3])
+                hasAlpha  ? Blended(color, parts.colors[(row * parts.width + x) * 4 + 3])
                 : isClear ? color
                           : Blended(color, 255);
         }
@@ -177,7 +175,6 @@ static void DrawInformationSign(ImagePixels *picture)
 {
     constexpr int middle = iconSide / 2;
     picture->width = picture->height = iconSide;
-    picture->pixels.resize(iconSide * iconSide);
     for (int y = 0; y < iconSide; ++y)
         for (int x = 0; x < iconSide; ++x) {
             const double distance = std::hypot(x + 0.5 - middle, y + 0.5 - middle);
@@ -185,8 +182,7 @@ static void DrawInformationSign(ImagePixels *picture)
             const bool isDot = std::hypot(x + 0.5 - middle, y + 0.5 - 9.0) < 2.6;
             const bool isStem = x >= middle - 2 && x < middle + 2 && y >= 13 && y < 25;
             const uint32_t color = isDot || isStem ? 0xFFFFFF : 0x1E5AA8;
-            picture->pixels[static_cast<size_t>(y) * iconSide + static_cast<size_t>(x)] =
-                Blended(color, static_cast<uint32_t>(inside * 255));
+            picture->pixels.push_back(Blended(color, static_cast<uint32_t>(inside * 255)));
         }
 }
 

@@ -38,10 +38,11 @@ static void PaintField(HWND control)
 LRESULT CALLBACK StandInProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_CREATE: return LeaveOutDroppedList(control), 0;
-    case WM_PAINT: return PaintField(control), 0;
+    case WM_CREATE: LeaveOutDroppedList(control); break;
+    case WM_PAINT: PaintField(control); break;
     case WM_ERASEBKGND: return TRUE;
-    case WM_SETFONT: return TakeFont(control, wParam), 0;
+    case WM_SETFONT: TakeFont(control, wParam); break;
     default: return DefWindowProcA(control, message, wParam, lParam);
     }
+    return 0;
 }

@@ -109,10 +109,11 @@ static void PaintStatic(HWND control)
 LRESULT CALLBACK StaticProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_CREATE: return MakeStatic(control), 0;
-    case WM_PAINT: return PaintStatic(control), 0;
+    case WM_CREATE: MakeStatic(control); break;
+    case WM_PAINT: PaintStatic(control); break;
     case WM_ERASEBKGND: return TRUE;
-    case WM_SETFONT: return TakeFont(control, wParam), 0;
+    case WM_SETFONT: TakeFont(control, wParam); break;
     default: return DefWindowProcA(control, message, wParam, lParam);
     }
+    return 0;
 }

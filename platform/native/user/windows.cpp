@@ -24,8 +24,6 @@ static void SetFirstRect(Window *window, int x, int y, int width, int height)
 {
     if (x == CW_USEDEFAULT)
         x = y = 0;
-    if (width == CW_USEDEFAULT)
-        width = height = 0;
     window->rect = {x, y, x + width, y + height};
     if (window->parent && window->style & WS_BORDER)
         window->around = {1, 1, 1, 1};

@@ -67,9 +67,9 @@ TEST_F(TreeTest, KeepsSiblingsSortedWithoutCaseAndEqualsInTheOrderTheyCame)
         {{"2 (7 bytes)", "beta", "10 (40 bytes)", "Alpha1234", "1 (9 bytes)"},
          "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, Alpha1234=3, beta=1"},
         // Also when they come after a look.
-        {{"alpha1233", "ALPHA", "beta", "Beta", "alpha1234x", "alpha12345", "gamma1", "Gamma"},
+        {{"alpha1233", "ALPHA", "beta", "Beta", "alpha1234x", "alpha12345", "zeta1", "Zeta"},
          "1 (9 bytes)=4, 10 (40 bytes)=2, 2 (7 bytes)=0, ALPHA=6, alpha1233=5, Alpha1234=3, "
-         "alpha12345=10, alpha1234x=9, beta=1, beta=7, Beta=8, Gamma=12, gamma1=11"},
+         "alpha12345=10, alpha1234x=9, beta=1, beta=7, Beta=8, Zeta=12, zeta1=11"},
     };
     LPARAM value = 0;
     for (const auto &[labels, shown] : cases) {

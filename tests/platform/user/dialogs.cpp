@@ -9,7 +9,7 @@ namespace
 
 std::function<void(HWND, LPARAM)> onInit;
 std::function<void(HWND)> onUser;
-INT_PTR initAnswer;
+INT_PTR initAnswer, colorAnswer;
 
 INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -30,6 +30,9 @@ INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
             EndDialog(dialog, 17);
         return TRUE;
     case WM_DESTROY: told.push_back("destroy"); return FALSE;
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSTATIC: return colorAnswer;
     default: return FALSE;
     }
 }
@@ -43,6 +46,7 @@ struct DialogTest : MessageTest {
         onInit = nullptr;
         onUser = nullptr;
         initAnswer = TRUE;
+        colorAnswer = 0;
     }
 
     ~DialogTest() override
@@ -66,11 +70,15 @@ TEST_F(DialogTest, RunsUntilItEndsItselfAndDisablesItsOwnerMeanwhile)
     onUser = [&](HWND dialog) {
         EXPECT_EQ(DialogAbove(owner), dialog);
         EXPECT_EQ(SetFocus(owner), nullptr);
+        colorAnswer = (INT_PTR)GetStockObject(WHITE_BRUSH);
+        for (const UINT color : {WM_CTLCOLORBTN, WM_CTLCOLORDLG, WM_CTLCOLORSTATIC})
+            EXPECT_EQ(SendMessageA(dialog, color, 0, 0), colorAnswer);
+        EXPECT_EQ(SendMessageA(dialog, WM_COMMAND, 54, 0), 0); // taken, by whatever answer
         PostMessageA(dialog, WM_COMMAND, 55, 0);
         PostMessageA(dialog, WM_COMMAND, IDOK, 0);
     };
     EXPECT_EQ(Show(4711), 17);
-    EXPECT_EQ(told, (Lines{"command 55", "command 1", "destroy"}));
+    EXPECT_EQ(told, (Lines{"command 54", "command 55", "command 1", "destroy"}));
     EXPECT_EQ(given, 4711);
     EXPECT_EQ(DialogAbove(owner), nullptr);
     SetFocus(owner);

@@ -53,6 +53,8 @@ TEST_F(MessageTest, TheDefaultClosesAndColoursAndAnswersTheRestWithNothing)
         EXPECT_EQ(SetBkColor(dc, 0), GetSysColor(COLOR_BTNFACE));
     }
     EXPECT_EQ(ReleaseDC(window, dc), 1);
+    for (const char *name : {"button", "static", WC_TREEVIEWA})
+        EXPECT_EQ(SendMessageA(MakeControl(name, window, 5, {}), WM_SETFONT, 0, 0), 0) << name;
     told.clear();
     SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(told, (Lines{"close main", "destroy main"}));

@@ -53,15 +53,20 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
         GetTempPathA(sizeof path, path);
         std::ofstream(std::string(path) + "left behind") << "x";
         LeaveFileBehind(folder.path); // whose start leaves what is in use
-        const bool isGood =
+        bool isGood =
             std::filesystem::status(path).permissions() == std::filesystem::perms::owner_all &&
             std::string(path).starts_with(folder.path.string() + "/") &&
             std::filesystem::exists(std::string(path) + "left behind");
-        // Taken away, it is made anew.
-        std::filesystem::remove_all(path);
-        GetTempPathA(sizeof path, path);
-        const bool isBack = std::filesystem::is_directory(path);
-        const char answer = isGood && isBack ? 'y' : 'n';
+        // Taken away, it is made anew, in the system's folder where no other is told.
+        for (const auto &[chosen, made] : {std::pair(folder.path.c_str(), folder.path.c_str()),
+                                           std::pair(".", "/tmp")}) {
+            const Variable variable("TMPDIR", chosen);
+            std::filesystem::remove_all(path);
+            GetTempPathA(sizeof path, path);
+            isGood = isGood && std::filesystem::path(path).parent_path().parent_path() == made &&
+                     std::filesystem::is_directory(path);
+        }
+        const char answer = isGood ? 'y' : 'n';
         if (write(told[1], &answer, 1) != 1)
             _exit(1);
         exit(0);

@@ -271,6 +271,23 @@ TEST_F(QtWindow, AChooserSpeaksTheUsersLanguageAndNothingElseDoes)
     EXPECT_EQ(QFileDialog::tr("Files"), "Files");
 }
 
+TEST_F(QtWindow, AChooserTellsTheFilterThatWasChosen)
+{
+    char path[MAX_PATH] = "";
+    OPENFILENAMEA request = {};
+    request.hwndOwner = globals.mainWindow;
+    request.lpstrFilter = "One\0*.a\0Two\0*.b;*.*\0";
+    request.lpstrFile = path;
+    request.nMaxFile = sizeof path;
+    const auto choose = [] {
+        Shown<QFileDialog>()->selectNameFilter(Shown<QFileDialog>()->nameFilters().last());
+    };
+    Follow({{Shown<QFileDialog>, choose}, Confirm(QString::fromStdString(commandLine))});
+    EXPECT_TRUE(GetOpenFileNameA(&request));
+    EXPECT_EQ(request.nFilterIndex, 2u);
+    EXPECT_EQ(path, commandLine);
+}
+
 TEST_F(QtWindow, TheSaveChooserRefusesWhatCannotBeAFile)
 {
     SelectByKeys(0, 0);

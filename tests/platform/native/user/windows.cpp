@@ -1,5 +1,6 @@
 // The quiet half with a recorder in place of the display: what the display reports, what it is
 // told, and what Windows does not promise.
+#include "platform/native/user/dialogs.h"
 #include "platform/native/user/geometry.h"
 #include "platform/native/user/input.h"
 #include "platform/native/user/menus.h"
@@ -141,6 +142,26 @@ TEST_F(NativeWindow, TextIsBrokenBetweenWordsAndPlacedByTabs)
     }
     EXPECT_EQ(told, (Lines{"|0 0", "|0one two 70", "|0one 30|0two 30|0three 50", "|0longer 60",
                            "|0a 10|0 0|0b 10", "|0end  40|0 0", "|0a 48b 58|0c 10"}));
+}
+
+INT_PTR CALLBACK TellInside(HWND dialog, UINT message, WPARAM, LPARAM)
+{
+    RECT inside = {};
+    GetClientRect(dialog, &inside);
+    if (message == WM_INITDIALOG)
+        told.push_back(std::to_string(inside.right) + " x " + std::to_string(inside.bottom));
+    return message == WM_INITDIALOG && EndDialog(dialog, 0);
+}
+
+TEST_F(NativeWindow, ADialogHasItsSizeInsideAnyFrame)
+{
+    const SizedText sizes;
+    visible.frameAround = [](HWND, RECT *around) { *around = {3, 20, 5, 7}; };
+    DialogTemplate plan = {};
+    plan.width = 101;
+    plan.height = 51;
+    RunDialog(plan, nullptr, nullptr, TellInside, 0);
+    EXPECT_EQ(told, Lines{"177 x 83"});
 }
 
 // --- popup menus ---
