@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
-#include "platform/native/gdi/objects.h"
 #include "platform/native/kernel/module.h"
 #include "platform/native/no_memory.h"
 #include "platform/native/user/control_font.h"
@@ -49,10 +47,8 @@ static HFONT MakeFont(const DialogTemplate &dialog)
     constexpr int dotsPerInch = 96, pointsPerInch = 72;
     if (!dialog.fontHeight)
         return nullptr;
-    Font font = {};
-    font.height = -(dialog.fontHeight * dotsPerInch + pointsPerInch / 2) / pointsPerInch;
-    font.face = dialog.fontFace;
-    return static_cast<HFONT>(AddDrawingObject(std::move(font)));
+    return CreateFontA(-(dialog.fontHeight * dotsPerInch + pointsPerInch / 2) / pointsPerInch, 0, 0,
+                       0, 0, 0, 0, 0, 0, 0, 0, 0, 0, dialog.fontFace.c_str());
 }
 
 static bool MakeControls(HWND dialog, const DialogTemplate &plan, const Units &units,
