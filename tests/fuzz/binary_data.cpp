@@ -1,8 +1,4 @@
 #include "exe/categories.h"
 #include "tests/fuzz/fuzz.h"
 
-int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
-{
-    ShowAndSave(CategoryBinary, data, size);
-    return 0;
-}
+FUZZ_KIND(CategoryBinary)

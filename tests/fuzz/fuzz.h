@@ -35,5 +35,13 @@ ResourceEntry KeepOne(DWORD category, const uint8_t *data, size_t size);
 // Shows the bytes in a pane as a resource of the category, and saves them in its format.
 void ShowAndSave(DWORD category, const uint8_t *data, size_t size);
 
+// A target that does no more than that.
+#define FUZZ_KIND(category)                                                                        \
+    int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)                                   \
+    {                                                                                              \
+        ShowAndSave(category, data, size);                                                         \
+        return 0;                                                                                  \
+    }
+
 // Opens a module with these resources, which the caller frees. NULL when it could not be opened.
 HMODULE OpenModuleOf(const std::vector<ResourceDescription> &resources);

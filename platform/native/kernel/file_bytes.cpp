@@ -1,6 +1,5 @@
 #include "platform/native/kernel/file_bytes.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,8 +18,6 @@ FileBytes ReadWholeFile(const char *path, size_t *size)
     while (bytes && *size < static_cast<size_t>(status.st_size)) {
         const ssize_t got =
             read(file, bytes.get() + *size, static_cast<size_t>(status.st_size) - *size);
-        if (got < 0 && errno == EINTR)
-            continue;
         if (got <= 0)
             break;
         *size += static_cast<size_t>(got);

@@ -1,7 +1,6 @@
 #include "platform/native/kernel/process.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -43,13 +42,12 @@ static void BecomeProgram(char *const *arguments)
     execv(arguments[0], arguments);
 }
 
-// Waits for a child; a child that somebody else waited for counts as one that failed.
+// Waits for a child, the only one that there is. -1 for a fork that failed, and for a child that
+// somebody else waited for.
 static int WaitFor(pid_t child)
 {
-    int status;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR)
-            return -1;
+    int status = -1;
+    waitpid(child, &status, 0);
     return status;
 }
 
@@ -57,14 +55,8 @@ static int WaitFor(pid_t child)
 static void ReadPipe(int from, std::string *text)
 {
     char piece[256];
-    ssize_t got;
-    while ((got = read(from, piece, sizeof piece)) != 0) {
-        if (got < 0 && errno != EINTR)
-            break;
-        const size_t room = text->capacity() - text->size();
-        if (got > 0)
-            text->append(piece, std::min(room, static_cast<size_t>(got)));
-    }
+    for (ssize_t got; (got = read(from, piece, sizeof piece)) > 0;)
+        text->append(piece, std::min(text->capacity() - text->size(), static_cast<size_t>(got)));
 }
 
 std::string FindProgram(const std::string &name)
@@ -86,7 +78,7 @@ std::string FindProgram(const std::string &name)
 bool StartProgram(const std::string &path, const std::vector<std::string> &arguments)
 {
     const std::vector<char *> pointers = MakeArguments(path, arguments);
-    std::string told;
+    std::string failed;
     int failure[2];
     if (pipe2(failure, O_CLOEXEC) != 0)
         return false;
@@ -97,16 +89,16 @@ bool StartProgram(const std::string &path, const std::vector<std::string> &argum
         const pid_t grandchild = fork();
         if (grandchild == 0)
             BecomeProgram(pointers.data());
-        _exit(grandchild <= 0 && write(failure[1], "!", 1) != 1);
+        const char mark = '!';
+        [[maybe_unused]] const ssize_t told =
+            grandchild > 0 ? ssize_t{} : write(failure[1], &mark, sizeof mark);
+        _exit(EXIT_SUCCESS);
     }
     close(failure[1]);
     // The pipe closes by itself when the program has begun.
-    if (child > 0)
-        ReadPipe(failure[0], &told);
+    ReadPipe(failure[0], &failed);
     close(failure[0]);
-    if (child > 0)
-        WaitFor(child);
-    return child > 0 && told.empty();
+    return WaitFor(child) != -1 && failed.empty();
 }
 
 std::string AskProgram(const std::string &path, const std::vector<std::string> &arguments)
@@ -121,13 +113,12 @@ std::string AskProgram(const std::string &path, const std::vector<std::string> &
     if (child == 0) {
         dup2(output[1], STDOUT_FILENO);
         BecomeProgram(pointers.data());
-        _exit(127);
+        _exit(EXIT_FAILURE);
     }
     close(output[1]);
-    if (child > 0)
-        ReadPipe(output[0], &text);
+    ReadPipe(output[0], &text);
     close(output[0]);
-    if (child < 0 || WaitFor(child) != 0)
+    if (WaitFor(child) != 0)
         return "";
     return text.substr(0, text.find('\n'));
 }

@@ -14,8 +14,6 @@
 
 QString FromCodePage(const char *text, int bytes)
 {
-    if (bytes <= 0)
-        return {};
     QString wide(bytes, Qt::Uninitialized);
     wide.truncate(
         MultiByteToWideChar(CP_ACP, 0, text, bytes, reinterpret_cast<LPWSTR>(wide.data()), bytes));

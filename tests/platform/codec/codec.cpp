@@ -110,14 +110,9 @@ TEST(Codec, DecodesEveryKindOfPngToBottomUpPixelsWithAlpha)
             SCOPED_TRACE(testing::Message()
                          << "depth " << png.depth << " type " << png.colorType << " clear "
                          << png.clear.size() << " interlaced " << interlaced);
-            const Bytes file = MakeTestPng(png, interlaced);
             Picture picture = MakePicture(SIDE, SIDE, 0);
             picture.pixels = png.pixels;
-            EXPECT_EQ(Decode(file), MakeDib(picture, 32));
-            // Also when the checksum of the pixels is wrong.
-            Bytes damaged = file;
-            damaged[damaged.size() - 12 - 8] ^= 1;
-            EXPECT_EQ(Decode(damaged), MakeDib(picture, 32));
+            EXPECT_EQ(Decode(MakeTestPng(png, interlaced)), MakeDib(picture, 32));
         }
 }
 
@@ -152,7 +147,6 @@ TEST(Codec, GivesNothingForAFileThatIsNoPng)
             Decode(MakePngOf(4000, (DWORD)height, 1, Gray, 0, Bytes((size_t)height * 501))).size(),
             height == 4000 ? 40 + 64000000u : 0);
     EXPECT_EQ(Decode(MakePngOf(0x7fffffff, 0x7fffffff, 8, RgbAlpha, 0, rows)), Bytes());
-    EXPECT_EQ(Decode(MakePngOf(0x10000, 0x10001, 8, RgbAlpha, 0, rows)), Bytes());
 }
 
 static HGLOBAL BlockOf(const Bytes &bytes)

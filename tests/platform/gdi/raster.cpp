@@ -239,6 +239,14 @@ TEST(DrawingObjects, StockObjectsStay)
         EXPECT_EQ(FillRect(canvas.dc, &all, (HBRUSH)object), 1);
         EXPECT_EQ(canvas.At(0, 0), color);
     }
+    const Canvas canvas(1, 1);
+    HFONT font = CreateFontA(13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "");
+    for (HGDIOBJ other : {GetStockObject(NULL_PEN), (HGDIOBJ)font}) {
+        HGDIOBJ stock = SelectObject(canvas.dc, other);
+        EXPECT_TRUE(DeleteObject(stock));
+        EXPECT_EQ(SelectObject(canvas.dc, stock), other);
+    }
+    EXPECT_TRUE(DeleteObject(font));
     EXPECT_EQ(GetSysColorBrush(COLOR_BTNSHADOW), GetSysColorBrush(COLOR_BTNSHADOW));
     EXPECT_EQ(GetSysColor(99), 0u);
     EXPECT_EQ(GetSysColorBrush(99), nullptr);

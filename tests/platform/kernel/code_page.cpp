@@ -37,10 +37,15 @@ TEST(CodePage, UnitsThatThePageLacksBecomeQuestionMarks)
 
 TEST(CodePage, Utf8TakesEveryCharacter)
 {
-    const WCHAR wide[] = {'a', 0xE9, 0x20AC, 0xD83D, 0xDE00, 0xDC00, 'z', 0xD83D, 0};
-    const char expected[] = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBDz\xEF\xBF\xBD";
+    // The first and the last of each length, and surrogates without their other half.
+    const WCHAR wide[] = {0x7F,   0x80,   0x7FF,  0x800,  0xD7FF, 0xE000, 0xD800, 0xDC00, 0xDBFF,
+                          0xDFFF, 0xDC00, 0xDFFF, 0xD800, 0xE000, 0xDBFF, 0xD7FF, 0xD83D, 0};
+    const char expected[] =
+        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80"
+        "\xF4\x8F\xBF\xBF\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEE\x80\x80"
+        "\xEF\xBF\xBD\xED\x9F\xBF\xEF\xBF\xBD";
     const int size = sizeof expected;
-    char text[32];
+    char text[64];
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr), size);
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, text, size - 1, nullptr, nullptr), 0);
     ASSERT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide, -1, text, size, nullptr, nullptr), size);

@@ -58,15 +58,19 @@ TEST(Memory, BlocksHaveExactSizesAndZeroesWhereNothingWasWritten)
 
 TEST(Memory, FailedCallsLeaveBlocksAlone)
 {
-    const SIZE_T tooMuch = ~(SIZE_T)0 / 2;
-    EXPECT_EQ(GlobalAlloc(zeroed, tooMuch), nullptr);
-    HGLOBAL block = GlobalAlloc(zeroed, 4);
-    memcpy(GlobalLock(block), "abc", 4);
-    GlobalUnlock(block);
-    EXPECT_EQ(GlobalReAlloc(block, tooMuch, zeroed), nullptr);
-    EXPECT_EQ(GlobalSize(block), 4u);
-    EXPECT_STREQ((const char *)GlobalLock(block), "abc");
-    EXPECT_EQ(GlobalFree(block), nullptr); // locked or not
+    HGLOBAL block = nullptr;
+    for (const SIZE_T size : {4u, 5000000u}) {
+        block = GlobalAlloc(zeroed, size);
+        memcpy(GlobalLock(block), "abc", 4);
+        GlobalUnlock(block);
+        for (const SIZE_T tooMuch : {~(SIZE_T)0 / 2, ~(SIZE_T)0}) {
+            EXPECT_EQ(GlobalAlloc(zeroed, tooMuch), nullptr);
+            EXPECT_EQ(GlobalReAlloc(block, tooMuch, zeroed), nullptr);
+        }
+        EXPECT_EQ(GlobalSize(block), size);
+        EXPECT_STREQ((const char *)GlobalLock(block), "abc");
+        EXPECT_EQ(GlobalFree(block), nullptr); // locked or not
+    }
     for (HGLOBAL gone : {block, (HGLOBAL) nullptr}) {
         EXPECT_EQ(GlobalLock(gone), nullptr);
         EXPECT_FALSE(GlobalUnlock(gone));

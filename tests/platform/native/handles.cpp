@@ -18,14 +18,3 @@ TEST(Handles, DeadHandleNeverMeansALaterObject)
         table.Remove(next);
     }
 }
-
-TEST(Handles, HandleOfAnotherTableIsNone)
-{
-    HandleTable<int, HandleKind::Memory> memory;
-    HandleTable<int, HandleKind::Window> windows;
-    void *handle = memory.Add(1);
-    windows.Add(2);
-    EXPECT_EQ(windows.Find(handle), nullptr);
-    for (const intptr_t number : {0, 1, 6030, -1, -3, -0x10000})
-        EXPECT_EQ(memory.Find(reinterpret_cast<void *>(number)), nullptr);
-}

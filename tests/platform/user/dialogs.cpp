@@ -30,6 +30,7 @@ INT_PTR CALLBACK TestProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
             EndDialog(dialog, 17);
         return TRUE;
     case WM_DESTROY: told.push_back("destroy"); return FALSE;
+    case WM_KEYDOWN: told.push_back("key"); return FALSE;
     case WM_CTLCOLORBTN:
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return colorAnswer;
@@ -91,7 +92,7 @@ TEST_F(DialogTest, EscapeAndTheCloseBoxGiveTheCancelCommandAndKeysTheFocusedButt
         onUser = [key](HWND dialog) {
             HWND ok = GetDlgItem(dialog, IDOK);
             SetFocus(ok);
-            PostMessageA(ok, WM_KEYDOWN, VK_ESCAPE, 0);
+            PostMessageA(dialog, WM_KEYDOWN, VK_ESCAPE, 0);
             EXPECT_EQ(SendMessageA(dialog, WM_CLOSE, 0, 0), 0);
             PostMessageA(ok, WM_KEYDOWN, key, 0);
             PostMessageA(ok, WM_KEYDOWN + 1, key, 0); // on Windows the space bar's release counts

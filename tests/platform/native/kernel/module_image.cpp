@@ -17,7 +17,7 @@ static std::string OutcomeOf(const Bytes &bytes)
     } keys[] = {
         {{true, 2, {}}, {true, 1, {}}},
         {{true, 10, {}}, {true, 7, {}}},
-        {{true, 10, {}}, {false, 0, u"teXt"}},
+        {{true, 10, {}}, {false, 0, u"zaXt"}},
         {{false, 0, u"Own"}, {true, 3, {}}},
     };
     ModuleImage image;
@@ -46,7 +46,7 @@ TEST(ModuleImage, OfADamagedFileIsWhatItsTextTells)
                                                            {2, 1, Bytes(7), 0x40C},
                                                            {10, 7, Bytes(8), 0x407},
                                                            {10, 7, Bytes(9), 0},
-                                                           {10, "Text", Bytes(1)},
+                                                           {10, "ZAxt", Bytes(1)},
                                                            {"OWN", 3, Bytes(2)}}};
         description.is64 = is64;
         const Bytes module = BuildPe(description).bytes;

@@ -79,10 +79,11 @@ TEST(Settings, BesideTheProgramNameItsFolder)
 
 TEST(Settings, FolderIsUnderHomeUnlessTold)
 {
-    for (const char *told : {"", "relative"}) {
+    for (const auto &[told, folder] :
+         {std::pair("", "/home/ann/.config"), {"relative", "/home/ann/.config"}, {"/", "/"}}) {
         const Variable home("HOME", "/home/ann");
         const Variable user("XDG_CONFIG_HOME", told);
-        EXPECT_EQ(SettingsFolder(), "/home/ann/.config");
+        EXPECT_EQ(SettingsFolder(), folder);
     }
     const Variable user("XDG_CONFIG_HOME", "/" + std::string(MAX_PATH, 'a'));
     EXPECT_EQ(SettingsFolder(), "");

@@ -58,8 +58,8 @@ TEST(TemporaryFolder, IsTheUsersAloneAndGoesWithTheProcess)
             std::string(path).starts_with(folder.path.string() + "/") &&
             std::filesystem::exists(std::string(path) + "left behind");
         // Taken away, it is made anew, in the system's folder where no other is told.
-        for (const auto &[chosen, made] : {std::pair(folder.path.c_str(), folder.path.c_str()),
-                                           std::pair(".", "/tmp")}) {
+        for (const auto &[chosen, made] :
+             {std::pair(folder.path.c_str(), folder.path.c_str()), std::pair(".", "/tmp")}) {
             const Variable variable("TMPDIR", chosen);
             std::filesystem::remove_all(path);
             GetTempPathA(sizeof path, path);

@@ -288,11 +288,11 @@ static void ShowEveryControl()
     for (const int word : {13, 0, 0, 90, 240, 0, 0, 0})
         AddU16(dialog, (unsigned)word);
     for (const Bytes &control :
-         {Control(7, 0, 0x80, "A group"), Control(7, 18, 0x80, ""),
-          Control(1 | WS_TABSTOP, 36, 0x80, "&Yes"), Control(WS_BORDER, 54, 0x81, ""),
-          Control(0, 72, 0x81, ""), Control(1, 90, 0x82, "middle"),
-          Control(2 | WS_BORDER, 108, 0x82, "end"), Control(2, 126, 0x85, ""),
-          Control(WS_DISABLED, 144, 0x83, ""), Control(WS_TABSTOP, 162, 0x80, "&No"),
+         {Control(1 | WS_TABSTOP, 36, 0x80, "&Yes"), Control(7, 0, 0x80, "A group"),
+          Control(7, 18, 0x80, ""), Control(WS_BORDER, 54, 0x81, ""), Control(0, 72, 0x81, ""),
+          Control(1, 90, 0x82, "middle"), Control(2 | WS_BORDER, 108, 0x82, "end"),
+          Control(2, 126, 0x85, ""), Control(WS_DISABLED, 144, 0x83, ""),
+          Control(WS_TABSTOP, 162, 0x80, "&No"),
           Control(WS_TABSTOP | WS_DISABLED, 180, 0x80, "N&ever"),
           Control(WS_TABSTOP, 198, 0x80, "&Later"), Control(3, 216, 0x82, "#7")}) {
         PadTo(dialog, 4);

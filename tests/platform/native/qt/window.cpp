@@ -325,37 +325,6 @@ TEST_F(QtWindow, ASignalEndsTheProgramAlsoWithAChooserOpen)
     EXPECT_TRUE(IsQuitting());
 }
 
-// In pages; 0 under the address sanitizer, which keeps freed memory and tells of leaks itself.
-long ResidentPages()
-{
-#ifdef __SANITIZE_ADDRESS__
-    return 0;
-#endif
-    long whole = 0, resident = 0;
-    std::ifstream("/proc/self/statm") >> whole >> resident;
-    return resident;
-}
-
-TEST_F(QtWindow, CyclesOfOpenLookAndCloseLeaveNoMemoryBehind)
-{
-    long after100 = 0;
-    for (int cycle = 1; cycle <= 1000; ++cycle) {
-        SendMessageA(globals.mainWindow, WM_OPEN_FILE, 0,
-                     reinterpret_cast<LPARAM>(commandLine.c_str()));
-        RunUntilIdle();
-        for (auto [category, item] : {std::pair(3, 0), {2, 1}, {1, 0}, {0, 1}})
-            SelectByKeys(category, item);
-        ASSERT_TRUE(Action(IDM_SAVE_AS)->isEnabled());
-        Action(IDM_CLOSE)->trigger();
-        RunUntilIdle();
-        ASSERT_EQ(Tree()->model()->rowCount(), 0);
-        if (cycle == 100)
-            after100 = ResidentPages();
-    }
-    // The heap and the system's bookkeeping move by a few pages either way.
-    EXPECT_LE(ResidentPages(), after100 + 64);
-}
-
 TEST(QtProgram, OpensTheFileThatItsArgumentsNameAndEndsBySignal)
 {
     const QTemporaryDir folder;

@@ -162,6 +162,8 @@ TEST_F(NativeWindow, ADialogHasItsSizeInsideAnyFrame)
     plan.height = 51;
     RunDialog(plan, nullptr, nullptr, TellInside, 0);
     EXPECT_EQ(told, Lines{"177 x 83"});
+    for (const char *systems : {"button", "#32770", WC_TREEVIEWA})
+        EXPECT_FALSE(UnregisterClassA(systems, nullptr)) << systems;
 }
 
 // --- popup menus ---

@@ -127,7 +127,6 @@ TEST(Sound, PlaysEveryCommonEncoding)
             told += Holds(Heard(), before) ? " +" : " new";
             before = encoding.heard;
         }
-        fprintf(stderr, "%s", told == " + new + new new new + + +" ? "" : told.c_str());
         return told == " + new + new new new + + +" ? 0 : 1;
     };
     EXPECT_EQ(RunWithDriver("disk", "5", work), 0);
